@@ -1,0 +1,3 @@
+SELECT MAIN.TABAutoreID AS TabID, Count(Main.ID) AS TotQuantita, Sum(Valore) AS TotValore
+FROM Q_GRUPPI_STEP1
+GROUP BY MAIN.TABAutoreID ORDER BY MAIN.TABAutoreID;

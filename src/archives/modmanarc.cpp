@@ -1,0 +1,201 @@
+#include "archives/modmanarc.h"
+
+#include <cmath>
+
+#include "core/errore.h"
+#include "core/modini.h"
+#include "core/modmain.h"
+#include "core/modutil.h"
+#include "platform/file_system.h"
+#include "platform/form.h"
+#include "platform/message_box.h"
+
+namespace tavolix {
+namespace {
+
+QString sPwdDB;  // password of the record store; empty today
+
+const QString kManager = QStringLiteral("frmManArc");
+const QString kRecovery = QStringLiteral("frmRecupero");
+
+// What became of a file that was tried.
+enum class Outcome { Accepted, Refused, Unusable };
+
+QString nameFromSettings() {
+  QString path;
+  int wanted = 0;
+  if (bLeggiInt(QStringLiteral("db_LastOpen"), wanted) && wanted != 0) {
+    bLeggiStr(QStringLiteral("db_LastNameOpen"), path);
+  }
+  if (bLeggiInt(QStringLiteral("db_DefaultOpen"), wanted) && wanted != 0) {
+    bLeggiStr(QStringLiteral("db_DefaultNameOpen"), path);
+  }
+  return path;
+}
+
+// The manager asks for an archive; while the program has none, the reason is told.
+QString askForArchive(const QString& tried) {
+  if (!platform::forms().has(kManager)) {
+    iMsg(tried.isEmpty()
+             ? QStringLiteral("Nessun archivio da aprire.")
+             : QStringLiteral("L'archivio %1 non esiste o non e' utilizzabile.").arg(tried),
+         0);
+    return {};
+  }
+  platform::Form& manager = platform::forms()[kManager];
+  manager.ShowModal(nullptr);
+  const QString chosen = manager.property("FileName").toString();
+  manager.Unload();
+  return chosen;
+}
+
+void reportUnusable(const store::Failure& failure, const QString& sPath) {
+  const QString text = QStringLiteral("Errore nr.%1:%2 durante apertura %3")
+                           .arg(failure.number())
+                           .arg(failure.description(), sPath);
+  if (!platform::forms().has(kRecovery)) {
+    iMsg(text, 0);
+    return;
+  }
+  platform::Form& recovery = platform::forms()[kRecovery];
+  recovery.setProperty("Descrizione", text);
+  recovery.Control(QStringLiteral("lblio"))->setProperty("text", sPath);
+  recovery.ShowModal(nullptr);
+}
+
+struct Stamp {
+  int version;
+  QString application;
+};
+
+Stamp stampOf(const store::RecordsetPtr& rs, int iVersione) {
+  Stamp stamp{iVersione, {}};
+  QString text;
+  double number = 0;
+  if (bConfRead(rs, QStringLiteral("DB_VERSION"), text, number)) {
+    stamp.version = static_cast<int>(std::nearbyint(number));
+  }
+  if (bConfRead(rs, QStringLiteral("DB_APPLICATION"), text, number)) stamp.application = text;
+  return stamp;
+}
+
+bool isCompatible(const Stamp& archive) {
+  Stamp required{0, {}};
+  bLeggiInt(QStringLiteral("db_version"), required.version);
+  bLeggiStr(QStringLiteral("db_application"), required.application);
+  if (archive.version <= required.version && archive.application == required.application) {
+    return true;
+  }
+  platform::MsgBox(QStringLiteral("%1Viene richiesto un database V.%2/%1 mentre il database aperto "
+                                  "e': V.%3/%4")
+                       .arg(required.application)
+                       .arg(required.version)
+                       .arg(archive.version)
+                       .arg(archive.application));
+  return false;
+}
+
+// Until the program can ask for it, an archive with an access code stays closed.
+bool isOpenToAll(const store::RecordsetPtr& rs) {
+  QString code;
+  double number = 0;
+  if (!bConfRead(rs, QStringLiteral("PWD"), code, number) || code.isEmpty()) return true;
+  iMsg(QStringLiteral("L'archivio e' protetto da un codice di accesso e non puo' essere aperto."),
+       0);
+  return false;
+}
+
+bool accepts(const store::DatabasePtr& db, int& iVersione, bool bControllaCodice) {
+  const store::RecordsetPtr rs =
+      db->OpenRecordset(QStringLiteral("CFG"), store::RecordsetType::Table);
+  rs->SetIndex(QStringLiteral("1u"));
+  const Stamp stamp = stampOf(rs, iVersione);
+  iVersione = stamp.version;
+  const bool accepted = isCompatible(stamp) && (!bControllaCodice || isOpenToAll(rs));
+  rs->Close();
+  return accepted;
+}
+
+Outcome tryArchive(const QString& sPath, store::DatabasePtr& db, int& iVersione,
+                   bool bControllaCodice) {
+  const bool opened = [&] {
+    try {
+      db = store::OpenDatabase(platform::systemPath(sPath));
+      return true;
+    } catch (const store::Failure& failure) {
+      reportUnusable(failure, sPath);
+      return false;
+    }
+  }();
+  if (!opened) return Outcome::Unusable;
+  bool accepted = false;
+  const bool finished = protetto("modManArc!bManArc", [&] {
+    accepted = accepts(db, iVersione, bControllaCodice);
+    return true;
+  });
+  if (accepted) return Outcome::Accepted;
+  db->Close();
+  return finished ? Outcome::Refused : Outcome::Unusable;
+}
+
+bool openArchive(int iModo, const QString& sFileIni, const QString& sSezione,
+                 store::DatabasePtr& db, QString& sPath, int& iVersione, const QString& sCodiceDB,
+                 bool bControllaCodice) {
+  ImpostaFileIni(sFileIni);
+  ImpostaSezioneIni(sSezione);
+  sPwdDB = sCodiceDB;
+  if (iModo != 2) sPath.clear();
+  if (iModo == 0) sPath = nameFromSettings();
+  for (;;) {
+    if (sPath.isEmpty() || !platform::exists(sPath)) {
+      sPath = askForArchive(sPath);
+      if (sPath.isEmpty()) return false;
+    }
+    Cedi();
+    const Outcome outcome = tryArchive(sPath, db, iVersione, bControllaCodice);
+    if (outcome == Outcome::Unusable) return false;
+    if (outcome == Outcome::Accepted) break;
+    sPath.clear();
+    if (!platform::forms().has(kManager)) return false;
+  }
+  ImpostaFileIni(sFileIni);
+  ImpostaSezioneIni(sSezione);
+  bScriviStr(QStringLiteral("db_LastNameOpen"), sPath);
+  return true;
+}
+
+}  // namespace
+
+bool bConfRead(const store::RecordsetPtr& rs, const QString& sChiave, QString& sVal, double& nVal) {
+  sVal.clear();
+  nVal = 0;
+  return protetto("modManArc!bConfRead", [&] {
+    rs->Seek(QStringLiteral("="), {sChiave});
+    if (rs->NoMatch()) return false;
+    nVal = NullAZero(rs->Value(QStringLiteral("nVal"))).toDouble();
+    sVal = NullAStringa(rs->Value(QStringLiteral("sVal")));
+    return true;
+  });
+}
+
+void ConfWrite(const store::RecordsetPtr& rs, const QString& sChiave, const QString& sVal,
+               double nVal) {
+  protetto("modManArc!ConfWrite", [&] {
+    rs->Seek(QStringLiteral("="), {sChiave});
+    if (rs->NoMatch()) {
+      rs->AddNew();
+      rs->SetValue(QStringLiteral("dsc"), sChiave);
+    } else {
+      rs->Edit();
+    }
+    rs->SetValue(QStringLiteral("nVal"), nVal);
+    rs->SetValue(QStringLiteral("sVal"), sVal);
+    rs->Update();
+  });
+}
+
+void RegistraArchivi() {
+  bManArc = openArchive;
+}
+
+}  // namespace tavolix

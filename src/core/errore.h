@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QString>
+#include <type_traits>
+#include <utility>
+
+#include "store/failure.h"
+
+namespace tavolix {
+
+// The failure that is being handled; number 0 for none.
+struct FallimentoCorrente {
+  int numero = 0;
+  QString descrizione;
+};
+extern FallimentoCorrente fallimento;
+
+// The one failure dialog. Shows the current failure and clears it; nothing if there is none.
+void Errore(const QString& sProc = {});
+// Shows a failure that was caught elsewhere (the data control, the grid).
+void Errore(int numero, const QString& descrizione, const QString& sProc);
+
+void RicordaFallimento(const store::Failure& failure);
+
+// Runs the body of a procedure under its failure handler: a failure goes to the dialog under the
+// procedure's name, and the procedure ends where it stopped with the default of its result.
+template <typename Work>
+auto protetto(const char* sProc, Work&& work) -> decltype(work()) {
+  try {
+    return std::forward<Work>(work)();
+  } catch (const store::Failure& failure) {
+    RicordaFallimento(failure);
+    Errore(QString::fromUtf8(sProc));
+    return decltype(work())();
+  }
+}
+
+// Runs a statement whose failures are ignored; true if it succeeded.
+template <typename Work>
+bool ignorando(Work&& work) {
+  try {
+    std::forward<Work>(work)();
+    return true;
+  } catch (const store::Failure&) {
+    return false;
+  }
+}
+
+}  // namespace tavolix

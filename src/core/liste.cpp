@@ -1,0 +1,165 @@
+// The lists of reusable values behind the combos, and the columns of the list grids.
+
+#include <QHash>
+
+#include "core/modcuore.h"
+#include "core/modmain.h"
+#include "core/modutil.h"
+#include "core/raccolte.h"
+#include "platform/data_combo.h"
+#include "platform/data_control.h"
+#include "platform/data_grid.h"
+#include "platform/form.h"
+
+namespace tavolix {
+namespace {
+
+using platform::LookupList;
+using platform::LookupListPtr;
+
+QHash<std::pair<QString, int>, LookupListPtr>& lists() {
+  static QHash<std::pair<QString, int>, LookupListPtr> all;
+  return all;
+}
+
+void readList(const QString& sCodTab, int iRacTab, LookupList& list) {
+  rsTab->SetIndex(QStringLiteral("2"));
+  rsTab->Seek(QStringLiteral(">="), {sCodTab, iRacTab, QString()});
+  if (rsTab->NoMatch()) return;
+  const int tipoTab = rsTab->FieldIndex(QStringLiteral("TipoTab"));
+  const int tipoRac = rsTab->FieldIndex(QStringLiteral("TipoRac"));
+  const int desc = rsTab->FieldIndex(QStringLiteral("Desc"));
+  const int id = rsTab->FieldIndex(QStringLiteral("ID"));
+  while (!rsTab->Eof()) {
+    if (rsTab->Value(tipoTab).toString() != sCodTab || rsTab->Value(tipoRac).toInt() != iRacTab) {
+      return;
+    }
+    list.addItem(NullAStringa(rsTab->Value(desc)), NullAZero(rsTab->Value(id)).toLongLong());
+    rsTab->MoveNext();
+  }
+}
+
+QString readText(qint64 key) {
+  if (!rsTab || !rsTab->IsOpen()) return {};
+  rsTab->SetIndex(QStringLiteral("1u"));
+  rsTab->Seek(QStringLiteral("="), {key});
+  return rsTab->NoMatch() ? QString() : NullAStringa(rsTab->Value(QStringLiteral("Desc")));
+}
+
+// The field whose column a list field writes: itself, or the key of the list it shows.
+const tCampo* campoDi(int iRac, const store::FieldInfo& info) {
+  const QString name = info.lookupKey.isEmpty() ? info.column : info.lookupKey.section(u'.', -1);
+  for (int j = 0; j < iNumeroCampi(iRac); ++j) {
+    const tCampo& campo = aCampi(iRac, j);
+    if (campo.sCampoDB.compare(name, Qt::CaseInsensitive) == 0) return &campo;
+  }
+  return nullptr;
+}
+
+int raccoltaDi(const QString& sQuery) {
+  for (int i = 0; i < kRaccolte; ++i) {
+    if (aRaccolte(i).sQuery.compare(sQuery, Qt::CaseInsensitive) == 0) return i;
+  }
+  return -1;
+}
+
+platform::ColumnSetup setupOf(int iRac, const store::Recordset& rs, const QString& nomeCampo) {
+  platform::ColumnSetup setup;
+  const int field = rs.FindField(nomeCampo);
+  if (field < 0) return setup;
+  const store::FieldInfo& info = rs.Fields()[field];
+  setup.kind = info.kind;
+  setup.maxLength = info.size;
+  const tCampo* campo = iRac < 0 ? nullptr : campoDi(iRac, info);
+  if (campo == nullptr) return setup;
+  setup.editable = info.updatable || !info.lookupKey.isEmpty();
+  if (campo->sTipo == QLatin1String(CBO) && !info.lookupKey.isEmpty()) {
+    setup.list = ListaValori(campo->iRacTab, campo->sCodTab);
+    setup.keyField = info.lookupKey;
+  }
+  return setup;
+}
+
+}  // namespace
+
+LookupListPtr ListaValori(int iRacTab, const QString& sCodTab) {
+  LookupListPtr& list = lists()[{sCodTab, iRacTab}];
+  if (!list) {
+    list = std::make_shared<LookupList>(LookupList::Source{
+        [sCodTab, iRacTab](LookupList& target) { readList(sCodTab, iRacTab, target); }, readText});
+  }
+  return list;
+}
+
+void DimenticaListe() {
+  for (const LookupListPtr& list : lists()) list->invalidate();
+}
+
+void CaricaCombo(int iRacTab, const QString& sCodTab, platform::DataCombo& oCombo) {
+  oCombo.SetList(ListaValori(iRacTab, sCodTab));
+}
+
+void CaricaComboCampoIn(int iRac, int iCampo, platform::DataCombo& oCombo) {
+  const tCampo& campo = aCampi(iRac, iCampo);
+  CaricaCombo(campo.iRacTab, campo.sCodTab, oCombo);
+}
+
+void CaricaComboCampo(int iRac, int iCampo) {
+  const tCampo& campo = aCampi(iRac, iCampo);
+  auto* combo = campo.oControllo == nullptr
+                    ? nullptr
+                    : dynamic_cast<platform::DataCombo*>(campo.oControllo->widget());
+  if (combo != nullptr) CaricaComboCampoIn(iRac, iCampo, *combo);
+}
+
+void CaricaComboCampi(int iRac) {
+  for (int j = 0; j < iNumeroCampi(iRac); ++j) {
+    if (aCampi(iRac, j).sTipo == QLatin1String(CBO)) CaricaComboCampo(iRac, j);
+  }
+}
+
+void CaricaGrigliaConfig(const QString& sNomeQuery, platform::DataGrid& oGriglia) {
+  const store::RecordsetPtr config =
+      dbArc->OpenRecordset(QStringLiteral("GRDCONFIG"), store::RecordsetType::Table);
+  config->SetIndex(QStringLiteral("1u"));
+  oGriglia.RemoveColumns();
+  QVector<platform::GridColumn> columns;
+  const store::RecordsetPtr rs =
+      oGriglia.DataSource() == nullptr ? nullptr : oGriglia.DataSource()->Recordset();
+  const int iRac = raccoltaDi(sNomeQuery);
+  config->Seek(QStringLiteral(">="), {sNomeQuery, 0});
+  while (!config->NoMatch() && !config->Eof()) {
+    const auto text = [&](const char* name) {
+      return NullAStringa(config->Value(QString::fromLatin1(name)));
+    };
+    if (text("NomeQuery").compare(sNomeQuery, Qt::CaseInsensitive) != 0) break;
+    platform::GridColumn column;
+    column.dataField = text("NomeCampo");
+    column.caption = text("titolo");
+    column.width = NullAZero(config->Value(QStringLiteral("Larghezza"))).toInt();
+    if (rs) column.setup = setupOf(iRac, *rs, column.dataField);
+    columns.append(std::move(column));
+    config->MoveNext();
+  }
+  oGriglia.SetColumns(std::move(columns));
+  config->Close();
+}
+
+void CorreggiValoriGriglia(int iAzione) {
+  if (iAzione != 6) return;
+  auto* grd = platform::forms()[QStringLiteral("frmGrid")].control<platform::DataGrid>(
+      QStringLiteral("grd"));
+  for (int j = 0; j < iNumeroCampi(iRacCorr); ++j) {
+    const tCampo& campo = aCampi(iRacCorr, j);
+    const bool checked =
+        campo.sTipo == QLatin1String(TXTNUM) || campo.sTipo == QLatin1String(TXTDTA);
+    if (!checked || campo.sCampoDB.compare(grd->PendingField(), Qt::CaseInsensitive) != 0) continue;
+    bool numeric = false;
+    grd->PendingValue().toDouble(&numeric);
+    if (numeric) continue;
+    grd->SetPendingValue({});
+    if (campo.oControllo != nullptr) campo.oControllo->ShowValue({});
+  }
+}
+
+}  // namespace tavolix

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "core/campi.h"
+#include "platform/lookup_list.h"
+
+namespace platform {
+class DataCombo;
+class DataControl;
+class DataGrid;
+}  // namespace platform
+
+namespace tavolix {
+
+// Runs the list text of the current collection, hands its rows to the form, and tells the count.
+void DBRefresh();
+// Hands the list's recordset to the current collection's form.
+void AggiornaRecordsetForm();
+void AggiornaBarraStato();
+
+// Binds a collection's controls to their columns, or frees them.
+void CollegaCampi(bool bCollega, int iRac);
+
+// The values of a list, shared by all combos that offer it; filled when one is first shown.
+platform::LookupListPtr ListaValori(int iRacTab, const QString& sCodTab);
+// All lists are to be read again (another archive).
+void DimenticaListe();
+void CaricaCombo(int iRacTab, const QString& sCodTab, platform::DataCombo& oCombo);
+void CaricaComboCampi(int iRac);
+void CaricaComboCampo(int iRac, int iCampo);
+void CaricaComboCampoIn(int iRac, int iCampo, platform::DataCombo& oCombo);
+
+// Start values of a new record.
+void ImpostaDefaultCampi(int iRac);
+// 0 keeps the controls' values, anything else puts them back.
+void ScambiaValoriCampi(int iRac, int iModo);
+// A fresh key; 0 after a failure.
+int lNewCont();
+// The key of a lookup value, which is created if it is not there.
+int lNuovaVoceTab(const QString& sCodTab, int iRacTab, const QString& sDesc);
+
+// Fills a grid's columns from the archive's GRDCONFIG.
+void CaricaGrigliaConfig(const QString& sNomeQuery, platform::DataGrid& oGriglia);
+// Cleans what a row edited in the grid could not store: no number or no date becomes Null.
+void CorreggiValoriGriglia(int iAzione);
+
+// Drops down the list of the combo that has the focus.
+void ApriComboAttivo();
+// Moves to the next field of the current collection, turning the page where needed.
+void CampoSuccessivo();
+
+// The data control of the list.
+platform::DataControl& dbElenco();
+// The data control of a collection's form.
+platform::DataControl& dbForm(int iRac);
+
+}  // namespace tavolix

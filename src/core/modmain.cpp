@@ -1,0 +1,126 @@
+#include "core/modmain.h"
+
+#include <QApplication>
+
+#include "core/errore.h"
+#include "core/modini.h"
+#include "core/modutil.h"
+#include "core/raccolte.h"
+#include "platform/data_control.h"
+#include "platform/form.h"
+#include "platform/system_path.h"
+
+namespace tavolix {
+namespace {
+
+using platform::forms;
+
+const QString kMain = QStringLiteral("frmMain");
+const QString kSplash = QStringLiteral("frmAbout");
+
+// The data controls that work on the archive; a form the program lacks is passed over.
+void tellDataControls() {
+  static const char* const controls[][2] = {
+      {"frmGrid", "dbCurr"}, {"frmSub", "dbSubCurr"}, {"frmTab", "dbTab"}};
+  for (const auto& [form, control] : controls) {
+    const QString name = QString::fromLatin1(form);
+    if (!forms().has(name)) continue;
+    forms()[name]
+        .part<platform::DataControl>(QString::fromLatin1(control))
+        ->SetDatabaseName(platform::systemPath(sPathArc));
+  }
+}
+
+void showSplash() {
+  if (!forms().has(kSplash)) return;
+  forms()[kSplash].Show();
+  Cedi();
+}
+
+void raiseSplash() {
+  if (forms().isLoaded(kSplash)) forms()[kSplash].Window()->raise();
+}
+
+int readNumber(const char* chiave, bool* found = nullptr) {
+  ImpostaFileIni(sPathCompleto(QStringLiteral("tvx.ini")));
+  ImpostaSezioneIni(QStringLiteral("Application"));
+  int valore = 0;
+  const bool present = bLeggiInt(QString::fromLatin1(chiave), valore);
+  if (found != nullptr) *found = present;
+  return valore;
+}
+
+bool openAtStart(const QString& rigaComando) {
+  QString path = rigaComando;
+  path = path.replace(u'"', u' ').trimmed();
+  return path.isEmpty() ? bApriDB(0, {}, true, true) : bApriDB(2, path, true, true);
+}
+
+}  // namespace
+
+store::DatabasePtr dbArc;
+QString sPathArc;
+int iVersioneArc = 0;
+store::RecordsetPtr rsCfg;
+store::RecordsetPtr rsTab;
+store::RecordsetPtr rsCont;
+std::function<FunzioneManArc> bManArc;
+
+bool bApriDB(int iModo, const QString& sPath, bool bPrimoPiano, bool bOpzione) {
+  sPathArc = sPath;
+  const QString ini = sCartellaProgramma() + QStringLiteral("\\tvx.ini");
+  if (!bManArc(iModo, ini, QStringLiteral("ManArc"), dbArc, sPathArc, iVersioneArc, {}, bOpzione)) {
+    return false;
+  }
+  return protetto("modMain!bApriDB", [&] {
+    Cedi();
+    if (bPrimoPiano) raiseSplash();
+    Cedi();
+    rsCfg = dbArc->OpenRecordset(QStringLiteral("CFG"), store::RecordsetType::Table);
+    rsCfg->SetIndex(QStringLiteral("1u"));
+    rsTab = dbArc->OpenRecordset(QStringLiteral("TAB"), store::RecordsetType::Table);
+    rsTab->SetIndex(QStringLiteral("1u"));
+    rsCont = dbArc->OpenRecordset(QStringLiteral("CONT"), store::RecordsetType::Dynaset);
+    tellDataControls();
+    forms()[kMain].Window()->setWindowTitle(
+        QStringLiteral("%1 %2 Rev. %3 - Archivio in uso: %4")
+            .arg(QLatin1String(kNomeProgramma), QLatin1String(kVersione), QLatin1String(kRevisione),
+                 sNomeFile(sPathArc)));
+    return true;
+  });
+}
+
+bool ChiudiDB(const store::DatabasePtr& db) {
+  return protetto("modUtil!ChiudiDB", [&] {
+    for (const store::RecordsetPtr& recordset : db->Recordsets()) recordset->Close();
+    db->Close();
+    return true;
+  });
+}
+
+void ChiudiWorkspace() {
+  store::CloseWorkspace();
+}
+
+bool bAvvia(const QString& rigaComando) {
+  return protetto("modMain!main", [&] {
+    platform::setCurrentDirectory(sCartellaProgramma());
+    showSplash();
+    RilevaSepDec();
+    CaricaRegistroRaccolte();
+    if (!openAtStart(rigaComando)) return false;
+    forms()[kMain].Load();
+    iRacCorr = -1;
+    iSelRaccolta(readNumber("RacAvvio"));
+    forms()[kMain].Show();
+    Cedi();
+    if (forms().isLoaded(kSplash)) forms()[kSplash].Unload();
+    return true;
+  });
+}
+
+void TerminaProgramma(int codice) {
+  QCoreApplication::exit(codice);
+}
+
+}  // namespace tavolix

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <QString>
+#include <array>
+
+namespace platform {
+class Form;
+}
+
+namespace tavolix {
+
+inline constexpr int kRaccolte = 11;  // the eight collections and their three sub-collections
+inline constexpr int kRaccoltePrincipali = 8;
+
+// A collection: which query lists it, which tables hold it, which form shows it. The index in
+// aRaccolte is its identity in the archive (TipoRac), in the tabs and in the settings.
+struct tRaccolta {
+  QString sQuery;
+  QString sFiltro;  // in force now: empty, or a clause that begins with " WHERE "
+  QString sOrdine;  // in force now: empty, or a clause that begins with " ORDER BY "
+  QString sNome;
+  QString sCampoPadre;
+  QString sRifPadre;
+  QString sTabPrincipale;
+  QString sCampoLegame;
+  QString sTabDettaglio;
+  QString sCampoID;
+  int iSottoRaccolta = -1;
+  platform::Form* oForm = nullptr;
+};
+
+// The registry: bounds are checked, an index outside is failure 9.
+class Raccolte final {
+ public:
+  tRaccolta& operator()(int index);
+
+ private:
+  std::array<tRaccolta, kRaccolte> rows_;
+};
+
+extern Raccolte aRaccolte;
+extern int iRacCorr;  // the current collection, -1 before the first
+
+// Fills all rows of the registry and makes the form objects.
+void CaricaRegistroRaccolte();
+
+// With 0 or more selects the tab of that collection, which starts the change; with a negative
+// value returns the selected tab's collection.
+int iSelRaccolta(int valore);
+
+// The list of a collection as a query, with its filter and order.
+QString sTestoElenco(const tRaccolta& raccolta);
+
+}  // namespace tavolix

@@ -1,0 +1,252 @@
+#include "platform/data_combo.h"
+
+#include <QApplication>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QListView>
+#include <QScrollBar>
+#include <QSignalBlocker>
+#include <QWheelEvent>
+#include <algorithm>
+
+#include "platform/drop_down_style.h"
+
+namespace platform {
+namespace {
+
+constexpr int kVisibleRows = 15;
+constexpr int kMeasuredRows = 200;
+constexpr int kContentsLetters = 8;
+
+bool movesRow(int key) {
+  switch (key) {
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+    case Qt::Key_Home:
+    case Qt::Key_End:
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool opensList(int key) {
+  return key == Qt::Key_F4 || key == Qt::Key_Space;
+}
+
+bool leavesList(int key) {
+  return key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Tab ||
+         key == Qt::Key_Backtab;
+}
+
+}  // namespace
+
+DataCombo::DataCombo(QWidget* parent) : QComboBox(parent) {
+  setStyle(dropDownStyle());
+  setFocusPolicy(Qt::StrongFocus);
+  setAttribute(Qt::WA_InputMethodEnabled);
+  setMaxVisibleItems(kVisibleRows);
+  setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
+  setMinimumContentsLength(kContentsLetters);
+  connect(this, &QComboBox::activated, this, &DataCombo::onActivated);
+  useOwnText();
+}
+
+void DataCombo::SetList(LookupListPtr list) {
+  disconnect(listChanged_);
+  list_ = std::move(list);
+  if (list_ != nullptr) {
+    listChanged_ = connect(list_.get(), &LookupList::changed, this, &DataCombo::useOwnText);
+  }
+  useOwnText();
+}
+
+void DataCombo::useOwnText() {
+  if (DroppedDown()) hidePopup();
+  ownText_.setStringList({list_ == nullptr ? QString() : list_->text(key_)});
+  if (model() != &ownText_) setModel(&ownText_);
+  setCurrentIndex(0);
+}
+
+// The current text stays the same, so nobody is told.
+void DataCombo::useList() {
+  if (list_ == nullptr || usesList()) return;
+  list_->ensureLoaded();
+  const QSignalBlocker silence(this);
+  setModel(list_.get());
+  setCurrentIndex(list_->rowOfKey(key_));
+}
+
+void DataCombo::setContent(const QVariant& value) {
+  key_ = value.toLongLong();
+  search_.clear();
+  if (usesList()) {
+    setCurrentIndex(list_->rowOfKey(key_));
+  } else {
+    useOwnText();
+  }
+}
+
+void DataCombo::onActivated(int row) {
+  if (!usesList() || list_->keyAt(row) == key_) return;
+  key_ = list_->keyAt(row);
+  contentEdited();
+}
+
+void DataCombo::choose(int row) {
+  setCurrentIndex(row);
+  Q_EMIT activated(row);
+}
+
+bool DataCombo::SelectText(const QString& text) {
+  if (list_ == nullptr) return false;
+  useList();
+  const int row = list_->rowOfText(text);
+  choose(std::max(row, 0));
+  return row >= 0;
+}
+
+bool DataCombo::DroppedDown() const {
+  return viewReady_ && view()->isVisible();
+}
+
+void DataCombo::SetDroppedDown(bool down) {
+  if (down) {
+    showPopup();
+  } else {
+    hidePopup();
+  }
+}
+
+void DataCombo::showPopup() {
+  if (DroppedDown()) return;
+  search_.clear();
+  keyBefore_ = key_;
+  changedBefore_ = DataChanged();
+  useList();
+  prepareView();
+  QComboBox::showPopup();
+}
+
+void DataCombo::prepareView() {
+  if (!viewReady_) {
+    if (auto* rows = qobject_cast<QListView*>(view())) rows->setUniformItemSizes(true);
+    view()->installEventFilter(this);
+    viewReady_ = true;
+  }
+  int widest = 0;
+  for (int row = 0; row < std::min(count(), kMeasuredRows); ++row) {
+    widest = std::max(widest, fontMetrics().horizontalAdvance(itemText(row)));
+  }
+  const int margin = fontMetrics().averageCharWidth() * 3;
+  view()->setMinimumWidth(widest + margin + view()->verticalScrollBar()->sizeHint().width());
+}
+
+void DataCombo::keyPressEvent(QKeyEvent* event) {
+  if (typeKey(*event)) return;
+  if (!movesRow(event->key()) && !opensList(event->key())) {
+    event->ignore();
+    return;
+  }
+  search_.clear();
+  useList();
+  QComboBox::keyPressEvent(event);
+}
+
+void DataCombo::inputMethodEvent(QInputMethodEvent* event) {
+  if (!event->commitString().isEmpty()) search(search_ + event->commitString());
+}
+
+// True if the key belongs to the text that is searched for.
+bool DataCombo::typeKey(const QKeyEvent& event) {
+  if (event.key() == Qt::Key_Backspace) {
+    if (!search_.isEmpty()) search(search_.chopped(1));
+    return true;
+  }
+  const QString typed = event.text();
+  const bool command =
+      (event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0;
+  if (command || typed.isEmpty() || !typed.at(0).isPrint()) return false;
+  if (search_.isEmpty() && event.key() == Qt::Key_Space) return false;
+  search(search_ + typed);
+  return true;
+}
+
+void DataCombo::search(const QString& text) {
+  if (list_ == nullptr) return;
+  useList();
+  const int row = list_->rowOfPrefix(text);
+  if (row < 0) {
+    QApplication::beep();
+    return;
+  }
+  search_ = text;
+  if (DroppedDown()) view()->setCurrentIndex(list_->index(row));
+  if (row != currentIndex()) choose(row);
+}
+
+bool DataCombo::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::Hide) search_.clear();
+  const bool asks = event->type() == QEvent::ShortcutOverride;
+  if (!asks && event->type() != QEvent::KeyPress) return QComboBox::eventFilter(watched, event);
+  const auto& key = static_cast<const QKeyEvent&>(*event);
+  const bool own = leavesList(key.key()) || key.key() == Qt::Key_Escape;
+  if (!asks) return popupKey(key);
+  if (own) event->accept();
+  return own;
+}
+
+// Keys pressed while the list is open. True if the key has been used up.
+bool DataCombo::popupKey(const QKeyEvent& event) {
+  if (leavesList(event.key())) {
+    acceptRow();
+    // The closed control gets the key too: it may lead to the next field.
+    QCoreApplication::postEvent(this, event.clone());
+    return true;
+  }
+  if (event.key() == Qt::Key_Escape) {
+    restore();
+    return true;
+  }
+  if (typeKey(event)) return true;
+  if (movesRow(event.key())) search_.clear();
+  return event.key() == Qt::Key_Space;
+}
+
+void DataCombo::acceptRow() {
+  const int row = view()->currentIndex().row();
+  hidePopup();
+  if (row >= 0 && row != currentIndex()) choose(row);
+}
+
+void DataCombo::restore() {
+  hidePopup();
+  if (key_ == keyBefore_) return;
+  setContent(keyBefore_);
+  SetDataChanged(changedBefore_);
+}
+
+void DataCombo::focusInEvent(QFocusEvent* event) {
+  search_.clear();
+  QComboBox::focusInEvent(event);
+}
+
+void DataCombo::focusOutEvent(QFocusEvent* event) {
+  search_.clear();
+  QComboBox::focusOutEvent(event);
+  if (!DroppedDown()) focusLeft(*event);
+}
+
+void DataCombo::wheelEvent(QWheelEvent* event) {
+  search_.clear();
+  if (!hasFocus()) {
+    event->ignore();
+    return;
+  }
+  useList();
+  QComboBox::wheelEvent(event);
+}
+
+}  // namespace platform

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <QComboBox>
+#include <QStringListModel>
+
+#include "platform/bound_control.h"
+#include "platform/lookup_list.h"
+
+namespace platform {
+
+// Offers the values of a lookup list; the value is the key of the one chosen, 0 for the blank row.
+// Until the list is needed the control holds its present text only. Keys typed build the beginning
+// of a text, and select the first value with it at once. A key that is not in the list shows blank
+// and stays until the user chooses.
+class DataCombo final : public QComboBox, public BoundControl {
+  Q_OBJECT
+ public:
+  explicit DataCombo(QWidget* parent = nullptr);
+
+  void SetList(LookupListPtr list);
+  const LookupListPtr& List() const { return list_; }
+
+  QWidget* widget() override { return this; }
+  QVariant Value() const override { return key_; }
+  QString Text() const override { return currentText(); }
+
+  // Chooses the value with a text (case does not count), as if typed. False if there is none: the
+  // blank value is chosen then. Reads the list, and fails as that does.
+  bool SelectText(const QString& text);
+  bool DroppedDown() const;
+  void SetDroppedDown(bool down);
+
+  void showPopup() override;
+
+ protected:
+  void setContent(const QVariant& value) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void inputMethodEvent(QInputMethodEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  bool usesList() const { return list_ != nullptr && model() == list_.get(); }
+  void useList();
+  void useOwnText();
+  void prepareView();
+  void onActivated(int row);
+  void choose(int row);
+  bool typeKey(const QKeyEvent& event);
+  void search(const QString& text);
+  bool popupKey(const QKeyEvent& event);
+  void acceptRow();
+  void restore();
+
+  LookupListPtr list_;
+  QStringListModel ownText_;
+  QMetaObject::Connection listChanged_;
+  qint64 key_ = 0;
+  QString search_;
+  bool viewReady_ = false;
+  qint64 keyBefore_ = 0;  // the popup
+  bool changedBefore_ = false;
+};
+
+}  // namespace platform

@@ -1,0 +1,194 @@
+#include "platform/data_control.h"
+
+#include <QScopeGuard>
+#include <QScopedValueRollback>
+#include <algorithm>
+
+#include "platform/bound_control.h"
+
+namespace platform {
+namespace {
+
+bool isNumber(const QVariant& value) {
+  return value.isValid() && value.typeId() != QMetaType::QString;
+}
+
+bool isSame(const QVariant& left, const QVariant& right) {
+  if (isNumber(left) && isNumber(right)) return left.toDouble() == right.toDouble();
+  return left.toString() == right.toString();
+}
+
+}  // namespace
+
+DataControl::DataControl(QObject* parent) : QObject(parent) {}
+
+DataControl::~DataControl() {
+  for (const auto& connection : std::as_const(connections_)) disconnect(connection);
+  const auto controls = controls_;
+  for (BoundControl* control : controls) control->SetDataSource(nullptr);
+}
+
+void DataControl::SetDatabaseName(const QString& path) {
+  if (path == databaseName_) return;
+  writePending();
+  databaseName_ = path;
+  if (database_ != nullptr) database_->Close();
+  database_.reset();
+}
+
+void DataControl::Refresh() {
+  writePending();
+  if (database_ == nullptr || !database_->IsOpen()) database_ = store::OpenDatabase(databaseName_);
+  SetRecordset(database_->OpenRecordset(recordSource_, store::RecordsetType::Dynaset));
+}
+
+void DataControl::SetRecordset(store::RecordsetPtr recordset) {
+  writePending();
+  for (const auto& connection : std::as_const(connections_)) disconnect(connection);
+  connections_.clear();
+  recordset_ = std::move(recordset);
+  if (recordset_ != nullptr) followRecordset();
+  UpdateControls();
+  Q_EMIT recordsetChanged();
+}
+
+void DataControl::followRecordset() {
+  using store::Recordset;
+  const auto* rows = recordset_.get();
+  connections_ = {
+      connect(rows, &Recordset::aboutToMove, this, &DataControl::writePending),
+      connect(rows, &Recordset::aboutToUpdate, this, &DataControl::pushChanges),
+      connect(rows, &Recordset::addStarted, this, &DataControl::UpdateControls),
+      connect(rows, &Recordset::moved, this, &DataControl::UpdateControls),
+      connect(rows, &Recordset::requeried, this, &DataControl::UpdateControls),
+      connect(rows, &Recordset::rowRemoved, this, &DataControl::UpdateControls),
+      connect(rows, &Recordset::closed, this, &DataControl::UpdateControls),
+      connect(rows, &Recordset::rowInserted, this, &DataControl::newRowWritten),
+      connect(rows, &Recordset::rowChanged, this, &DataControl::showFields),
+  };
+}
+
+bool DataControl::hasRow() const {
+  if (!isOpen()) return false;
+  if (recordset_->Type() != store::RecordsetType::Table) return recordset_->AbsolutePosition() >= 0;
+  return !recordset_->Bof() && !recordset_->Eof();
+}
+
+int DataControl::fieldOf(const BoundControl& control) const {
+  if (!isOpen() || control.DataField().isEmpty()) return -1;
+  return recordset_->FindField(control.DataField());
+}
+
+QVariant DataControl::storedValue(const BoundControl& control) const {
+  const int field = fieldOf(control);
+  if (field < 0 || !(hasRow() || isAdding())) return {};
+  return recordset_->Value(field);
+}
+
+bool DataControl::isPending(const BoundControl& control) const {
+  return control.DataChanged() && fieldOf(control) >= 0;
+}
+
+bool DataControl::isStored(const BoundControl& control) const {
+  return control.IsValid() && isSame(control.Value(), storedValue(control));
+}
+
+bool DataControl::Pending() const {
+  return std::any_of(controls_.begin(), controls_.end(),
+                     [this](const BoundControl* control) { return isPending(*control); });
+}
+
+QVector<BoundControl*> DataControl::controlsToWrite() const {
+  QVector<BoundControl*> changed;
+  std::copy_if(controls_.begin(), controls_.end(), std::back_inserter(changed),
+               [this](const BoundControl* control) {
+                 return isPending(*control) && control->IsValid() && !isStored(*control);
+               });
+  return changed;
+}
+
+// What was typed and typed back.
+void DataControl::forgetUnchanged() {
+  for (BoundControl* control : std::as_const(controls_)) {
+    if (isPending(*control) && isStored(*control)) control->SetDataChanged(false);
+  }
+}
+
+void DataControl::pushChanges() {
+  if (!isOpen()) return;
+  const auto changed = controlsToWrite();
+  for (const BoundControl* control : changed) {
+    recordset_->SetValue(fieldOf(*control), control->Value());
+  }
+}
+
+void DataControl::UpdateRecord() {
+  if (isAdding()) return;
+  // The row was never added: what was typed for it belongs to no other.
+  if (adding_) return UpdateControls();
+  if (!hasRow()) return;
+  forgetUnchanged();
+  const auto changed = controlsToWrite();
+  if (changed.isEmpty()) return;
+  const store::RecordsetPtr rows = recordset_;
+  const bool ownEdit = rows->Mode() == store::EditMode::None;
+  const auto giveUp = qScopeGuard([&rows, ownEdit] {
+    if (ownEdit && rows->IsOpen()) rows->CancelUpdate();
+  });
+  rows->Edit();
+  rows->Update();
+  for (BoundControl* control : changed) accept(*control);
+}
+
+void DataControl::writePending() {
+  // Whoever tells the user of a failure takes the focus from the controls.
+  if (writing_) return;
+  const QScopedValueRollback guard(writing_, true);
+  try {
+    UpdateRecord();
+  } catch (const store::Failure& failure) {
+    Q_EMIT writeFailed(failure.number(), failure.description());
+  }
+}
+
+void DataControl::bind(BoundControl* control) {
+  if (!controls_.contains(control)) controls_.append(control);
+  show(*control);
+}
+
+void DataControl::unbind(BoundControl* control) {
+  controls_.removeOne(control);
+}
+
+void DataControl::show(BoundControl& control) {
+  if (!control.DataField().isEmpty()) control.ShowValue(storedValue(control));
+}
+
+// What has been written is shown as the store keeps it; the same is not put in again under the
+// hands of the user.
+void DataControl::accept(BoundControl& control) {
+  if (isStored(control)) {
+    control.SetDataChanged(false);
+  } else {
+    show(control);
+  }
+}
+
+void DataControl::UpdateControls() {
+  adding_ = isAdding();
+  for (BoundControl* control : std::as_const(controls_)) show(*control);
+}
+
+void DataControl::showFields(qint64 position, const QVector<int>& fields) {
+  if (position != recordset_->AbsolutePosition()) return;
+  for (BoundControl* control : std::as_const(controls_)) {
+    const bool typed = control->DataChanged() && !isStored(*control);
+    if (!typed && fields.contains(fieldOf(*control))) accept(*control);
+  }
+}
+
+void DataControl::newRowWritten() {
+  if (adding_) UpdateControls();
+}
+
+}  // namespace platform

@@ -1,0 +1,222 @@
+#include "platform/data_grid.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QScopeGuard>
+#include <QScopedValueRollback>
+#include <QScrollBar>
+
+#include "platform/form.h"
+#include "platform/grid_editors.h"
+
+namespace platform {
+
+namespace {
+
+constexpr int kUsualWidth = 90;
+constexpr int kSmallestWidth = 12;
+constexpr int kRowPadding = 6;
+
+bool isShortcut(const QKeyEvent* event) {
+  return (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0;
+}
+
+bool isTyping(const QKeyEvent* event) {
+  return !event->text().isEmpty() && event->text().at(0).isPrint();
+}
+
+}  // namespace
+
+DataGrid::DataGrid(QWidget* parent) : QTableView(parent), model_(new RecordModel(this)) {
+  setUpLook();
+  setSelectionBehavior(SelectRows);
+  setSelectionMode(SingleSelection);
+  setEditTriggers(DoubleClicked | EditKeyPressed | AnyKeyPressed);
+  setTabKeyNavigation(false);
+  setModel(model_);
+  setItemDelegate(new CellDelegate(
+      [this](const QModelIndex& cell, const QVariant& value) { writeCell(cell, value); }, this));
+  bindModel();
+}
+
+void DataGrid::setUpLook() {
+  setAlternatingRowColors(true);
+  setWordWrap(false);
+  setCornerButtonEnabled(false);
+  setHorizontalScrollMode(ScrollPerPixel);
+  verticalHeader()->hide();
+  verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  setRowHeight();
+  QHeaderView* head = horizontalHeader();
+  head->setStretchLastSection(false);
+  head->setHighlightSections(false);
+  head->setSectionsClickable(true);
+  head->setMinimumSectionSize(kSmallestWidth);
+  head->setDefaultSectionSize(kUsualWidth);
+}
+
+void DataGrid::setRowHeight() {
+  const int height = fontMetrics().height() + kRowPadding;
+  verticalHeader()->setMinimumSectionSize(height);
+  verticalHeader()->setDefaultSectionSize(height);
+}
+
+// Connected after setModel: the selection has then taken note of the model's changes.
+void DataGrid::bindModel() {
+  connect(model_, &RecordModel::rowReached, this, &DataGrid::showCurrentRow);
+  connect(model_, &RecordModel::leavingRow, this, &DataGrid::CommitCell);
+  connect(model_, &RecordModel::modelReset, this, &DataGrid::showCurrentRow);
+  connect(model_, &RecordModel::rowsInserted, this, &DataGrid::showCurrentRow);
+  connect(model_, &RecordModel::rowsRemoved, this, &DataGrid::showCurrentRow);
+  connect(horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int column) {
+    CommitCell();
+    Q_EMIT headClicked(column);
+  });
+}
+
+void DataGrid::SetDataSource(DataControl* source) {
+  if (source_ != nullptr) source_->disconnect(this);
+  source_ = source;
+  model_->setRecordset(source == nullptr ? nullptr : source->Recordset());
+  if (source == nullptr) return;
+  connect(source, &DataControl::recordsetChanged, this,
+          [this] { model_->setRecordset(source_->Recordset()); });
+  connect(source, &QObject::destroyed, this, [this] { model_->setRecordset(nullptr); });
+}
+
+void DataGrid::SetColumns(QVector<GridColumn> columns) {
+  model_->setColumns(std::move(columns));
+  setColumnWidths();
+}
+
+void DataGrid::setColumnWidths() {
+  const QVector<GridColumn>& columns = model_->columns();
+  for (int column = 0; column < ColumnCount(); ++column) {
+    const int width = toPixels(columns.at(column).width);
+    setColumnHidden(column, false);
+    setColumnWidth(column, width > 0 ? width : kUsualWidth);
+    setColumnHidden(column, !columns.at(column).visible);
+  }
+}
+
+int DataGrid::ColumnCount() const {
+  return static_cast<int>(model_->columns().size());
+}
+
+GridColumn DataGrid::Column(int column) const {
+  GridColumn shown = model_->columns().at(column);
+  if (!isColumnHidden(column)) shown.width = toTwips(columnWidth(column));
+  return shown;
+}
+
+void DataGrid::SetRedraw(bool on) {
+  setUpdatesEnabled(on);
+  if (on) showCurrentRow();
+}
+
+void DataGrid::CommitCell() {
+  QWidget* editor = state() == EditingState ? indexWidget(currentIndex()) : nullptr;
+  if (editor == nullptr) return;
+  commitData(editor);
+  closeEditor(editor, QAbstractItemDelegate::NoHint);
+}
+
+void DataGrid::keyboardSearch(const QString&) {}
+
+void DataGrid::showCurrentRow() {
+  if (following_ || !updatesEnabled() || model_->isChanging()) return;
+  const int row = model_->currentRow();
+  if (row == currentIndex().row()) return;
+  const QScopedValueRollback<bool> guard(following_, true);
+  const QModelIndex cell = model_->index(row, startColumn());
+  if (!cell.isValid()) {
+    selectionModel()->clear();
+    return;
+  }
+  const int across = horizontalScrollBar()->value();
+  setCurrentIndex(cell);
+  horizontalScrollBar()->setValue(across);
+}
+
+void DataGrid::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
+  QTableView::currentChanged(current, previous);
+  if (!current.isValid() || model_->isChanging()) return;
+  column_ = current.column();
+  if (!following_) moveRecordset(current.row());
+}
+
+void DataGrid::moveRecordset(int row) {
+  const store::RecordsetPtr recordset = model_->recordset();
+  if (recordset == nullptr || recordset->AbsolutePosition() == row) return;
+  // If the recordset stays where it is, the view returns once the key or click is done with.
+  const auto back = qScopeGuard([this, row] {
+    if (model_->currentRow() == row) return;
+    QMetaObject::invokeMethod(this, &DataGrid::showCurrentRow, Qt::QueuedConnection);
+  });
+  recordset->SetAbsolutePosition(row);
+}
+
+int DataGrid::neighbour(int column, int step) const {
+  int next = column + step;
+  while (next >= 0 && next < ColumnCount() && isColumnHidden(next)) next += step;
+  return next >= 0 && next < ColumnCount() ? next : column;
+}
+
+int DataGrid::startColumn() const {
+  const bool usable = column_ < ColumnCount() && !isColumnHidden(column_);
+  return usable ? column_ : neighbour(-1, 1);
+}
+
+QModelIndex DataGrid::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+  if (action == MoveHome) return model_->index(0, startColumn());
+  if (action == MoveEnd) return model_->index(model_->rowCount() - 1, startColumn());
+  return QTableView::moveCursor(action, modifiers);
+}
+
+// The current row stays marked whatever is clicked.
+QItemSelectionModel::SelectionFlags DataGrid::selectionCommand(const QModelIndex& index,
+                                                               const QEvent* event) const {
+  const auto command = QTableView::selectionCommand(index, event);
+  return command.testFlag(QItemSelectionModel::Deselect) ? QItemSelectionModel::NoUpdate : command;
+}
+
+void DataGrid::keyPressEvent(QKeyEvent* event) {
+  const bool edits = isTyping(event) || event->key() == Qt::Key_F2;
+  if (!edits || event->matches(QKeySequence::Copy)) {
+    QTableView::keyPressEvent(event);
+    return;
+  }
+  const EditTrigger trigger = event->key() == Qt::Key_F2 ? EditKeyPressed : AnyKeyPressed;
+  event->setAccepted(!isShortcut(event) && edit(currentIndex(), trigger, event));
+}
+
+void DataGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
+  using Delegate = QAbstractItemDelegate;
+  const bool steps = hint == Delegate::EditNextItem || hint == Delegate::EditPreviousItem;
+  QTableView::closeEditor(editor, steps ? Delegate::NoHint : hint);
+  const QModelIndex cell = currentIndex();
+  if (!steps || !cell.isValid()) return;
+  const int step = hint == Delegate::EditNextItem ? 1 : -1;
+  setCurrentIndex(cell.siblingAtColumn(neighbour(cell.column(), step)));
+}
+
+void DataGrid::changeEvent(QEvent* event) {
+  QTableView::changeEvent(event);
+  if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange) setRowHeight();
+}
+
+void DataGrid::writeCell(const QModelIndex& cell, const QVariant& value) {
+  const QPersistentModelIndex target(cell);
+  pendingField_ = model_->writtenField(cell.column());
+  pendingValue_ = value;
+  bool cancel = false;
+  Q_EMIT beforeUpdate(&cancel);
+  if (cancel || !target.isValid()) return;
+  try {
+    model_->setData(target, pendingValue_, Qt::EditRole);
+  } catch (const store::Failure& failure) {
+    Q_EMIT writeFailed(failure.number(), failure.description());
+  }
+}
+
+}  // namespace platform

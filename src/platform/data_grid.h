@@ -1,0 +1,75 @@
+#pragma once
+
+#include <QPointer>
+#include <QTableView>
+
+#include "platform/data_control.h"
+#include "platform/record_model.h"
+
+namespace platform {
+
+// The rows of a data control as a table. Its current row and that of the recordset are the same:
+// whoever moves one moves the other. Columns are told by their place from 0.
+class DataGrid final : public QTableView {
+  Q_OBJECT
+ public:
+  explicit DataGrid(QWidget* parent = nullptr);
+
+  DataControl* DataSource() const { return source_; }
+  // Shows the rows of a data control's recordset, whichever it has; null for none.
+  void SetDataSource(DataControl* source);
+  void SetColumns(QVector<GridColumn> columns);
+  void RemoveColumns() { SetColumns({}); }
+  int ColumnCount() const;
+  // The column, with the width it has on the screen.
+  GridColumn Column(int column) const;
+  // While off nothing is painted and the recordset's moves are not followed.
+  void SetRedraw(bool on);
+  // Writes what is being typed into a cell, and ends the typing.
+  void CommitCell();
+
+  // During beforeUpdate: the field to be written (with a list, the field of its key) and the
+  // value; invalid for a cell emptied, or text that is no number.
+  QString PendingField() const { return pendingField_; }
+  QVariant PendingValue() const { return pendingValue_; }
+  void SetPendingValue(const QVariant& value) { pendingValue_ = value; }
+
+  // Does nothing: a search of the view's own would read every row.
+  void keyboardSearch(const QString& text) override;
+
+ Q_SIGNALS:
+  void headClicked(int column);
+  // A cell is about to be written; set *cancel to keep the stored value.
+  void beforeUpdate(bool* cancel);
+  // The cell could not be written, and shows the stored value.
+  void writeFailed(int number, const QString& description);
+
+ protected:
+  void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+  QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
+  QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
+                                                       const QEvent* event) const override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  void setUpLook();
+  void setRowHeight();
+  void bindModel();
+  void setColumnWidths();
+  void showCurrentRow();
+  void moveRecordset(int row);
+  void writeCell(const QModelIndex& cell, const QVariant& value);
+  int neighbour(int column, int step) const;
+  int startColumn() const;
+
+  RecordModel* model_;
+  QPointer<DataControl> source_;
+  QString pendingField_;
+  QVariant pendingValue_;
+  int column_ = 0;          // the current column, kept while there is no current row
+  bool following_ = false;  // the view is being moved to the recordset's row
+};
+
+}  // namespace platform

@@ -1,0 +1,240 @@
+#include "platform/file_system.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <cerrno>
+#include <cstdio>
+#include <vector>
+
+#include "store/failure.h"
+
+namespace platform {
+namespace {
+
+// An open file of the system.
+class Descriptor final {
+ public:
+  Descriptor(const QString& path, int flags)
+      : value_(::open(QFile::encodeName(path).constData(), flags | O_CLOEXEC, 0666)) {}
+  ~Descriptor() {
+    if (value_ >= 0) ::close(value_);
+  }
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+  bool isOpen() const { return value_ >= 0; }
+  int value() const { return value_; }
+
+ private:
+  int value_;
+};
+
+QString describe(int number) {
+  switch (number) {
+    case file_failure::kNotFound:
+      return "File non trovato";
+    case file_failure::kExists:
+      return "Il file esiste già";
+    case file_failure::kDiskFull:
+      return "Disco pieno";
+    case file_failure::kDenied:
+      return "Permesso negato";
+    case file_failure::kPathNotFound:
+      return "Percorso non trovato";
+    default:
+      return "Errore di accesso al percorso o al file";
+  }
+}
+
+[[noreturn]] void fail(int number, const QString& given) {
+  throw store::Failure(number, describe(number) + ": " + given);
+}
+
+bool hasFolder(const QString& path) {
+  return !path.isEmpty() && QFileInfo(QFileInfo(path).path()).isDir();
+}
+
+// The failure number of an error number of the system (errno).
+int numberOf(int error, const QString& path) {
+  switch (error) {
+    case ENOENT:
+      return hasFolder(path) ? file_failure::kNotFound : file_failure::kPathNotFound;
+    case ENOTDIR:
+      return file_failure::kPathNotFound;
+    case ENOSPC:
+    case EDQUOT:
+      return file_failure::kDiskFull;
+    case EACCES:
+    case EPERM:
+    case EROFS:
+    case EBUSY:
+    case ETXTBSY:
+      return file_failure::kDenied;
+    default:
+      return file_failure::kAccess;
+  }
+}
+
+// The path of an existing file.
+QString requireFile(const QString& given) {
+  QString path = systemPath(given);
+  if (QFileInfo(path).isDir()) fail(file_failure::kAccess, given);
+  if (!QFileInfo::exists(path)) fail(numberOf(ENOENT, path), given);
+  return path;
+}
+
+QRegularExpression expressionOf(QString pattern) {
+  const bool optionalEnd = pattern.endsWith(".*");
+  if (optionalEnd) pattern.chop(2);
+  QString text = QRegularExpression::escape(pattern).replace("\\*", ".*").replace("\\?", ".");
+  if (optionalEnd) text += "(\\..*)?";
+  return QRegularExpression(
+      QRegularExpression::anchoredPattern(text),
+      QRegularExpression::CaseInsensitiveOption | QRegularExpression::DotMatchesEverythingOption);
+}
+
+bool writeAll(int target, const char* data, qint64 length) {
+  while (length > 0) {
+    const qint64 written = ::write(target, data, static_cast<size_t>(length));
+    if (written < 0 && errno != EINTR) return false;
+    if (written > 0) {
+      data += written;
+      length -= written;
+    }
+  }
+  return true;
+}
+
+// Copies to the end and onto the disk; 0 or the error number of the system.
+int copyBytes(int source, const QString& target) {
+  const Descriptor out(target, O_WRONLY | O_CREAT | O_TRUNC);
+  if (!out.isOpen()) return errno;
+  std::vector<char> chunk(1 << 18);
+  for (;;) {
+    const qint64 length = ::read(source, chunk.data(), chunk.size());
+    if (length < 0 && errno == EINTR) continue;
+    if (length < 0) return errno;
+    if (length == 0) break;
+    if (!writeAll(out.value(), chunk.data(), length)) return errno;
+  }
+  // A device has nothing to be put onto a disk.
+  return ::fsync(out.value()) == 0 || errno == EINVAL || errno == EROFS ? 0 : errno;
+}
+
+int renamePath(const QString& from, const QString& to) {
+  const QByteArray target = QFile::encodeName(to);
+  return std::rename(QFile::encodeName(from).constData(), target.constData()) == 0 ? 0 : errno;
+}
+
+// Copies beside the target and puts the copy in its place at the end; 0 or the error number.
+int copyInto(int source, const QString& target) {
+  const QString partial = target + ".parziale";
+  int error = copyBytes(source, partial);
+  const QFileInfo old(target);
+  if (error == 0 && old.exists()) QFile::setPermissions(partial, old.permissions());
+  if (error == 0) error = renamePath(partial, target);
+  if (error != 0) QFile::remove(partial);
+  return error;
+}
+
+void check(const QString& given, int flags, short lock) {
+  const QString path = requireFile(given);
+  const Descriptor file(path, flags);
+  if (!file.isOpen()) fail(numberOf(errno, path), given);
+  struct flock query {};
+  query.l_type = lock;
+  query.l_whence = SEEK_SET;
+  // File systems without this kind of lock have nobody to wait for.
+  if (::fcntl(file.value(), F_OFD_GETLK, &query) == 0 && query.l_type != F_UNLCK) {
+    fail(file_failure::kDenied, given);
+  }
+}
+
+}  // namespace
+
+bool exists(const QString& path) {
+  return QFileInfo::exists(systemPath(path));
+}
+
+bool folderExists(const QString& path) {
+  const QString folder = systemPath(path);
+  return !folder.isEmpty() && QFileInfo(folder).isDir();
+}
+
+qint64 fileLength(const QString& path) {
+  const QFileInfo info(systemPath(path));
+  if (!info.exists() || info.isDir()) fail(file_failure::kNotFound, path);
+  return info.size();
+}
+
+QStringList listFiles(const QString& pattern) {
+  const QFileInfo full(fullPath(pattern));
+  if (full.filePath().isEmpty()) return {};
+  const QDir folder(systemPath(full.path()));
+  const auto kinds = QDir::Files | QDir::Hidden | QDir::System;
+  return folder.entryList(kinds, QDir::Name | QDir::IgnoreCase)
+      .filter(expressionOf(full.fileName()));
+}
+
+void copyFile(const QString& from, const QString& to) {
+  const QString source = requireFile(from);
+  const Descriptor in(source, O_RDONLY);
+  if (!in.isOpen()) fail(numberOf(errno, source), from);
+  const QString target = systemPath(to);
+  const QFileInfo old(target);
+  if (target.isEmpty()) fail(file_failure::kPathNotFound, to);
+  if (old.isDir()) fail(file_failure::kAccess, to);
+  if (old.exists() && (!old.isWritable() || old == QFileInfo(source))) {
+    fail(file_failure::kDenied, to);
+  }
+  // A device takes the bytes itself.
+  const int error = old.exists() && !old.isFile()
+                        ? copyBytes(in.value(), target)
+                        : copyInto(in.value(), old.exists() ? old.canonicalFilePath() : target);
+  if (error != 0) fail(numberOf(error, target), to);
+}
+
+void deleteFile(const QString& path) {
+  const QString file = requireFile(path);
+  if (::unlink(QFile::encodeName(file).constData()) != 0) fail(numberOf(errno, file), path);
+}
+
+void renameFile(const QString& from, const QString& to) {
+  const QString source = systemPath(from);
+  if (!QFileInfo::exists(source)) fail(numberOf(ENOENT, source), from);
+  const QString target = systemPath(to);
+  if (target.isEmpty()) fail(file_failure::kPathNotFound, to);
+  const QString spelled = QFileInfo(target).dir().filePath(QFileInfo(fullPath(to)).fileName());
+  if (QFileInfo::exists(spelled) || (QFileInfo::exists(target) && target != source)) {
+    fail(file_failure::kExists, to);
+  }
+  const int error = renamePath(source, spelled);
+  if (error == EXDEV && QFileInfo(source).isFile()) {
+    copyFile(from, to);
+    deleteFile(from);
+  } else if (error != 0) {
+    fail(numberOf(error, spelled), to);
+  }
+}
+
+void createFolder(const QString& path) {
+  const QString folder = systemPath(path);
+  if (::mkdir(QFile::encodeName(folder).constData(), 0777) == 0) return;
+  const bool noParent = errno == ENOENT || errno == ENOTDIR;
+  fail(noParent ? file_failure::kPathNotFound : numberOf(errno, folder), path);
+}
+
+void checkReadable(const QString& path) {
+  check(path, O_RDONLY, F_RDLCK);
+}
+
+void checkWritable(const QString& path) {
+  check(path, O_RDWR, F_WRLCK);
+}
+
+}  // namespace platform

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+#include "platform/system_path.h"
+
+namespace platform {
+
+// Numbers of the failures (store::Failure) of file operations.
+namespace file_failure {
+inline constexpr int kNotFound = 53;
+inline constexpr int kExists = 58;
+inline constexpr int kDiskFull = 61;
+inline constexpr int kDenied = 70;
+inline constexpr int kAccess = 75;
+inline constexpr int kPathNotFound = 76;
+}  // namespace file_failure
+
+// All paths below are taken "as given" and go through systemPath first.
+
+bool exists(const QString& path);  // a file or a folder
+bool folderExists(const QString& path);
+// Length in bytes; 53 if there is no such file.
+qint64 fileLength(const QString& path);
+// Names of the files in a folder that fit the last component of `pattern`, in alphabetical order.
+// "*" is any run, "?" one character, without case; ".*" at the end may be missing, so that "*.*"
+// means all. Empty if there is no such folder.
+QStringList listFiles(const QString& pattern);
+
+// Copies the bytes of a file, over an older one if there is one; that one stays as it is until the
+// copy is complete. 53, 61, 70 (also for a file onto itself), 75 (a folder), 76.
+// Not for an archive the process has open: closing the source drops the process's locks on it.
+void copyFile(const QString& from, const QString& to);
+void deleteFile(const QString& path);  // 53, 70, 75
+// Renames or moves; 58 if the new name is taken (the same name in another case is not), 53, 70, 76.
+void renameFile(const QString& from, const QString& to);
+void createFolder(const QString& path);  // 75 if it exists, 70, 76
+
+// Fail if the file could not be opened now: 53, 75, 70 (no permission, or another program has
+// locked it). As with copyFile, not for an archive the process has open.
+void checkReadable(const QString& path);
+void checkWritable(const QString& path);
+
+}  // namespace platform

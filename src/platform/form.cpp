@@ -1,0 +1,218 @@
+#include "platform/form.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QEventLoop>
+#include <QKeyEvent>
+#include <algorithm>
+#include <cmath>
+
+#include "store/failure.h"
+
+namespace platform {
+
+Form::Form(const QString& name) {
+  setObjectName(name);
+}
+
+Form::~Form() {
+  if (window_) {
+    qApp->removeEventFilter(this);
+    delete window_;
+  }
+}
+
+void Form::Load() {
+  if (window_) return;
+  QWidget* window = build();
+  window->setObjectName(Name());
+  window_ = window;
+  // The form sees keys before its controls do, wherever the focus is.
+  qApp->installEventFilter(this);
+  loaded();
+}
+
+bool Form::Unload() {
+  if (!window_) return true;
+  if (!queryUnload()) return false;
+  qApp->removeEventFilter(this);
+  window_->hide();
+  // The window may be the sender of the event that is being handled.
+  window_->setObjectName(QString());
+  QWidget* window = window_;
+  window_ = nullptr;
+  if (window->parentWidget() != nullptr) window->setParent(nullptr);
+  window->deleteLater();
+  unloaded();
+  return true;
+}
+
+QWidget* Form::Window() {
+  Load();
+  return window_;
+}
+
+void Form::Show() {
+  Load();
+  window_->show();
+  if (window_->isWindow()) {
+    window_->raise();
+    window_->activateWindow();
+  }
+}
+
+void Form::ShowModal(Form* owner) {
+  Load();
+  if (owner != nullptr && owner->IsLoaded() && window_->parentWidget() == nullptr) {
+    window_->setParent(owner->Window(), window_->windowFlags() | Qt::Dialog);
+  }
+  window_->setWindowModality(Qt::ApplicationModal);
+  window_->show();
+  window_->activateWindow();
+  QEventLoop loop;
+  while (window_ && window_->isVisible()) {
+    loop.processEvents(QEventLoop::WaitForMoreEvents);
+  }
+}
+
+void Form::Hide() {
+  if (window_) window_->hide();
+}
+
+bool Form::IsVisible() const {
+  return window_ && window_->isVisible();
+}
+
+QWidget* Form::Control(const QString& name) {
+  auto* widget = Window()->findChild<QWidget*>(name);
+  if (widget == nullptr) missing(Name() + u'!' + name);
+  return widget;
+}
+
+QObject* Form::Part(const QString& name) {
+  auto* object = Window()->findChild<QObject*>(name);
+  if (object == nullptr) missing(Name() + u'!' + name);
+  return object;
+}
+
+void Form::missing(const QString& name) {
+  throw store::Failure(store::failure::kItemNotFound,
+                       QStringLiteral("Elemento '%1' non trovato").arg(name));
+}
+
+bool Form::keyDown(int, Qt::KeyboardModifiers) {
+  return false;
+}
+
+// A key goes to the form whose window holds the focus: the nearest one above the control.
+bool Form::watchesKey(QObject* watched) const {
+  auto* widget = qobject_cast<QWidget*>(watched);
+  if (widget == nullptr || widget != QApplication::focusWidget()) return false;
+  for (; widget != nullptr; widget = widget->parentWidget()) {
+    if (widget == window_) return true;
+    if (widget->isWindow()) return false;
+    if (forms().isFormWindow(widget)) return false;
+  }
+  return false;
+}
+
+bool Form::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::KeyPress && watchesKey(watched)) {
+    auto* key = static_cast<QKeyEvent*>(event);
+    return keyDown(key->key(), key->modifiers());
+  }
+  if (watched != window_) return false;
+  if (event->type() == QEvent::Resize) resized();
+  if (event->type() == QEvent::WindowActivate) activated();
+  if (event->type() == QEvent::Close && event->spontaneous()) {
+    event->ignore();
+    // The answer may show a dialog: the close event must be over before.
+    QMetaObject::invokeMethod(
+        this, [this] { Unload(); }, Qt::QueuedConnection);
+    return true;
+  }
+  return false;
+}
+
+void Forms::add(const QString& name, std::function<std::unique_ptr<Form>()> make) {
+  entries_.push_back({name, std::move(make), nullptr});
+}
+
+Form& Forms::operator[](const QString& name) {
+  const auto entry = std::find_if(entries_.begin(), entries_.end(),
+                                  [&](const Entry& e) { return e.name == name; });
+  if (entry == entries_.end()) {
+    throw store::Failure(store::failure::kItemNotFound,
+                         QStringLiteral("Finestra '%1' non trovata").arg(name));
+  }
+  if (!entry->form) entry->form = entry->make();
+  return *entry->form;
+}
+
+bool Forms::has(const QString& name) const {
+  return std::any_of(entries_.begin(), entries_.end(),
+                     [&](const Entry& e) { return e.name == name; });
+}
+
+bool Forms::isLoaded(const QString& name) const {
+  return std::any_of(entries_.begin(), entries_.end(), [&](const Entry& e) {
+    return e.name == name && e.form && e.form->IsLoaded();
+  });
+}
+
+bool Forms::isFormWindow(const QWidget* widget) const {
+  return std::any_of(entries_.begin(), entries_.end(), [&](const Entry& e) {
+    return e.form && e.form->IsLoaded() && e.form->Window() == widget;
+  });
+}
+
+std::vector<Form*> Forms::loadedForms() const {
+  std::vector<Form*> loaded;
+  for (const Entry& entry : entries_) {
+    if (entry.form && entry.form->IsLoaded()) loaded.push_back(entry.form.get());
+  }
+  return loaded;
+}
+
+void Forms::clear() {
+  entries_.clear();
+}
+
+Forms& forms() {
+  static Forms all;
+  return all;
+}
+
+int toPixels(int twips) {
+  return static_cast<int>(std::lround(static_cast<double>(twips) / kTwipsPerPixel));
+}
+int toTwips(int pixels) {
+  return pixels * kTwipsPerPixel;
+}
+
+int Left(const QWidget* widget) {
+  return toTwips(widget->x());
+}
+int Top(const QWidget* widget) {
+  return toTwips(widget->y());
+}
+int Width(const QWidget* widget) {
+  return toTwips(widget->width());
+}
+int Height(const QWidget* widget) {
+  return toTwips(widget->height());
+}
+void SetLeft(QWidget* widget, int twips) {
+  widget->move(toPixels(twips), widget->y());
+}
+void SetTop(QWidget* widget, int twips) {
+  widget->move(widget->x(), toPixels(twips));
+}
+void SetWidth(QWidget* widget, int twips) {
+  widget->resize(std::max(0, toPixels(twips)), widget->height());
+}
+void SetHeight(QWidget* widget, int twips) {
+  widget->resize(widget->width(), std::max(0, toPixels(twips)));
+}
+
+}  // namespace platform

@@ -1,0 +1,111 @@
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <QWidget>
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace platform {
+
+// Sizes and places are told in twips: 15 to a pixel at 96 dots an inch.
+inline constexpr int kTwipsPerPixel = 15;
+int toPixels(int twips);  // to the nearest pixel
+int toTwips(int pixels);
+
+// A window known by its name. The object exists from the first touch, its widgets from Load: the
+// first use of a control, or the first showing. A class derived from it builds its widgets in
+// build(), gives each control its name as objectName, and keeps no other state in Qt objects.
+class Form : public QObject {
+  Q_OBJECT
+ public:
+  explicit Form(const QString& name);
+  ~Form() override;
+
+  QString Name() const { return objectName(); }
+  bool IsLoaded() const { return window_ != nullptr; }
+  // Creates the window, hidden. Nothing happens if it is there.
+  void Load();
+  // Asks queryUnload, then destroys the window; the form object stays. True if unloaded.
+  bool Unload();
+  QWidget* Window();  // loads
+
+  void Show();                  // modeless
+  void ShowModal(Form* owner);  // returns when the window has been hidden or closed
+  void Hide();
+  bool IsVisible() const;
+  // The form's control by its name; loads. A missing name is failure 3265 with the name.
+  QWidget* Control(const QString& name);
+  template <typename T>
+  T* control(const QString& name) {
+    return require<T>(Control(name), name);
+  }
+  // A helper object of the form that is no widget (a data control), by its name; loads.
+  template <typename T>
+  T* part(const QString& name) {
+    return require<T>(Part(name), name);
+  }
+  QObject* Part(const QString& name);
+
+ protected:
+  // Makes the window with all controls; its parent is given where the form is a child window.
+  virtual QWidget* build() = 0;
+  virtual void loaded() {}     // the window exists, nothing is shown yet
+  virtual void unloaded() {}   // the window is gone
+  virtual void activated() {}  // the window has come to the front
+  virtual void resized() {}
+  // The user closes the window by its box: true lets it go (it is unloaded).
+  virtual bool queryUnload() { return true; }
+  // A key pressed in the window, seen before the control that has the focus.
+  // True if the key has been used up.
+  virtual bool keyDown(int key, Qt::KeyboardModifiers modifiers);
+
+ private:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  bool watchesKey(QObject* watched) const;
+  [[noreturn]] static void missing(const QString& name);
+  template <typename T>
+  static T* require(QObject* object, const QString& name) {
+    T* typed = dynamic_cast<T*>(object);
+    if (typed == nullptr) missing(name);
+    return typed;
+  }
+
+  QPointer<QWidget> window_;
+};
+
+// The forms of the program by name, each made at its first touch.
+class Forms final {
+ public:
+  void add(const QString& name, std::function<std::unique_ptr<Form>()> make);
+  Form& operator[](const QString& name);  // failure 3265 for an unknown name
+  bool has(const QString& name) const;
+  bool isLoaded(const QString& name) const;
+  bool isFormWindow(const QWidget* widget) const;
+  std::vector<Form*> loadedForms() const;
+  // Destroys all form objects (the end of the program).
+  void clear();
+
+ private:
+  struct Entry {
+    QString name;
+    std::function<std::unique_ptr<Form>()> make;
+    std::unique_ptr<Form> form;
+  };
+  std::vector<Entry> entries_;
+};
+Forms& forms();
+
+// Left, top, width and height of a widget in twips, relative to its parent (window: the screen).
+int Left(const QWidget* widget);
+int Top(const QWidget* widget);
+int Width(const QWidget* widget);
+int Height(const QWidget* widget);
+void SetLeft(QWidget* widget, int twips);
+void SetTop(QWidget* widget, int twips);
+void SetWidth(QWidget* widget, int twips);
+void SetHeight(QWidget* widget, int twips);
+
+}  // namespace platform

@@ -1,0 +1,234 @@
+#include "platform/record_model.h"
+
+#include <QDate>
+#include <QLocale>
+#include <QScopeGuard>
+
+namespace platform {
+
+using store::FieldKind;
+
+namespace {
+
+constexpr int kShownCharacters = 200;
+
+bool isNumber(FieldKind kind) {
+  return kind == FieldKind::Number || kind == FieldKind::Long || kind == FieldKind::Short ||
+         kind == FieldKind::Counter;
+}
+
+// Fifteen digits are what a decimal number keeps: sums show no trace of binary fractions.
+QString numberText(double value) {
+  QLocale locale;
+  locale.setNumberOptions(QLocale::OmitGroupSeparator);
+  const double rounded = QString::number(value, 'g', 15).toDouble();
+  return locale.toString(rounded, 'f', QLocale::FloatingPointShortest);
+}
+
+QString timeText(qint64 seconds) {
+  const QLatin1Char zero('0');
+  return QStringLiteral("%1:%2:%3")
+      .arg(seconds / 3600)
+      .arg(seconds / 60 % 60, 2, 10, zero)
+      .arg(seconds % 60, 2, 10, zero);
+}
+
+QString oneLine(QString text) {
+  text.truncate(kShownCharacters);
+  text.replace(QStringLiteral("\r\n"), QStringLiteral(" "));
+  for (QChar& letter : text) {
+    if (letter == u'\n' || letter == u'\r' || letter == u'\t') letter = u' ';
+  }
+  return text;
+}
+
+Qt::Alignment alignmentOf(const ColumnSetup& setup) {
+  const bool right =
+      setup.list == nullptr && (isNumber(setup.kind) || setup.kind == FieldKind::Time);
+  return (right ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter;
+}
+
+}  // namespace
+
+QDate dateOfDay(qint64 day) {
+  return QDate(1899, 12, 30).addDays(day);
+}
+
+qint64 dayOfDate(const QDate& date) {
+  return QDate(1899, 12, 30).daysTo(date);
+}
+
+QString cellText(const QVariant& value, FieldKind kind) {
+  if (value.isNull()) return {};
+  switch (kind) {
+    case FieldKind::Text:
+      return oneLine(value.toString());
+    case FieldKind::Date:
+      return QLocale().toString(dateOfDay(value.toLongLong()), QStringLiteral("dd-MM-yyyy"));
+    case FieldKind::Time:
+      return timeText(value.toLongLong());
+    case FieldKind::YesNo:
+      return value.toInt() != 0 ? QStringLiteral("Sì") : QString();
+    default:
+      return numberText(value.toDouble());
+  }
+}
+
+RecordModel::RecordModel(QObject* parent) : QAbstractTableModel(parent) {}
+
+void RecordModel::setRecordset(store::RecordsetPtr recordset) {
+  for (const auto& connection : std::as_const(connections_)) disconnect(connection);
+  connections_.clear();
+  resetTo(std::move(recordset));
+  if (recordset_ != nullptr) connectRecordset();
+}
+
+void RecordModel::setColumns(QVector<GridColumn> columns) {
+  beginResetModel();
+  columns_ = std::move(columns);
+  resolveFields();
+  endResetModel();
+}
+
+void RecordModel::resetTo(store::RecordsetPtr recordset) {
+  beginResetModel();
+  recordset_ = std::move(recordset);
+  if (recordset_ != nullptr && !recordset_->IsOpen()) recordset_.reset();
+  rows_ = recordset_ == nullptr ? 0 : static_cast<int>(recordset_->RecordCount());
+  changing_ = false;
+  resolveFields();
+  endResetModel();
+}
+
+void RecordModel::connectRecordset() {
+  using store::Recordset;
+  const Recordset* source = recordset_.get();
+  connections_ = {
+      connect(source, &Recordset::aboutToMove, this, &RecordModel::leavingRow),
+      connect(source, &Recordset::moved, this, &RecordModel::rowReached),
+      connect(source, &Recordset::rowChanged, this, &RecordModel::showChange),
+      // A query that fails announces itself too: only its end counts.
+      connect(source, &Recordset::requeried, this, [this] { resetTo(recordset_); }),
+      connect(source, &Recordset::closed, this, [this] { setRecordset(nullptr); }),
+  };
+  connectChanges();
+}
+
+void RecordModel::connectChanges() {
+  using store::Recordset;
+  const Recordset* source = recordset_.get();
+  connections_ << connect(source, &Recordset::rowAboutToBeInserted, this, [this](qint64 row) {
+    changing_ = true;
+    beginInsertRows({}, static_cast<int>(row), static_cast<int>(row));
+  });
+  connections_ << connect(source, &Recordset::rowInserted, this, [this] {
+    ++rows_;
+    changing_ = false;
+    endInsertRows();
+  });
+  connections_ << connect(source, &Recordset::rowAboutToBeRemoved, this, [this](qint64 row) {
+    changing_ = true;
+    beginRemoveRows({}, static_cast<int>(row), static_cast<int>(row));
+  });
+  connections_ << connect(source, &Recordset::rowRemoved, this, [this] {
+    --rows_;
+    changing_ = false;
+    endRemoveRows();
+  });
+}
+
+void RecordModel::resolveFields() {
+  fields_.clear();
+  for (const GridColumn& column : std::as_const(columns_)) fields_ << fieldsOf(column);
+}
+
+RecordModel::Fields RecordModel::fieldsOf(const GridColumn& column) const {
+  Fields fields;
+  if (recordset_ == nullptr) return fields;
+  fields.shown = recordset_->FindField(column.dataField);
+  if (column.setup.list != nullptr) fields.key = recordset_->FindField(column.setup.keyField);
+  const QString selector =
+      fields.shown < 0 ? QString() : recordset_->Fields().at(fields.shown).lookupKey;
+  if (!selector.isEmpty()) fields.selector = recordset_->FindField(selector);
+  return fields;
+}
+
+int RecordModel::currentRow() const {
+  return recordset_ == nullptr ? -1 : static_cast<int>(recordset_->AbsolutePosition());
+}
+
+QString RecordModel::writtenField(int column) const {
+  const GridColumn& shown = columns_.at(column);
+  return shown.setup.list == nullptr ? shown.dataField : shown.setup.keyField;
+}
+
+int RecordModel::writtenPlace(int column) const {
+  const Fields& fields = fields_.at(column);
+  return columns_.at(column).setup.list == nullptr ? fields.shown : fields.key;
+}
+
+int RecordModel::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : rows_;
+}
+
+int RecordModel::columnCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : static_cast<int>(columns_.size());
+}
+
+QVariant RecordModel::headerData(int section, Qt::Orientation orientation, int role) const {
+  if (orientation != Qt::Horizontal || section < 0 || section >= columns_.size()) return {};
+  if (role == Qt::DisplayRole) return columns_.at(section).caption;
+  if (role == Qt::TextAlignmentRole) return alignmentOf(columns_.at(section).setup).toInt();
+  return {};
+}
+
+QVariant RecordModel::data(const QModelIndex& index, int role) const {
+  if (!checkIndex(index, CheckIndexOption::IndexIsValid)) return {};
+  const ColumnSetup& setup = columns_.at(index.column()).setup;
+  if (role == Qt::TextAlignmentRole) return alignmentOf(setup).toInt();
+  const bool shown = role == Qt::DisplayRole;
+  if (!shown && role != Qt::EditRole) return {};
+  const int field = shown ? fields_.at(index.column()).shown : writtenPlace(index.column());
+  if (field < 0) return {};
+  const QVariant value = recordset_->ValueAt(index.row(), field);
+  return shown ? cellText(value, setup.kind) : value;
+}
+
+Qt::ItemFlags RecordModel::flags(const QModelIndex& index) const {
+  Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+  if (!index.isValid() || recordset_ == nullptr) return flags;
+  const ColumnSetup& setup = columns_.at(index.column()).setup;
+  const int field = writtenPlace(index.column());
+  if (!setup.editable || field < 0 || !recordset_->Updatable()) return flags;
+  if (!recordset_->Fields().at(field).updatable) return flags;
+  // Yes/no is toggled in place and needs no editor.
+  flags |= setup.kind == FieldKind::YesNo ? Qt::ItemIsUserCheckable : Qt::ItemIsEditable;
+  return flags;
+}
+
+bool RecordModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+  if (!index.isValid() || role != Qt::EditRole) return false;
+  const int field = writtenPlace(index.column());
+  if (field < 0) return false;
+  const store::RecordsetPtr target = recordset_;
+  if (target->AbsolutePosition() != index.row()) target->SetAbsolutePosition(index.row());
+  const auto giveUp = qScopeGuard([&target] {
+    if (target->IsOpen() && target->Mode() == store::EditMode::Edit) target->CancelUpdate();
+  });
+  target->Edit();
+  target->SetValue(field, value);
+  target->Update();
+  return true;
+}
+
+void RecordModel::showChange(qint64 row, const QVector<int>& fields) {
+  for (int column = 0; column < fields_.size(); ++column) {
+    const Fields& own = fields_.at(column);
+    const bool touched =
+        fields.contains(own.shown) || fields.contains(own.key) || fields.contains(own.selector);
+    const QModelIndex cell = index(static_cast<int>(row), column);
+    if (touched && cell.isValid()) Q_EMIT dataChanged(cell, cell);
+  }
+}
+
+}  // namespace platform

@@ -1,0 +1,92 @@
+#pragma once
+
+#include <QAbstractTableModel>
+#include <QVector>
+
+#include "platform/lookup_list.h"
+#include "store/recordset.h"
+
+namespace platform {
+
+// What the cells of a column hold, and how they are edited.
+struct ColumnSetup {
+  store::FieldKind kind = store::FieldKind::Text;
+  LookupListPtr list;  // null if the column does not choose from a list
+  QString keyField;    // with a list: the field that is written with the chosen key
+  int maxLength = 0;   // most characters of a text, 0 without limit
+  QString mask;        // one '#', '9' or '0' a digit of a whole number; empty for any number
+  bool editable = false;
+};
+
+struct GridColumn {
+  QString caption;
+  QString dataField;
+  int width = 0;  // twips; 0 for the usual width
+  bool visible = true;
+  ColumnSetup setup;
+};
+
+// The stored value as a cell shows it, on one line; empty for Null.
+QString cellText(const QVariant& value, store::FieldKind kind);
+// Places of dates on the store's day count.
+QDate dateOfDay(qint64 day);
+qint64 dayOfDate(const QDate& date);
+
+// The rows of a recordset as a table. Holds no row itself: the store is asked for the cells that
+// are shown. Failures of the store pass through. Not for table recordsets, which have no places.
+class RecordModel final : public QAbstractTableModel {
+  Q_OBJECT
+ public:
+  explicit RecordModel(QObject* parent = nullptr);
+
+  const store::RecordsetPtr& recordset() const { return recordset_; }
+  void setRecordset(store::RecordsetPtr recordset);
+  const QVector<GridColumn>& columns() const { return columns_; }
+  void setColumns(QVector<GridColumn> columns);
+
+  // Row of the recordset's current record, -1 if there is none.
+  int currentRow() const;
+  // True from the announcement of a row's coming or going until it is done.
+  bool isChanging() const { return changing_; }
+  // The field that an edit of the column writes.
+  QString writtenField(int column) const;
+
+  int rowCount(const QModelIndex& parent = {}) const override;
+  int columnCount(const QModelIndex& parent = {}) const override;
+  QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+  // Qt::EditRole is the stored value; for a column with a list, its key.
+  QVariant data(const QModelIndex& index, int role) const override;
+  Qt::ItemFlags flags(const QModelIndex& index) const override;
+  // Writes one value into the archive; the row becomes the current one. Fails as the store does,
+  // with the row left as it was.
+  bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+
+ Q_SIGNALS:
+  void leavingRow();  // the recordset is about to leave its current row
+  void rowReached();  // the recordset has another current row
+
+ private:
+  // Places of a column's fields in the recordset, -1 if missing.
+  struct Fields {
+    int shown = -1;
+    int key = -1;       // the field written, where a list is chosen from
+    int selector = -1;  // the field whose number selects the shown text
+  };
+
+  void connectRecordset();
+  void connectChanges();
+  void resolveFields();
+  Fields fieldsOf(const GridColumn& column) const;
+  int writtenPlace(int column) const;
+  void showChange(qint64 row, const QVector<int>& fields);
+  void resetTo(store::RecordsetPtr recordset);
+
+  store::RecordsetPtr recordset_;
+  QVector<GridColumn> columns_;
+  QVector<Fields> fields_;
+  QVector<QMetaObject::Connection> connections_;
+  int rows_ = 0;
+  bool changing_ = false;
+};
+
+}  // namespace platform

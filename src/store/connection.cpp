@@ -1,0 +1,182 @@
+#include "store/connection.h"
+
+#include <sqlite3.h>
+
+#include "store/sqlite_language.h"
+
+namespace store {
+namespace {
+
+constexpr qsizetype kMostStatements = 200;
+constexpr int kBusyMilliseconds = 2000;
+
+// An archive is data: nothing that its schema may hold is run.
+void harden(sqlite3* handle) {
+  sqlite3_db_config(handle, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+  sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
+  sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
+  sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+  sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+}
+
+QByteArray savepoint(int depth) {
+  return "tvx" + QByteArray::number(depth);
+}
+
+}  // namespace
+
+void bindValue(SQLite::Statement& statement, int place, const QVariant& value) {
+  if (!value.isValid() || value.isNull()) {
+    statement.bind(place);
+  } else if (value.typeId() == QMetaType::QString) {
+    statement.bind(place, value.toString().toStdString());
+  } else if (value.typeId() == QMetaType::Double) {
+    statement.bind(place, value.toDouble());
+  } else {
+    statement.bind(place, static_cast<int64_t>(value.toLongLong()));
+  }
+}
+
+QVariant columnValue(const SQLite::Statement& statement, int column) {
+  const SQLite::Column value = statement.getColumn(column);
+  switch (value.getType()) {
+    case SQLITE_INTEGER:
+      return static_cast<qlonglong>(value.getInt64());
+    case SQLITE_FLOAT:
+      return value.getDouble();
+    case SQLITE_NULL:
+      return {};
+    default: {
+      const char* text = value.getText();
+      return QString::fromUtf8(text, value.getBytes());
+    }
+  }
+}
+
+Connection::Connection(const QString& path, int flags)
+    : path_(path), database_(path.toStdString(), flags, kBusyMilliseconds) {
+  harden(database_.getHandle());
+  addLanguage(database_.getHandle());
+  database_.exec("PRAGMA synchronous = FULL; PRAGMA cell_size_check = ON; PRAGMA cache_size = -16384;");
+}
+
+Connection::~Connection() { statements_.clear(); }
+
+bool Connection::holdsPath() const {
+  int moved = 0;
+  sqlite3_file_control(database_.getHandle(), "main", SQLITE_FCNTL_HAS_MOVED, &moved);
+  return moved == 0;
+}
+
+Connection::Lease::~Lease() {
+  if (!statement_) return;
+  statement_->tryReset();
+  statement_->clearBindings();
+}
+
+Connection::Lease Connection::prepare(const QByteArray& text) const {
+  const auto found = statements_.constFind(text);
+  // A statement that is in use elsewhere is not shared: use counts tell.
+  if (found != statements_.constEnd() && found->use_count() == 1) return Lease(*found);
+  return guarded([&] {
+    auto statement = std::make_shared<SQLite::Statement>(database_, text.toStdString());
+    if (statements_.size() >= kMostStatements) statements_.clear();
+    if (!statements_.contains(text)) statements_.insert(text, statement);
+    return Lease(std::move(statement));
+  });
+}
+
+Connection::Lease Connection::prepare(const sql::Statement& statement) const {
+  Lease lease = prepare(statement.text);
+  guarded([&] {
+    int place = 0;
+    for (const QVariant& value : statement.values) bindValue(*lease, ++place, value);
+  });
+  return lease;
+}
+
+int Connection::execute(const QByteArray& text, const QVariantList& values) {
+  requireTransaction();
+  ++writes_;
+  const Lease lease = prepare(sql::Statement{text, values});
+  return guarded([&] { return lease->exec(); });
+}
+
+qint64 Connection::lastInsertKey() const {
+  return database_.getLastInsertRowid();
+}
+
+// Transactions change nothing by themselves: they leave the count of writes alone.
+void Connection::control(const QByteArray& text) const {
+  const Lease lease = prepare(text);
+  guarded([&] { lease->exec(); });
+}
+
+bool Connection::isInTransaction() const {
+  return sqlite3_get_autocommit(database_.getHandle()) == 0;
+}
+
+// After some disk errors SQLite rolls back by itself: what is written on would stand alone.
+void Connection::requireTransaction() const {
+  if (depth_ > 0 && !isInTransaction()) {
+    throw Failure(failure::kDiskError, QStringLiteral("La transazione e' stata annullata"));
+  }
+}
+
+void Connection::begin() {
+  requireTransaction();
+  control(depth_ == 0 ? QByteArray("BEGIN IMMEDIATE") : "SAVEPOINT " + savepoint(depth_));
+  ++depth_;
+}
+
+void Connection::commit() {
+  if (depth_ == 0) {
+    throw Failure(failure::kNoTransaction, QStringLiteral("Nessuna transazione da confermare"));
+  }
+  try {
+    requireTransaction();
+    control(depth_ == 1 ? QByteArray("COMMIT") : "RELEASE " + savepoint(depth_ - 1));
+    --depth_;
+  } catch (const Failure&) {
+    // A commit that failed must leave nothing half done and no transaction open.
+    rollback();
+    throw;
+  }
+}
+
+void Connection::rollback() {
+  if (depth_ > 0) rollbackTo(--depth_);
+}
+
+void Connection::rollbackTo(int depth) {
+  ++writes_;
+  forgetQueries();
+  if (!isInTransaction()) return;
+  const QByteArray name = savepoint(depth);
+  const QByteArray text =
+      depth == 0 ? QByteArray("ROLLBACK") : "ROLLBACK TO " + name + "; RELEASE " + name;
+  database_.tryExec(text.toStdString());
+}
+
+Connection::Reading::Reading(const Connection& connection) : connection_(connection) {
+  if (connection_.isInTransaction()) return;
+  connection_.control("BEGIN");
+  began_ = true;
+}
+
+Connection::Reading::~Reading() {
+  if (began_) connection_.database_.tryExec("COMMIT");
+}
+
+void Connection::lookForWrites() {
+  const Lease lease = prepare("PRAGMA data_version");
+  const qint64 version = guarded([&] {
+    return lease->executeStep() ? static_cast<qint64>(lease->getColumn(0).getInt64()) : 0;
+  });
+  if (version == dataVersion_) return;
+  dataVersion_ = version;
+  ++writes_;
+  forgetQueries();
+}
+
+}  // namespace store

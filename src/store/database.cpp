@@ -1,0 +1,255 @@
+#include "store/database.h"
+
+#include <algorithm>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include "store/cursor.h"
+#include "store/query.h"
+#include "store/sql_parser.h"
+
+namespace store {
+namespace {
+
+// Marks a file as an archive of this program ("TVLX").
+constexpr int kApplicationId = 0x54564c58;
+
+QVector<Database*>& openDatabases() {
+  static QVector<Database*> databases;
+  return databases;
+}
+
+[[noreturn]] void unknownFormat(const QString& path) {
+  throw Failure(failure::kUnknownFormat,
+                QStringLiteral("Il file %1 non e' un archivio riconosciuto").arg(path));
+}
+
+qint64 pragma(Connection& connection, const QByteArray& name) {
+  const auto lease = connection.prepare("PRAGMA " + name);
+  return lease->executeStep() ? lease->getColumn(0).getInt64() : 0;
+}
+
+// With the first read, an interrupted write of an earlier run is rolled back; within one read the
+// file's size cannot change.
+void checkArchive(Connection& connection) {
+  connection.database().exec("BEGIN");
+  if (pragma(connection, "application_id") != kApplicationId) unknownFormat(connection.path());
+  const qint64 size = QFileInfo(connection.path()).size();
+  if (size != pragma(connection, "page_count") * pragma(connection, "page_size")) {
+    throw Failure(failure::kDamaged,
+                  QStringLiteral("L'archivio %1 e' danneggiato").arg(connection.path()));
+  }
+  connection.database().exec("COMMIT");
+}
+
+// A file that is open is neither opened nor looked into a second time: to close it again would
+// take away the locks that the process holds on it.
+std::shared_ptr<Connection> sharedConnection(const QString& path) {
+  static QHash<QString, std::weak_ptr<Connection>> connections;
+  std::shared_ptr<Connection> connection = connections.value(path).lock();
+  if (!connection || !connection->holdsPath()) {
+    connection = std::make_shared<Connection>(path, SQLite::OPEN_READWRITE);
+    checkArchive(*connection);
+    connections.insert(path, connection);
+  }
+  return connection;
+}
+
+// A file that is removed again unless it gets finished.
+class NewFile final {
+ public:
+  explicit NewFile(QString path) : path_(std::move(path)) {}
+  ~NewFile() {
+    if (!finished_) QFile::remove(path_);
+  }
+  NewFile(const NewFile&) = delete;
+  NewFile& operator=(const NewFile&) = delete;
+  void finish() { finished_ = true; }
+
+ private:
+  QString path_;
+  bool finished_ = false;
+};
+
+}  // namespace
+
+Database::Database(std::shared_ptr<Connection> connection)
+    : connection_(std::move(connection)),
+      clones_(std::make_shared<QVector<std::weak_ptr<Recordset>>>()) {
+  openDatabases().append(this);
+}
+
+Database::~Database() {
+  Close();
+  openDatabases().removeOne(this);
+}
+
+Connection& Database::connection() const {
+  if (!connection_) throw Failure(failure::kClosed, QStringLiteral("L'archivio e' chiuso"));
+  return *connection_;
+}
+
+QString Database::Name() const {
+  return connection_ ? connection_->path() : QString();
+}
+
+void Database::Close() {
+  // Who hears that a recordset closes may let go of this handle.
+  const std::shared_ptr<Database> keep = weak_from_this().lock();
+  for (const RecordsetPtr& recordset : Recordsets()) recordset->Close();
+  const QVector<std::weak_ptr<Recordset>> clones = *clones_;
+  for (const auto& weak : clones) {
+    if (const RecordsetPtr clone = weak.lock()) clone->Close();
+  }
+  recordsets_.clear();
+  clones_->clear();
+  while (transactions_ > 0) Rollback();
+  connection_.reset();
+}
+
+RecordsetPtr Database::OpenRecordset(const QString& source, RecordsetType type) {
+  connection();
+  auto cursor = type == RecordsetType::Table ? makeTableCursor(connection_, source)
+                                             : makeKeysetCursor(connection_, source);
+  auto recordset = std::make_shared<Recordset>(type, std::move(cursor), clones_);
+  recordsets_.append(recordset);
+  return recordset;
+}
+
+QVector<RecordsetPtr> Database::Recordsets() const {
+  QVector<RecordsetPtr> open;
+  for (const auto& weak : recordsets_) {
+    RecordsetPtr recordset = weak.lock();
+    if (recordset && recordset->IsOpen()) open.append(std::move(recordset));
+  }
+  recordsets_.clear();
+  for (const RecordsetPtr& recordset : open) recordsets_.append(recordset);
+  return open;
+}
+
+void Database::CreateQueryDef(const QString& name, const QString& sql) {
+  const bool select = sql::looksLikeSelect(sql);
+  if (select) {
+    sql::parseSelect(sql);
+  } else {
+    sql::parseAction(sql);
+  }
+  if (connection().table(name) != nullptr || connection().querySql(name)) {
+    throw Failure(failure::kNameTaken, QStringLiteral("L'oggetto '%1' esiste gia'").arg(name));
+  }
+  connection().execute("INSERT INTO QUERYDEF (Name, Sql) VALUES (?, ?)", {name, sql});
+  connection().forgetQueries();
+}
+
+void Database::DeleteQueryDef(const QString& name) {
+  const int deleted =
+      connection().execute("DELETE FROM QUERYDEF WHERE Name = ? COLLATE NOCASE", {name});
+  connection().forgetQueries();
+  if (deleted == 0) {
+    throw Failure(failure::kItemNotFound, QStringLiteral("Query '%1' inesistente").arg(name));
+  }
+}
+
+QStringList Database::QueryDefs() const {
+  QStringList names;
+  const auto lease = connection().prepare("SELECT Name FROM QUERYDEF ORDER BY Name");
+  guarded([&] {
+    while (lease->executeStep()) names.append(columnValue(*lease, 0).toString());
+  });
+  return names;
+}
+
+QString Database::QueryDefSql(const QString& name) const {
+  const std::optional<QString> sql = connection().querySql(name);
+  if (!sql) throw Failure(failure::kItemNotFound, QStringLiteral("Query '%1' inesistente").arg(name));
+  return *sql;
+}
+
+void Database::Execute(const QString& query) {
+  const sql::Statement statement =
+      sql::printAction(sql::resolveAction(sql::parseAction(QueryDefSql(query)), connection()));
+  connection().execute(statement.text, statement.values);
+}
+
+void Database::BeginTrans() {
+  connection().begin();
+  ++transactions_;
+}
+
+void Database::CommitTrans() {
+  if (transactions_ == 0) {
+    throw Failure(failure::kNoTransaction, QStringLiteral("Nessuna transazione da confermare"));
+  }
+  --transactions_;
+  connection().commit();
+}
+
+void Database::Rollback() {
+  if (transactions_ == 0) return;
+  --transactions_;
+  connection().rollback();
+}
+
+QString Database::ExplainSql(const QString& source) const {
+  const Query query(source, connection());
+  if (query.keyTables().empty()) return QString::fromUtf8(query.everything().text);
+  return QString::fromUtf8(query.keys(true).text + "\n" + query.rowByKeys());
+}
+
+bool Database::IntegrityCheck() const {
+  const auto lease = connection().prepare("PRAGMA integrity_check");
+  return guarded([&] {
+    return lease->executeStep() && columnValue(*lease, 0).toString() == QLatin1String("ok");
+  });
+}
+
+Transaction::~Transaction() {
+  if (!done_) database_.Rollback();
+}
+
+void Transaction::Commit() {
+  done_ = true;
+  database_.CommitTrans();
+}
+
+DatabasePtr OpenDatabase(const QString& path) {
+  const QFileInfo file(path);
+  if (!file.isFile()) {
+    throw Failure(failure::kFileNotFound, QStringLiteral("File %1 non trovato").arg(path));
+  }
+  return guarded(
+      [&] { return std::make_shared<Database>(sharedConnection(file.canonicalFilePath())); });
+}
+
+// Each database closes others where a listener lets go of them: the list is looked at anew.
+void CloseWorkspace() {
+  const auto open = [](const Database* database) { return database->IsOpen(); };
+  const QVector<Database*>& all = openDatabases();
+  for (auto next = std::find_if(all.begin(), all.end(), open); next != all.end();
+       next = std::find_if(all.begin(), all.end(), open)) {
+    (*next)->Close();
+  }
+}
+
+DatabasePtr CreateDatabase(const QString& path, const QByteArray& schema) {
+  const QString full = QFileInfo(path).absoluteFilePath();
+  if (QFileInfo::exists(full)) {
+    throw Failure(failure::kFileExists, QStringLiteral("Il file %1 esiste gia'").arg(path));
+  }
+  NewFile file(full);
+  guarded([&] {
+    Connection connection(full, SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
+    SQLite::Database& target = connection.database();
+    target.exec("BEGIN; PRAGMA application_id = " + std::to_string(kApplicationId));
+    target.exec(
+        "CREATE TABLE QUERYDEF (Name TEXT(64) PRIMARY KEY COLLATE NOCASE, Sql TEXT NOT NULL)");
+    target.exec(schema.toStdString());
+    target.exec("COMMIT");
+  });
+  DatabasePtr database = OpenDatabase(full);
+  file.finish();
+  return database;
+}
+
+}  // namespace store

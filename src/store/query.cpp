@@ -1,0 +1,229 @@
+#include "store/query.h"
+
+#include <algorithm>
+
+#include "store/failure.h"
+#include "store/sql_functions.h"
+#include "store/sql_parser.h"
+
+namespace store {
+namespace {
+
+using sql::Expr;
+using sql::ExprKind;
+using sql::ExprPtr;
+using sql::Source;
+
+std::shared_ptr<const sql::Select> selectOf(const QString& source) {
+  if (sql::looksLikeSelect(source)) return sql::parseSelect(source);
+  sql::Select select;
+  sql::SelectCore core;
+  core.items.emplace_back();
+  core.from.push_back({source.trimmed(), {}, sql::Join::Inner, nullptr});
+  select.cores.push_back(std::move(core));
+  return std::make_shared<const sql::Select>(std::move(select));
+}
+
+bool sameColumn(const Expr& a, const Expr& b) {
+  return a.kind == ExprKind::Column && b.kind == ExprKind::Column &&
+         a.qualifier == b.qualifier && a.name.compare(b.name, Qt::CaseInsensitive) == 0;
+}
+
+bool isKeyOf(const Expr& expr, const Source& source) {
+  return expr.kind == ExprKind::Column && source.table != nullptr &&
+         source.table->keyColumn >= 0 && expr.qualifier == source.alias &&
+         source.table->findColumn(expr.name) == source.table->keyColumn;
+}
+
+}  // namespace
+
+Query::Query(const QString& source, const Catalog& catalog)
+    : resolved_(sql::resolve(*selectOf(source), catalog)) {
+  findKeyTables();
+  describeFields();
+  splitOrder();
+}
+
+void Query::findKeyTables() {
+  if (!resolved_->isPlain()) return;
+  std::vector<const Source*> found;
+  for (const Source& source : resolved_->from) {
+    if (source.join == sql::Join::Inner) found.push_back(&source);
+    // A LEFT JOIN that may find several rows makes several of one.
+    if (source.table == nullptr || (source.join == sql::Join::Left && !hasOneMatch(source))) return;
+  }
+  if (found.size() <= 2) keyTables_ = std::move(found);
+}
+
+bool Query::hasOneMatch(const Source& joined) const {
+  if (!joined.on || joined.on->kind != ExprKind::Binary) return false;
+  const Expr& on = *joined.on;
+  return on.name == QLatin1String("=") &&
+         (isKeyOf(*on.args[0], joined) || isKeyOf(*on.args[1], joined));
+}
+
+const Source* Query::sourceOf(const Expr& column) const {
+  if (column.kind != ExprKind::Column) return nullptr;
+  const auto found = std::find_if(resolved_->from.begin(), resolved_->from.end(),
+                                  [&](const Source& s) { return s.alias == column.qualifier; });
+  return found == resolved_->from.end() ? nullptr : &*found;
+}
+
+void Query::describeFields() {
+  for (const sql::OutColumn& column : resolved_->columns) {
+    const auto holder =
+        std::find(keyTables_.begin(), keyTables_.end(), sourceOf(*column.expr));
+    const bool held = holder != keyTables_.end();
+    tableOf_.append(held ? static_cast<int>(holder - keyTables_.begin()) : -1);
+    FieldInfo field{column.name, column.table, column.column, column.kind, column.size, {}, held};
+    if (column.kind == FieldKind::Counter) field.updatable = false;
+    if (!held) field.lookupKey = lookupKeyOf(column);
+    fields_.append(std::move(field));
+  }
+}
+
+// A LEFT JOINed table whose condition is its own key = a column is a list: that column selects.
+const Source* Query::listOf(const Expr& expr, ExprPtr* key) const {
+  const Source* source = sourceOf(expr);
+  if (source == nullptr || source->join != sql::Join::Left || !hasOneMatch(*source)) return nullptr;
+  const Expr& on = *source->on;
+  for (const int side : {0, 1}) {
+    const ExprPtr& other = on.args[static_cast<std::size_t>(1 - side)];
+    if (isKeyOf(*on.args[static_cast<std::size_t>(side)], *source) &&
+        other->kind == ExprKind::Column) {
+      *key = other;
+      return source;
+    }
+  }
+  return nullptr;
+}
+
+QString Query::lookupKeyOf(const sql::OutColumn& column) const {
+  ExprPtr key;
+  if (listOf(*column.expr, &key) == nullptr) return {};
+  const auto found =
+      std::find_if(resolved_->columns.begin(), resolved_->columns.end(),
+                   [&](const sql::OutColumn& c) { return sameColumn(*c.expr, *key); });
+  return found == resolved_->columns.end() ? QString() : found->name;
+}
+
+std::pair<QString, QString> Query::joinColumns() const {
+  if (keyTables_.size() != 2 || !keyTables_[1]->on) return {};
+  const Expr& on = *keyTables_[1]->on;
+  if (on.kind != ExprKind::Binary || on.name != QLatin1String("=")) return {};
+  const Expr& a = *on.args[0];
+  const Expr& b = *on.args[1];
+  if (sourceOf(a) == keyTables_[0] && sourceOf(b) == keyTables_[1]) return {a.name, b.name};
+  if (sourceOf(b) == keyTables_[0] && sourceOf(a) == keyTables_[1]) return {b.name, a.name};
+  return {};
+}
+
+bool Query::isKey(const Expr& expr) const {
+  return std::any_of(keyTables_.begin(), keyTables_.end(),
+                     [&](const Source* source) { return isKeyOf(expr, *source); });
+}
+
+// A table's key is in one row only where the other table is joined by its own key.
+bool Query::isUnique(const Expr& key) const {
+  if (keyTables_.size() == 1) return true;
+  const bool ofFirst = isKeyOf(key, *keyTables_[0]);
+  const auto [left, right] = joinColumns();
+  const sql::Source& other = *keyTables_[ofFirst ? 1 : 0];
+  return !left.isEmpty() &&
+         other.table->findColumn(ofFirst ? right : left) == other.table->keyColumn;
+}
+
+void Query::splitOrder() {
+  for (const sql::OrderTerm& term : resolved_->orderBy) {
+    const bool last = &term == &resolved_->orderBy.back();
+    if (isKey(*term.expr) && (last || isUnique(*term.expr))) {
+      // No two rows share the key: what follows decides nothing.
+      keyOrder_ = term.expr;
+      keyOrderDescending_ = term.descending;
+      return;
+    }
+    SortTerm sort{term.expr, term.descending, nullptr, {}};
+    ExprPtr key;
+    const Source* list = listOf(*term.expr, &key);
+    if (list != nullptr && kindOf(*term.expr) == FieldKind::Text) {
+      sort.list = list;
+      sort.listColumn = term.expr->name;
+      sort.expr = key;
+    }
+    sortTerms_.push_back(std::move(sort));
+  }
+}
+
+void Query::printKeys(sql::Printer& printer) const {
+  bool first = true;
+  for (const Source* source : keyTables_) {
+    printer.text(first ? "SELECT " : ", ").text(sql::quoteName(source->alias)).text(".rowid");
+    first = false;
+  }
+}
+
+sql::Statement Query::keys(bool withSortValues) const {
+  sql::Printer printer;
+  printKeys(printer);
+  for (const SortTerm& term : sortTerms_) {
+    if (withSortValues) printer.text(", ").value(*term.expr);
+  }
+  printer.text(" FROM ").sources(*resolved_).where(resolved_->where, nullptr).text(" ORDER BY ");
+  if (keyOrder_) printer.expression(*keyOrder_).text(keyOrderDescending_ ? " DESC, " : ", ");
+  // Beyond that the stored order is that of the first table, whatever way SQLite takes.
+  printer.text(sql::quoteName(keyTables_.front()->alias)).text(".rowid");
+  return printer.take();
+}
+
+sql::Statement Query::keysWhere(const ExprPtr& condition) const {
+  sql::Printer printer;
+  if (keyTables_.empty()) {
+    printer.text("SELECT rowid FROM ").text(sql::quoteName(resultName())).where(condition, nullptr);
+    return printer.take();
+  }
+  printKeys(printer);
+  printer.text(" FROM ").sources(*resolved_).where(resolved_->where, condition);
+  return printer.take();
+}
+
+QByteArray Query::rowByKeys() const {
+  if (keyTables_.empty()) {
+    return "SELECT * FROM " + sql::quoteName(resultName()) + " WHERE rowid = ?";
+  }
+  sql::Printer printer;
+  bool first = true;
+  for (const sql::OutColumn& column : resolved_->columns) {
+    printer.text(first ? "SELECT " : ", ").value(*column.expr);
+    first = false;
+  }
+  printer.text(" FROM ").sources(*resolved_);
+  first = true;
+  for (const Source* source : keyTables_) {
+    printer.text(first ? " WHERE " : " AND ").text(sql::quoteName(source->alias));
+    printer.text(".rowid = ?");
+    first = false;
+  }
+  return printer.take().text;
+}
+
+sql::Statement Query::everything() const {
+  return sql::Printer().query(*resolved_, true).take();
+}
+
+ExprPtr Query::condition(const QString& text, const Catalog& catalog) const {
+  const ExprPtr parsed = sql::parseCondition(text);
+  if (!keyTables_.empty()) return sql::resolveCondition(parsed, *resolved_, catalog);
+  sql::Resolved result;
+  result.columns = resolved_->columns;
+  for (std::size_t i = 0; i < result.columns.size(); ++i) {
+    Expr column;
+    column.kind = ExprKind::Column;
+    column.type = result.columns[i].kind;
+    column.qualifier = resultName();
+    column.name = resultColumn(static_cast<int>(i));
+    result.columns[i].expr = sql::makeExpr(std::move(column));
+  }
+  return sql::resolveCondition(parsed, result, catalog);
+}
+
+}  // namespace store

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <QMap>
+
+#include "store/sql_printer.h"
+
+namespace store {
+
+// A source of a recordset, compiled: what its fields are, and the statements that list its rows'
+// keys and read a row by its keys.
+class Query final {
+ public:
+  // `source` is a table, a stored query or a SELECT.
+  Query(const QString& source, const Catalog& catalog);
+
+  const QVector<FieldInfo>& fields() const { return fields_; }
+  // Tables whose rows make up a row of the query, at most two; none if its rows have no keys.
+  const std::vector<const sql::Source*>& keyTables() const { return keyTables_; }
+  // Place in keyTables() of the table that holds a field, -1 if no such table does.
+  int tableOf(int field) const { return tableOf_[field]; }
+
+  // The columns of the two key tables that their rows are joined by; empty if there are none.
+  std::pair<QString, QString> joinColumns() const;
+
+  // The order's terms that the statement of keys() leaves to the caller. A text taken from a
+  // joined list is replaced by the list's key (see listOf).
+  struct SortTerm {
+    sql::ExprPtr expr;
+    bool descending = false;
+    const sql::Source* list = nullptr;  // the expression is a key of this list
+    QString listColumn;
+  };
+  const std::vector<SortTerm>& sortTerms() const { return sortTerms_; }
+
+  // Keys of all rows, then the values of sortTerms(); in the stored order.
+  sql::Statement keys(bool withSortValues) const;
+  // Keys of the rows that meet a condition, in any order.
+  sql::Statement keysWhere(const sql::ExprPtr& condition) const;
+  // One row by its keys, as values of the statement.
+  QByteArray rowByKeys() const;
+  sql::ExprPtr condition(const QString& text, const Catalog& catalog) const;
+
+  // Without keys, all rows are to be copied to a table of this name and with these columns, in
+  // order; keysWhere(), rowByKeys() and condition() are about that table, its row number the key.
+  sql::Statement everything() const;
+  static QString resultName() { return QStringLiteral("result"); }
+  static QString resultColumn(int field) { return QStringLiteral("c%1").arg(field); }
+
+ private:
+  void findKeyTables();
+  void describeFields();
+  QString lookupKeyOf(const sql::OutColumn& column) const;
+  const sql::Source* listOf(const sql::Expr& expr, sql::ExprPtr* key) const;
+  const sql::Source* sourceOf(const sql::Expr& column) const;
+  bool hasOneMatch(const sql::Source& joined) const;
+  void splitOrder();
+  bool isKey(const sql::Expr& expr) const;
+  bool isUnique(const sql::Expr& key) const;
+  void printKeys(sql::Printer& printer) const;
+
+  sql::ResolvedPtr resolved_;
+  QVector<FieldInfo> fields_;
+  QVector<int> tableOf_;
+  std::vector<const sql::Source*> keyTables_;
+  std::vector<SortTerm> sortTerms_;
+  sql::ExprPtr keyOrder_;
+  bool keyOrderDescending_ = false;
+};
+
+}  // namespace store

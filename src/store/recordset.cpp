@@ -1,0 +1,379 @@
+#include "store/recordset.h"
+
+#include <algorithm>
+
+#include "store/row_writer.h"
+
+namespace store {
+namespace {
+
+// Writes of one row to both its tables, or to none.
+class RowTransaction {
+ public:
+  explicit RowTransaction(Connection& connection) : connection_(connection) { connection_.begin(); }
+  ~RowTransaction() {
+    if (!done_) connection_.rollback();
+  }
+  RowTransaction(const RowTransaction&) = delete;
+  RowTransaction& operator=(const RowTransaction&) = delete;
+  void commit() {
+    done_ = true;
+    connection_.commit();
+  }
+
+ private:
+  Connection& connection_;
+  bool done_ = false;
+};
+
+bool sameName(const QString& a, const QString& b) {
+  return a.compare(b, Qt::CaseInsensitive) == 0;
+}
+
+[[noreturn]] void noCurrentRecord() {
+  throw Failure(failure::kNoCurrentRecord, QStringLiteral("Nessun record corrente"));
+}
+
+}  // namespace
+
+Recordset::Recordset(RecordsetType type, std::shared_ptr<Cursor> cursor, Clones clones)
+    : type_(type), cursor_(std::move(cursor)), clones_(std::move(clones)) {}
+
+Recordset::~Recordset() = default;
+
+bool Recordset::IsOpen() const { return cursor_ != nullptr; }
+
+void Recordset::Close() {
+  if (!cursor_) return;
+  mode_ = EditMode::None;
+  cursor_.reset();
+  Q_EMIT closed();
+}
+
+void Recordset::requireOpen() const {
+  if (!cursor_) throw Failure(failure::kClosed, QStringLiteral("L'elenco di record e' chiuso"));
+}
+
+void Recordset::requireUpdatable() const {
+  requireOpen();
+  if (!Updatable()) {
+    throw Failure(failure::kReadOnly, QStringLiteral("L'elenco di record e' di sola lettura"));
+  }
+}
+
+void Recordset::requireCurrent() const {
+  requireOpen();
+  if (!cursor_->onRow()) noCurrentRecord();
+}
+
+void Recordset::requireField(int field) const {
+  if (field < 0 || field >= cursor_->fields().size()) {
+    throw Failure(failure::kItemNotFound, QStringLiteral("Campo non presente nell'elenco"));
+  }
+}
+
+bool Recordset::Updatable() const {
+  if (!cursor_ || type_ == RecordsetType::Snapshot) return false;
+  const QVector<FieldInfo>& fields = cursor_->fields();
+  return std::any_of(fields.begin(), fields.end(), [](const FieldInfo& f) { return f.updatable; });
+}
+
+qint64 Recordset::RecordCount() const {
+  requireOpen();
+  return cursor_->count();
+}
+
+bool Recordset::Bof() const {
+  requireOpen();
+  return cursor_->bof();
+}
+
+bool Recordset::Eof() const {
+  requireOpen();
+  return cursor_->eof();
+}
+
+// Before the current row changes: what is pending is written by those who show it, and an edit
+// nobody finished is given up.
+void Recordset::leave() {
+  requireOpen();
+  Q_EMIT aboutToMove();
+  CancelUpdate();
+}
+
+void Recordset::arrive(qint64 from) {
+  noMatch_ = false;
+  Q_EMIT moved(from, cursor_->place());
+}
+
+// On an empty set the move fails, but is tried: another handle may have added rows.
+void Recordset::MoveFirst() {
+  leave();
+  const qint64 from = cursor_->place();
+  cursor_->moveFirst();
+  requireCurrent();
+  arrive(from);
+}
+
+void Recordset::MoveLast() {
+  leave();
+  const qint64 from = cursor_->place();
+  cursor_->moveLast();
+  requireCurrent();
+  arrive(from);
+}
+
+void Recordset::MoveNext() {
+  requireOpen();
+  if (cursor_->eof()) noCurrentRecord();
+  Move(1);
+}
+
+void Recordset::MovePrevious() {
+  requireOpen();
+  if (cursor_->bof()) noCurrentRecord();
+  Move(-1);
+}
+
+void Recordset::Move(qint64 rows) {
+  leave();
+  const qint64 from = cursor_->place();
+  cursor_->moveBy(rows);
+  arrive(from);
+}
+
+qint64 Recordset::AbsolutePosition() const {
+  requireOpen();
+  return cursor_->place();
+}
+
+void Recordset::SetAbsolutePosition(qint64 position) {
+  requireOpen();
+  if (!cursor_->hasPlaces() || position < 0 || position >= cursor_->count()) {
+    throw Failure(failure::kNoCurrentRecord, QStringLiteral("Posizione fuori dall'elenco"));
+  }
+  if (position == cursor_->place()) return;
+  leave();
+  const qint64 from = cursor_->place();
+  cursor_->setPlace(position);
+  arrive(from);
+}
+
+QByteArray Recordset::Bookmark() const {
+  requireCurrent();
+  return cursor_->bookmark();
+}
+
+void Recordset::SetBookmark(const QByteArray& bookmark) {
+  leave();
+  const qint64 from = cursor_->place();
+  cursor_->setBookmark(bookmark);
+  arrive(from);
+}
+
+std::shared_ptr<Recordset> Recordset::Clone() const {
+  requireOpen();
+  auto clone = std::make_shared<Recordset>(type_, cursor_->clone(), clones_);
+  clones_->removeIf([](const std::weak_ptr<Recordset>& other) { return other.expired(); });
+  clones_->append(clone);
+  return clone;
+}
+
+const QVector<FieldInfo>& Recordset::Fields() const {
+  requireOpen();
+  return cursor_->fields();
+}
+
+int Recordset::FindField(const QString& name) const {
+  requireOpen();
+  const QVector<FieldInfo>& fields = cursor_->fields();
+  for (int i = 0; i < fields.size(); ++i) {
+    if (sameName(fields[i].name, name)) return i;
+  }
+  const qsizetype dot = name.indexOf(u'.');
+  if (dot < 0) return -1;
+  for (int i = 0; i < fields.size(); ++i) {
+    if (sameName(fields[i].table, name.left(dot)) && sameName(fields[i].column, name.mid(dot + 1))) {
+      return i;
+    }
+  }
+  return -1;
+}
+
+int Recordset::FieldIndex(const QString& name) const {
+  const int field = FindField(name);
+  if (field < 0) {
+    throw Failure(failure::kItemNotFound, QStringLiteral("Campo '%1' non presente nell'elenco").arg(name));
+  }
+  return field;
+}
+
+QVariant Recordset::Value(int field) const {
+  requireOpen();
+  requireField(field);
+  if (mode_ == EditMode::Add || (mode_ == EditMode::Edit && touched_[field])) return edited_[field];
+  requireCurrent();
+  return cursor_->value(field);
+}
+
+void Recordset::SetValue(int field, const QVariant& value) {
+  requireUpdatable();
+  if (mode_ == EditMode::None) {
+    throw Failure(failure::kUpdateWithoutEdit, QStringLiteral("Modifica non iniziata"));
+  }
+  requireField(field);
+  const FieldInfo& info = cursor_->fields()[field];
+  if (!info.updatable) {
+    throw Failure(failure::kFieldNotUpdatable,
+                  QStringLiteral("Il campo %1 non e' modificabile").arg(info.name));
+  }
+  edited_[field] = toKind(value, info);
+  touched_[field] = true;
+}
+
+QVariant Recordset::ValueAt(qint64 position, int field) const {
+  requireOpen();
+  requireField(field);
+  return cursor_->valueAt(position, field);
+}
+
+void Recordset::AddNew() {
+  requireUpdatable();
+  leave();
+  edited_ = QVector<QVariant>(cursor_->fields().size());
+  touched_ = QVector<bool>(cursor_->fields().size(), false);
+  mode_ = EditMode::Add;
+  Q_EMIT addStarted();
+}
+
+void Recordset::Edit() {
+  requireUpdatable();
+  requireCurrent();
+  if (mode_ == EditMode::Edit) return;
+  edited_ = QVector<QVariant>(cursor_->fields().size());
+  touched_ = QVector<bool>(cursor_->fields().size(), false);
+  mode_ = EditMode::Edit;
+}
+
+void Recordset::Update() {
+  requireUpdatable();
+  if (mode_ == EditMode::None) {
+    throw Failure(failure::kUpdateWithoutEdit, QStringLiteral("Modifica non iniziata"));
+  }
+  Q_EMIT aboutToUpdate();
+  if (mode_ == EditMode::Add) {
+    writeNew();
+  } else if (mode_ == EditMode::Edit) {
+    writeChanges();
+  }
+}
+
+void Recordset::writeNew() {
+  QVector<Change> changes;
+  for (int i = 0; i < touched_.size(); ++i) {
+    if (touched_[i]) changes.append({i, edited_[i]});
+  }
+  RowTransaction transaction(cursor_->connection());
+  const QByteArray bookmark = cursor_->insertRow(changes);
+  transaction.commit();
+  mode_ = EditMode::None;
+  lastModified_ = bookmark;
+  const qint64 place = cursor_->count();
+  const bool hasPlaces = cursor_->hasPlaces();
+  if (hasPlaces) Q_EMIT rowAboutToBeInserted(place);
+  cursor_->addRow(bookmark);
+  if (hasPlaces) Q_EMIT rowInserted(place);
+}
+
+void Recordset::writeChanges() {
+  QVector<Change> changes;
+  QVector<int> fields;
+  for (int i = 0; i < touched_.size(); ++i) {
+    if (!touched_[i]) continue;
+    changes.append({i, edited_[i]});
+    fields.append(i);
+  }
+  if (!changes.isEmpty()) {
+    RowTransaction transaction(cursor_->connection());
+    cursor_->updateRow(changes);
+    transaction.commit();
+  }
+  mode_ = EditMode::None;
+  lastModified_ = cursor_->bookmark();
+  if (fields.isEmpty()) return;
+  cursor_->refreshRow();
+  Q_EMIT rowChanged(cursor_->place(), fields);
+}
+
+void Recordset::CancelUpdate() { mode_ = EditMode::None; }
+
+void Recordset::Delete() {
+  requireUpdatable();
+  requireCurrent();
+  CancelUpdate();
+  RowTransaction transaction(cursor_->connection());
+  cursor_->deleteRow();
+  transaction.commit();
+  const qint64 place = cursor_->place();
+  if (cursor_->hasPlaces()) Q_EMIT rowAboutToBeRemoved(place);
+  cursor_->dropRow();
+  if (cursor_->hasPlaces()) Q_EMIT rowRemoved(place);
+}
+
+void Recordset::SetIndex(const QString& name) {
+  requireOpen();
+  cursor_->setIndex(name);
+}
+
+QString Recordset::Index() const {
+  requireOpen();
+  return cursor_->index();
+}
+
+void Recordset::Seek(const QString& comparison, const QVariantList& keys) {
+  leave();
+  noMatch_ = !cursor_->seek(comparison, keys);
+  if (!noMatch_) arrive(-1);
+}
+
+void Recordset::FindFirst(const QString& condition) { find(Search::First, condition); }
+void Recordset::FindLast(const QString& condition) { find(Search::Last, condition); }
+void Recordset::FindNext(const QString& condition) { find(Search::Next, condition); }
+void Recordset::FindPrevious(const QString& condition) { find(Search::Previous, condition); }
+
+void Recordset::find(Search search, const QString& condition) {
+  leave();
+  const std::vector<qint64>& hits = cursor_->hits(condition);
+  const auto begin = hits.begin();
+  const auto end = hits.end();
+  auto hit = begin;
+  if (search == Search::Next) hit = std::lower_bound(begin, end, cursor_->placeBehind());
+  // Searches backwards take the hit before the bound.
+  if (search == Search::Previous) hit = std::upper_bound(begin, end, cursor_->placeBefore());
+  if (search == Search::Last) hit = end;
+  const bool backward = search == Search::Last || search == Search::Previous;
+  noMatch_ = hit == (backward ? begin : end);
+  if (noMatch_) return;
+  const qint64 from = cursor_->place();
+  cursor_->setPlace(backward ? *(hit - 1) : *hit);
+  arrive(from);
+}
+
+void Recordset::Requery() {
+  leave();
+  cursor_->prepareRequery();
+  Q_EMIT aboutToRequery();
+  cursor_->requery();
+  noMatch_ = false;
+  Q_EMIT requeried();
+}
+
+void Recordset::RefreshRow() {
+  requireCurrent();
+  cursor_->refreshRow();
+  QVector<int> all(cursor_->fields().size());
+  for (int i = 0; i < all.size(); ++i) all[i] = i;
+  Q_EMIT rowChanged(cursor_->place(), all);
+}
+
+}  // namespace store

@@ -1,0 +1,180 @@
+#include "store/row_set.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "store/row_sorter.h"
+
+namespace store {
+namespace {
+
+constexpr std::size_t kMostRows = 512;
+constexpr qint64 kAhead = 32;
+
+}  // namespace
+
+RowKey packKey(qint64 first, qint64 second) {
+  constexpr qint64 most = std::numeric_limits<qint32>::max();
+  if (first > most || second > most || first < -most || second < -most) {
+    throw Failure(failure::kOverflow, QStringLiteral("Chiave di record fuori dai limiti"));
+  }
+  return (static_cast<RowKey>(static_cast<quint32>(first)) << 32) | static_cast<quint32>(second);
+}
+
+qint64 firstKey(RowKey key) { return static_cast<qint32>(key >> 32); }
+qint64 secondKey(RowKey key) { return static_cast<qint32>(key & 0xffffffffU); }
+
+RowSet::RowSet(std::shared_ptr<Connection> connection, const QString& source)
+    : connection_(std::move(connection)), text_(source), query_(source, *connection_) {
+  rowText_ = query_.rowByKeys();
+  const Connection::Reading reading(*connection_);
+  if (query_.keyTables().empty()) {
+    readResults();
+  } else if (query_.sortTerms().empty()) {
+    readKeys();
+  } else {
+    readSorted();
+  }
+}
+
+std::shared_ptr<RowSet> RowSet::again() const {
+  return std::make_shared<RowSet>(connection_, text_);
+}
+
+void RowSet::readKeys() {
+  std::vector<RowKey> keys;
+  const auto lease = connection_->prepare(query_.keys(false));
+  const bool two = query_.keyTables().size() == 2;
+  guarded([&] {
+    while (lease->executeStep()) {
+      keys.push_back(packKey(lease->getColumn(0).getInt64(), two ? lease->getColumn(1).getInt64() : 0));
+    }
+  });
+  keys.shrink_to_fit();
+  keys_ = std::move(keys);
+}
+
+void RowSet::readSorted() {
+  RowSorter sorter(*connection_, query_.sortTerms());
+  const auto lease = connection_->prepare(query_.keys(true));
+  const bool two = query_.keyTables().size() == 2;
+  guarded([&] {
+    while (lease->executeStep()) {
+      sorter.add(packKey(lease->getColumn(0).getInt64(), two ? lease->getColumn(1).getInt64() : 0),
+                 *lease, two ? 2 : 1);
+    }
+  });
+  keys_ = sorter.sorted();
+}
+
+void RowSet::readResults() {
+  results_ = std::make_unique<ResultTable>(*connection_, query_);
+  keys_.resize(static_cast<std::size_t>(results_->count()));
+  for (std::size_t i = 0; i < keys_.size(); ++i) keys_[i] = packKey(static_cast<qint64>(i) + 1, 0);
+}
+
+qint64 RowSet::placeOf(RowKey key, qint64 hint) const {
+  if (hint >= 0 && hint < count() && keyAt(hint) == key) return hint;
+  const auto found = std::find(keys_.begin(), keys_.end(), key);
+  return found == keys_.end() ? -1 : found - keys_.begin();
+}
+
+void RowSet::append(RowKey key) {
+  for (Place* place : places_) {
+    if (!place->gone && place->row == count()) ++place->row;
+  }
+  keys_.push_back(key);
+  hits_ = Hits();
+}
+
+void RowSet::remove(qint64 place) {
+  read_.erase(keyAt(place));
+  keys_.erase(keys_.begin() + place);
+  hits_ = Hits();
+  for (Place* other : places_) {
+    if (other->row == place) other->gone = true;
+    if (other->row > place) --other->row;
+  }
+}
+
+QVector<QVariant> RowSet::fetch(RowKey key) {
+  QVector<QVariant> values;
+  const auto lease = source().prepare(rowText_);
+  guarded([&] {
+    lease->bind(1, static_cast<int64_t>(firstKey(key)));
+    if (query_.keyTables().size() == 2) lease->bind(2, static_cast<int64_t>(secondKey(key)));
+    if (!lease->executeStep()) return;
+    const int columns = lease->getColumnCount();
+    values.reserve(columns);
+    for (int i = 0; i < columns; ++i) values.append(columnValue(*lease, i));
+  });
+  return values;
+}
+
+void RowSet::forgetIfWritten() {
+  if (readAt_ == connection_->writes()) return;
+  read_.clear();
+  readAt_ = connection_->writes();
+}
+
+bool RowSet::isRead(qint64 place) const {
+  return place >= 0 && place < count() && read_.count(keyAt(place)) != 0;
+}
+
+const QVector<QVariant>& RowSet::row(qint64 place) {
+  forgetIfWritten();
+  auto found = read_.find(keyAt(place));
+  if (found == read_.end()) {
+    fetchAround(place);
+    found = read_.find(keyAt(place));
+  }
+  return found->second;
+}
+
+// Who has come from a row next to this one is likely to go on.
+void RowSet::fetchAround(qint64 place) {
+  const Connection::Reading reading(*connection_);
+  connection_->lookForWrites();
+  forgetIfWritten();
+  if (read_.size() > kMostRows) read_.clear();
+  const qint64 first = isRead(place + 1) ? std::max<qint64>(place - kAhead + 1, 0) : place;
+  const qint64 last = isRead(place - 1) ? std::min(place + kAhead, count()) - 1 : place;
+  for (qint64 i = first; i <= last; ++i) {
+    if (!isRead(i)) read_.emplace(keyAt(i), fetch(keyAt(i)));
+  }
+}
+
+void RowSet::refresh(qint64 place) {
+  connection_->lookForWrites();
+  forgetIfWritten();
+  read_[keyAt(place)] = fetch(keyAt(place));
+}
+
+const std::vector<qint64>& RowSet::hits(const QString& condition) {
+  connection_->lookForWrites();
+  if (hits_.condition != condition || hits_.writes != connection_->writes()) {
+    std::vector<qint64> places = search(condition);
+    hits_ = Hits{condition, connection_->writes(), std::move(places)};
+  }
+  return hits_.places;
+}
+
+std::vector<qint64> RowSet::search(const QString& condition) {
+  std::vector<RowKey> found;
+  const auto lease =
+      source().prepare(query_.keysWhere(query_.condition(condition, *connection_)));
+  const bool two = query_.keyTables().size() == 2;
+  guarded([&] {
+    while (lease->executeStep()) {
+      found.push_back(packKey(lease->getColumn(0).getInt64(), two ? lease->getColumn(1).getInt64() : 0));
+    }
+  });
+  std::sort(found.begin(), found.end());
+  std::vector<qint64> places;
+  for (qint64 i = 0; !found.empty() && i < count(); ++i) {
+    if (std::binary_search(found.begin(), found.end(), keyAt(i))) places.push_back(i);
+  }
+  return places;
+}
+
+}  // namespace store

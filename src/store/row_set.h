@@ -1,0 +1,85 @@
+#pragma once
+
+#include <QVector>
+#include <memory>
+#include <unordered_map>
+#include <vector>
+
+#include "store/connection.h"
+#include "store/query.h"
+#include "store/result_table.h"
+
+namespace store {
+
+// The keys of a row: the row numbers of its one or two tables, packed into eight bytes.
+using RowKey = quint64;
+RowKey packKey(qint64 first, qint64 second);
+qint64 firstKey(RowKey key);
+qint64 secondKey(RowKey key);
+
+// Where a cursor stands in its rows: on a row, before the first (-1), behind the last, or where
+// its row was until it was deleted: the next one has come there.
+struct Place {
+  qint64 row = -1;
+  bool gone = false;
+};
+
+// The rows of a dynaset or snapshot: their keys in order, and the values last shown. Cursors on
+// the same rows share one.
+class RowSet final {
+ public:
+  RowSet(std::shared_ptr<Connection> connection, const QString& source);
+  RowSet(const RowSet&) = delete;
+  RowSet& operator=(const RowSet&) = delete;
+
+  const Query& query() const { return query_; }
+  Connection& connection() const { return *connection_; }
+
+  // The same query, read anew into a set of its own.
+  std::shared_ptr<RowSet> again() const;
+  qint64 count() const { return static_cast<qint64>(keys_.size()); }
+  RowKey keyAt(qint64 place) const { return keys_[static_cast<std::size_t>(place)]; }
+  // Place of a key, -1 if it is not in the set; looks near `hint` first.
+  qint64 placeOf(RowKey key, qint64 hint) const;
+
+  // Rows come and go; the places of all cursors follow.
+  void attach(Place* place) { places_.push_back(place); }
+  void detach(Place* place) { std::erase(places_, place); }
+  void append(RowKey key);
+  void remove(qint64 place);
+
+  // The values of a row; empty if the row has gone from the archive.
+  const QVector<QVariant>& row(qint64 place);
+  // Forgets what was read before, and reads one row again.
+  void refresh(qint64 place);
+  // Places of the rows that meet a condition, in order; kept until something is written.
+  const std::vector<qint64>& hits(const QString& condition);
+
+ private:
+  Connection& source() { return results_ ? results_->connection() : *connection_; }
+  void readKeys();
+  void readSorted();
+  void readResults();
+  QVector<QVariant> fetch(RowKey key);
+  void fetchAround(qint64 place);
+  bool isRead(qint64 place) const;
+  void forgetIfWritten();
+  std::vector<qint64> search(const QString& condition);
+
+  std::shared_ptr<Connection> connection_;
+  QString text_;
+  Query query_;
+  QByteArray rowText_;
+  std::unique_ptr<ResultTable> results_;  // of a query without keys
+  std::vector<RowKey> keys_;
+  std::vector<Place*> places_;
+  std::unordered_map<RowKey, QVector<QVariant>> read_;
+  quint64 readAt_ = 0;
+  struct Hits {
+    QString condition;
+    quint64 writes = 0;
+    std::vector<qint64> places;
+  } hits_;
+};
+
+}  // namespace store

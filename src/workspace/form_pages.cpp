@@ -1,0 +1,275 @@
+#include "workspace/form_pages.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QScrollArea>
+#include <QTabWidget>
+#include <QToolButton>
+
+#include "core/campi.h"
+#include "platform/check_box.h"
+#include "platform/data_combo.h"
+#include "platform/data_control.h"
+#include "platform/date_box.h"
+#include "platform/form.h"
+#include "platform/icons.h"
+#include "platform/masked_box.h"
+#include "platform/memo_box.h"
+#include "platform/text_box.h"
+#include "platform/time_box.h"
+
+namespace tavolix {
+namespace {
+
+using platform::BoundControl;
+
+// Columns of a page: label, and what stands behind it.
+enum Column { kLabel, kBox };
+
+QString text(const char* utf8) {
+  return QString::fromUtf8(utf8);
+}
+
+template <typename Edit>
+Edit* limited(Edit* edit, int length) {
+  edit->setMaxLength(length);
+  return edit;
+}
+
+QWidget* digitsBox(const Box& box, QWidget* parent) {
+  auto* digits = new platform::MaskedBox(parent);
+  digits->SetMask(text(box.mask));
+  if (*box.format != '\0') digits->SetFormat(text(box.format));
+  return digits;
+}
+
+QWidget* maskedText(const Box& box, QWidget* parent) {
+  auto* masked = new platform::MaskedBox(parent);
+  masked->SetMaxText(box.maxLength);
+  return masked;
+}
+
+QWidget* memo(const Box& box, QWidget* parent) {
+  auto* edit = new platform::MemoBox(parent);
+  edit->SetMaxLength(box.maxLength);
+  edit->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+  return edit;
+}
+
+QWidget* makeBox(const Box& box, QWidget* parent) {
+  switch (box.kind) {
+    case Kind::Text:
+      return limited(new platform::TextBox(parent), box.maxLength);
+    case Kind::Memo:
+      return memo(box, parent);
+    case Kind::Masked:
+      return maskedText(box, parent);
+    case Kind::Digits:
+      return digitsBox(box, parent);
+    case Kind::Date:
+      return new platform::DateBox(parent);
+    case Kind::Time:
+      return new platform::TimeBox(parent);
+    case Kind::Combo:
+      return new platform::DataCombo(parent);
+    case Kind::Check:
+      break;
+  }
+  auto* check = new platform::CheckBox(parent);
+  check->setText(text(box.label));
+  return check;
+}
+
+// Boxes of few characters do not stretch over the page.
+int widthInCharacters(const Box& box) {
+  if (box.kind == Kind::Digits) return static_cast<int>(qstrlen(box.mask)) + 4;
+  if (box.kind == Kind::Date) return 12;
+  if (box.kind == Kind::Time) return 11;
+  if (box.kind == Kind::Text && box.maxLength <= 20) return box.maxLength + 3;
+  return 0;
+}
+
+class PageBuilder {
+ public:
+  PageBuilder(const Module& module, int iRac, const FormHandlers& handlers, QWidget* form)
+      : module_(module), iRac_(iRac), handlers_(handlers), form_(form) {}
+
+  void build(QTabWidget* panRecord) {
+    for (int page = 0; page < 3; ++page) addPage(panRecord, page);
+  }
+
+ private:
+  void addPage(QTabWidget* panRecord, int page) {
+    page_ = new QWidget;
+    page_->setObjectName(QStringLiteral("picRecord(%1)").arg(page));
+    grid_ = new QGridLayout(page_);
+    grid_->setColumnStretch(kBox, 1);
+    grid_->setHorizontalSpacing(8);
+    grid_->setVerticalSpacing(6);
+    row_ = -1;
+    bool stretches = false;
+    for (int campo = 0; campo < static_cast<int>(boxCount(module_)); ++campo) {
+      if (aCampi(iRac_, campo).iPagina != page) continue;
+      stretches = addField(campo) || stretches;
+    }
+    if (!stretches) grid_->setRowStretch(row_ + 1, 1);
+    panRecord->addTab(scrolling(panRecord), text(module_.pages[static_cast<std::size_t>(page)]));
+  }
+
+  // In a window too low for a page nothing is cut off.
+  QWidget* scrolling(QWidget* parent) const {
+    auto* area = new QScrollArea(parent);
+    area->setWidget(page_);
+    area->setWidgetResizable(true);
+    area->setFrameShape(QFrame::NoFrame);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->viewport()->setAutoFillBackground(false);
+    page_->setAutoFillBackground(false);
+    return area;
+  }
+
+  // True if the field's row takes what height is left.
+  bool addField(int campo) {
+    const Box& box = boxOf(module_, campo);
+    QWidget* widget = makeBox(box, page_);
+    widget->setObjectName(aCampi(iRac_, campo).sControllo);
+    limitWidth(widget, box);
+    if (box.kind == Kind::Check) {
+      grid_->addWidget(widget, ++row_, kBox);
+    } else if (sharesRow(campo)) {
+      addHiddenLabel(campo, widget);
+      addToRow(campo, box, widget);
+    } else {
+      addLabel(box, widget);
+      beginRow(campo, box, widget);
+    }
+    for (const Tip& tip : module_.tips) {
+      if (widget->objectName() == QLatin1String(tip.control)) widget->setToolTip(text(tip.text));
+    }
+    if (box.kind == Kind::Memo) grid_->setRowStretch(row_, 1);
+    return box.kind == Kind::Memo;
+  }
+
+  // A box without a label of its own stands beside the one before.
+  bool sharesRow(int campo) const {
+    if (campo == 0 || aCampi(iRac_, campo - 1).iPagina != aCampi(iRac_, campo).iPagina)
+      return false;
+    const char* label = boxOf(module_, campo).label;
+    return *label == '\0' || qstrcmp(label, boxOf(module_, campo - 1).label) == 0;
+  }
+
+  void beginRow(int campo, const Box& box, QWidget* widget) {
+    if (box.kind == Kind::Memo) {
+      grid_->addWidget(widget, row_, kBox);
+      return;
+    }
+    auto* holder = new QWidget(page_);
+    line_ = new QHBoxLayout(holder);
+    line_->setContentsMargins(0, 0, 0, 0);
+    line_->setSpacing(4);
+    grid_->addWidget(holder, row_, kBox);
+    addToRow(campo, box, widget);
+    const bool more = campo + 1 < static_cast<int>(boxCount(module_)) && sharesRow(campo + 1);
+    if (isNarrow(widget) && !more) line_->addStretch(1);
+  }
+
+  void addToRow(int campo, const Box& box, QWidget* widget) {
+    line_->addWidget(widget, isNarrow(widget) ? 0 : 1);
+    QToolButton* button = buttonFor(campo, box, widget);
+    if (button != nullptr) line_->addWidget(button);
+  }
+
+  static bool isNarrow(const QWidget* widget) { return widget->maximumWidth() < QWIDGETSIZE_MAX; }
+
+  void limitWidth(QWidget* widget, const Box& box) const {
+    const int characters = widthInCharacters(box);
+    if (characters > 0) {
+      widget->setMaximumWidth(widget->fontMetrics().horizontalAdvance(u'0') * characters + 16);
+    }
+  }
+
+  void addLabel(const Box& box, QWidget* widget) {
+    auto* label = new QLabel(text(box.label), page_);
+    label->setBuddy(widget);
+    const bool tall = box.kind == Kind::Memo;
+    grid_->addWidget(label, ++row_, kLabel,
+                     tall ? Qt::AlignTop | Qt::AlignRight : Qt::AlignVCenter | Qt::AlignRight);
+  }
+
+  // A box that shares the label of another one still tells a screen reader its own name.
+  void addHiddenLabel(int campo, QWidget* widget) {
+    auto* label = new QLabel(aCampi(iRac_, campo).sTitolo, page_);
+    label->setBuddy(widget);
+    label->hide();
+  }
+
+  QToolButton* buttonFor(int campo, const Box& box, QWidget* widget) {
+    const QString title = aCampi(iRac_, campo).sTitolo;
+    if (box.kind == Kind::Combo) {
+      QToolButton* button = listButton(campo);
+      button->setAccessibleName(QStringLiteral("Voci di ") + title);
+      return button;
+    }
+    const char* name = calendarButtonOf(widget->objectName());
+    if (name == nullptr) return nullptr;
+    QToolButton* button = calendarButton(text(name), widget);
+    button->setAccessibleName(QStringLiteral("Calendario di ") + title);
+    return button;
+  }
+
+  QToolButton* smallButton(const QString& name, const char* icon, const char* tip,
+                           const char* form) const {
+    auto* button = new QToolButton(page_);
+    button->setObjectName(name);
+    button->setIcon(platform::icon(QString::fromLatin1(icon)));
+    button->setToolTip(text(tip));
+    button->setAutoRaise(true);
+    button->setFocusPolicy(Qt::TabFocus);
+    button->setEnabled(platform::forms().has(QString::fromLatin1(form)));
+    return button;
+  }
+
+  QToolButton* listButton(int campo) {
+    QToolButton* button =
+        smallButton(QStringLiteral("cmdApriTabella(%1)").arg(buttons_++), "lookup",
+                    "Modifica e aggiunta delle voci disponibili", "frmTab");
+    button->setProperty("Tag", QString::number(campo));
+    QObject::connect(button, &QToolButton::clicked, form_, [open = handlers_.openList, button] {
+      open(button->property("Tag").toString().toInt());
+    });
+    return button;
+  }
+
+  QToolButton* calendarButton(const QString& name, QWidget* box) {
+    QToolButton* button = smallButton(name, "calendario", "Calendario", "frmCalendario");
+    QObject::connect(button, &QToolButton::clicked, form_,
+                     [open = handlers_.openCalendar, box] { open(box); });
+    return button;
+  }
+
+  const Module& module_;
+  int iRac_;
+  const FormHandlers& handlers_;
+  QWidget* form_;
+  QWidget* page_ = nullptr;
+  QGridLayout* grid_ = nullptr;
+  QHBoxLayout* line_ = nullptr;
+  int row_ = -1;
+  int buttons_ = 0;
+};
+
+}  // namespace
+
+QWidget* buildForm(const Module& module, int iRac, const FormHandlers& handlers, QWidget* parent) {
+  auto* form = new QWidget(parent);
+  auto* dbCurr = new platform::DataControl(form);
+  dbCurr->setObjectName(QStringLiteral("dbCurr"));
+  auto* panRecord = new QTabWidget(form);
+  panRecord->setObjectName(QStringLiteral("panRecord"));
+  panRecord->setAccessibleName(QStringLiteral("Pagine del record"));
+  PageBuilder(module, iRac, handlers, form).build(panRecord);
+  return form;
+}
+
+}  // namespace tavolix

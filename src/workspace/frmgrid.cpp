@@ -1,0 +1,125 @@
+#include "workspace/frmgrid.h"
+
+#include "core/errore.h"
+#include "core/modcuore.h"
+#include "core/modutil.h"
+#include "core/raccolte.h"
+#include "platform/data_control.h"
+#include "platform/data_grid.h"
+#include "platform/icons.h"
+#include "platform/tab_strip.h"
+#include "workspace/frmmain.h"
+#include "workspace/modrepos.h"
+
+namespace tavolix {
+namespace {
+
+struct Tab {
+  const char* tag;
+  const char* caption;
+  const char* icon;
+};
+
+constexpr Tab kTabs[] = {
+    {"7", "Persone e contatti", "persone"},
+    {"0", "Libri", "libri"},
+    {"1", "Riviste", "riviste"},
+    {"2", "Audio", "audio"},
+    {"3", "Video", "video"},
+    {"4", "Software", "software"},
+    {"5", "Medicinali", "medicinali"},
+    {"6", "Oggetti vari", "oggetti"},
+};
+
+constexpr int kTop = 6;  // twips
+
+}  // namespace
+
+frmGrid::frmGrid() : platform::Form(QStringLiteral("frmGrid")) {}
+
+QWidget* frmGrid::build() {
+  auto* form = new QWidget(FrmMain().Area());
+  auto* dbCurr = new platform::DataControl(form);
+  dbCurr->setObjectName(QStringLiteral("dbCurr"));
+  auto* tabSelez = new platform::TabStrip(form);
+  tabSelez->setObjectName(QStringLiteral("tabSelez"));
+  tabSelez->setAccessibleName(QStringLiteral("Raccolte"));
+  for (const Tab& tab : kTabs) {
+    tabSelez->addTab(platform::icon(QString::fromLatin1(tab.icon)), QString::fromUtf8(tab.caption),
+                     QString::fromLatin1(tab.tag));
+  }
+  // No tab stands for the current collection before the first is chosen.
+  tabSelez->blockSignals(true);
+  tabSelez->setCurrentIndex(-1);
+  tabSelez->blockSignals(false);
+  auto* panGrd = new QWidget(form);
+  panGrd->setObjectName(QStringLiteral("panGrd"));
+  auto* grd = new platform::DataGrid(panGrd);
+  grd->setObjectName(QStringLiteral("grd"));
+  grd->setAccessibleName(QStringLiteral("Elenco dei record"));
+  grd->SetDataSource(dbCurr);
+  return form;
+}
+
+void frmGrid::loaded() {
+  platform::SetLeft(Window(), 0);
+  platform::SetTop(Window(), kTop);
+  Window()->resize(FrmMain().ListDesignSize());
+  placeControls();
+  QWidget* panGrd = Control(QStringLiteral("panGrd"));
+  PosRegistra(*this, Control(QStringLiteral("tabSelez")), 0, 2);
+  PosRegistra(*this, panGrd, 2, 2);
+  PosRegistra(*this, Control(QStringLiteral("grd")), 2, 2);
+  PosCattura(*this, true);
+  connectControls();
+}
+
+void frmGrid::placeControls() {
+  QWidget* tabSelez = Control(QStringLiteral("tabSelez"));
+  QWidget* panGrd = Control(QStringLiteral("panGrd"));
+  const QSize size = Window()->size();
+  const int tabs = tabSelez->sizeHint().width();
+  tabSelez->setGeometry(0, 0, tabs, size.height());
+  panGrd->setGeometry(tabs, 0, size.width() - tabs, size.height());
+  Control(QStringLiteral("grd"))->setGeometry(0, 0, panGrd->width() - 6, panGrd->height());
+}
+
+void frmGrid::connectControls() {
+  auto* grd = control<platform::DataGrid>(QStringLiteral("grd"));
+  connect(control<platform::TabStrip>(QStringLiteral("tabSelez")), &platform::TabStrip::clicked,
+          this, &frmGrid::tabSelez_Click);
+  connect(grd, &platform::DataGrid::headClicked, this, &frmGrid::grd_HeadClick);
+  connect(grd, &platform::DataGrid::beforeUpdate, this, [](bool*) { CorreggiValoriGriglia(6); });
+  const auto report = [](int numero, const QString& descrizione) {
+    Errore(numero, descrizione, {});
+  };
+  connect(grd, &platform::DataGrid::writeFailed, this, report, Qt::QueuedConnection);
+  connect(part<platform::DataControl>(QStringLiteral("dbCurr")),
+          &platform::DataControl::writeFailed, this, report, Qt::QueuedConnection);
+}
+
+void frmGrid::resized() {
+  PosChange(*this);
+}
+
+bool frmGrid::keyDown(int key, Qt::KeyboardModifiers modifiers) {
+  return FrmMain().TastiGestMain(key, modifiers);
+}
+
+void frmGrid::tabSelez_Click() {
+  Cedi();
+  FrmMain().Salva();
+  FrmMain().InizializzaTab();
+}
+
+void frmGrid::grd_HeadClick(int iColonna) {
+  auto* grd = control<platform::DataGrid>(QStringLiteral("grd"));
+  aRaccolte(iRacCorr).sOrdine = QStringLiteral(" ORDER BY ") + grd->Column(iColonna).dataField;
+  DBRefresh();
+}
+
+void RegistraFormGrid() {
+  platform::forms().add(QStringLiteral("frmGrid"), [] { return std::make_unique<frmGrid>(); });
+}
+
+}  // namespace tavolix

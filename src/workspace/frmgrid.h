@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/form.h"
+
+namespace tavolix {
+
+// The list of the current collection, and the tabs that change it.
+class frmGrid final : public platform::Form {
+  Q_OBJECT
+ public:
+  frmGrid();
+
+ private:
+  QWidget* build() override;
+  void loaded() override;
+  void resized() override;
+  bool keyDown(int key, Qt::KeyboardModifiers modifiers) override;
+  void placeControls();
+  void connectControls();
+  void tabSelez_Click();
+  void grd_HeadClick(int iColonna);
+};
+
+void RegistraFormGrid();
+
+}  // namespace tavolix

@@ -1,0 +1,437 @@
+#include "workspace/frmmain.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QLabel>
+#include <QLocale>
+#include <QMenu>
+#include <QPushButton>
+#include <QScreen>
+#include <QTabWidget>
+#include <QTimer>
+
+#include "core/errore.h"
+#include "core/modcuore.h"
+#include "core/modini.h"
+#include "core/modmain.h"
+#include "core/modutil.h"
+#include "core/raccolte.h"
+#include "platform/clock.h"
+#include "platform/data_control.h"
+#include "platform/data_grid.h"
+#include "workspace/frmgrid.h"
+#include "workspace/frmrac.h"
+#include "workspace/main_view.h"
+#include "workspace/modrepos.h"
+
+namespace tavolix {
+namespace {
+
+using platform::forms;
+
+constexpr int kOverlap = 8;         // twips by which the form stands over the list
+constexpr int kPageMargin = 90;     // twips between the form's height and its pages
+constexpr int kLeastWindow = 3000;  // twips
+constexpr int kFlashMilliseconds = 400;
+constexpr int kBrightRed = 12;
+
+constexpr const char* kMenus[] = {"mnuFile", "mnuRaccolte", "mnuRacCorrente", "mnuModifica"};
+
+platform::Form& Griglia() {
+  return forms()[QStringLiteral("frmGrid")];
+}
+platform::DataGrid* grd() {
+  return Griglia().control<platform::DataGrid>(QStringLiteral("grd"));
+}
+
+void startFlash(QWidget* control) {
+  const QString basic = QStringLiteral("frmBasic");
+  if (!forms().has(basic)) return;
+  QMetaObject::invokeMethod(&forms()[basic], "StartFlash", Q_ARG(QWidget*, control),
+                            Q_ARG(int, kBrightRed), Q_ARG(int, kFlashMilliseconds));
+}
+
+void stopFlash() {
+  const QString basic = QStringLiteral("frmBasic");
+  if (forms().has(basic)) QMetaObject::invokeMethod(&forms()[basic], "StopFlash");
+}
+
+void applicationSettings() {
+  ImpostaFileIni(sPathCompleto(QStringLiteral("tvx.ini")));
+  ImpostaSezioneIni(QStringLiteral("Application"));
+}
+
+}  // namespace
+
+frmMain& FrmMain() {
+  return static_cast<frmMain&>(forms()[QStringLiteral("frmMain")]);
+}
+
+void RegistraFormWorkspace() {
+  forms().add(QStringLiteral("frmMain"), [] { return std::make_unique<frmMain>(); });
+  RegistraFormGrid();
+  RegistraFormRaccolte();
+}
+
+frmMain::frmMain() : platform::Form(QStringLiteral("frmMain")) {}
+
+QWidget* frmMain::build() {
+  return buildMainWindow(*this);
+}
+
+QWidget* frmMain::Area() {
+  return Control(QStringLiteral("area"));
+}
+
+QSize frmMain::ListDesignSize() {
+  const int beside = platform::toPixels(iLarghezzaScheda());
+  return {std::max(320, Area()->width() - beside), std::max(200, Area()->height())};
+}
+
+QWidget* frmMain::panRecord(int iRac) {
+  return aRaccolte(iRac).oForm->Control(QStringLiteral("panRecord"));
+}
+
+void frmMain::title(const QString& text) {
+  control<QLabel>(QStringLiteral("panTitolo"))->setText(text);
+}
+
+void frmMain::AbilitaControlli(bool bAbilita) {
+  protetto("frmMain!AbilitaControlli", [&] {
+    Griglia().Control(QStringLiteral("tabSelez"))->setEnabled(bAbilita);
+    for (const char* menu : kMenus) {
+      control<QMenu>(QString::fromLatin1(menu))->menuAction()->setEnabled(bAbilita);
+    }
+    grd()->setEnabled(bAbilita);
+    for (const char* name : {"panEspandi", "panCrea"}) {
+      Control(QString::fromLatin1(name))->setEnabled(bAbilita);
+    }
+    for (int i = 0; i <= 10; ++i) {
+      Control(QStringLiteral("cmdBar(%1)").arg(i))->setEnabled(bAbilita);
+    }
+  });
+}
+
+void frmMain::PermettiInput(bool bPermetti) {
+  Control(QStringLiteral("panCrea"))->setVisible(bPermetti);
+  Griglia().Control(QStringLiteral("tabSelez"))->setEnabled(bPermetti);
+  Control(QStringLiteral("panBar"))->setEnabled(bPermetti);
+  for (const char* menu : kMenus) {
+    control<QMenu>(QString::fromLatin1(menu))->menuAction()->setEnabled(bPermetti);
+  }
+}
+
+void frmMain::InizializzaTab() {
+  protetto("frmMain!InizializzaTab", [&] {
+    PermettiInput(false);
+    Puntatore(kClessidra);
+    Cedi();
+    const int iVecchia = iRacCorr;
+    iRacCorr = iSelRaccolta(-1);
+    const tRaccolta& raccolta = aRaccolte(iRacCorr);
+    title(QStringLiteral("Caricamento raccolta ") + raccolta.sNome +
+          QStringLiteral(" in corso..."));
+    QWidget* panGrd = Griglia().Control(QStringLiteral("panGrd"));
+    panGrd->setVisible(false);
+    unloadOldForm(iVecchia);
+    Cedi();
+    CaricaFinestra();
+    loadList();
+    panGrd->setVisible(true);
+    if (control<QPushButton>(QStringLiteral("cmdEspandi"))->isChecked()) raccolta.oForm->Show();
+    dbElenco().UpdateControls();
+    grd()->setFocus();
+    Cedi();
+    AbilitazionePannello();
+    showSubCollection();
+    followFind();
+    PermettiInput(true);
+    title(QStringLiteral("Raccolta ") + raccolta.sNome);
+    Puntatore(kPuntatoreNormale);
+  });
+}
+
+void frmMain::unloadOldForm(int iVecchia) {
+  if (iVecchia == -1) return;
+  platform::Form& old = *aRaccolte(iVecchia).oForm;
+  old.Hide();
+  Cedi();
+  aTabCorrente_.at(static_cast<std::size_t>(iVecchia)) =
+      old.control<QTabWidget>(QStringLiteral("panRecord"))->currentIndex();
+  PosRimuoviControllo(*this, old.Name());
+  PosRimuoviForm(old);
+  old.Unload();
+}
+
+void frmMain::loadList() {
+  grd()->SetRedraw(false);
+  DBRefresh();
+  Cedi();
+  CaricaGrigliaConfig(aRaccolte(iRacCorr).sQuery, *grd());
+  grd()->SetRedraw(true);
+  CollegaCampi(true, iRacCorr);
+  Cedi();
+}
+
+void frmMain::CaricaFinestra() {
+  protetto("frmMain!CaricaFinestra", [&] {
+    platform::Form& F = *aRaccolte(iRacCorr).oForm;
+    QWidget* G = Griglia().Window();
+    CaricaCampi(iRacCorr);
+    CaricaComboCampi(iRacCorr);
+    QWidget* pages = panRecord(iRacCorr);
+    PosRegistra(F, pages, 0, 2);
+    PosCattura(F, true);
+    QWidget* form = F.Window();
+    platform::SetTop(form, platform::Top(G));
+    const bool hidden = !control<QPushButton>(QStringLiteral("cmdEspandi"))->isChecked();
+    const int right = platform::Left(G) + platform::Width(G) - kOverlap;
+    platform::SetLeft(form, hidden ? right - platform::Width(form) : right);
+    platform::SetHeight(form, platform::Height(G));
+    platform::SetHeight(pages, platform::Height(G) - kPageMargin);
+    const auto place = static_cast<std::size_t>(iRacCorr);
+    static_cast<QTabWidget*>(pages)->setCurrentIndex(
+        aTabImpostata_.at(place) ? aTabCorrente_.at(place) : 0);
+    PosRegistra(*this, form, 1, 2);
+    PosCattura(*this, false);
+    form->raise();
+    aTabImpostata_.at(place) = true;
+  });
+}
+
+void frmMain::showSubCollection() {
+  const int sub = aRaccolte(iRacCorr).iSottoRaccolta;
+  auto* cmdSubRac = control<QPushButton>(QStringLiteral("cmdSubRac"));
+  cmdSubRac->setVisible(sub != -1);
+  if (sub == -1) return;
+  cmdSubRac->setText(aRaccolte(sub).sNome + QStringLiteral("    "));
+  CaricaCampi(sub);
+}
+
+// The open find window goes along with the collection.
+void frmMain::followFind() {
+  const QString trova = QStringLiteral("frmTrova");
+  if (bFormRegistrata(trova) && forms()[trova].IsVisible()) {
+    QMetaObject::invokeMethod(&forms()[trova], "Carica", Q_ARG(bool, false));
+  }
+}
+
+void frmMain::AbilitazionePannello() {
+  protetto("frmMain!AbilitazionePannello",
+           [&] { AbilitazionePannello(dbElenco().Recordset()->RecordCount() != 0); });
+}
+
+void frmMain::AbilitazionePannello(bool bAbilita) {
+  protetto("frmMain!AbilitazionePannello", [&] {
+    auto* pages = static_cast<QTabWidget*>(panRecord(iRacCorr));
+    if (pages->isEnabled() != bAbilita) {
+      if (!bAbilita) pages->setCurrentIndex(0);
+      pages->setEnabled(bAbilita);
+      aRaccolte(iRacCorr).oForm->Control(QStringLiteral("picRecord(0)"))->update();
+    }
+    for (const char* name : {"cmdCancella", "cmdDuplica"}) {
+      Control(QString::fromLatin1(name))->setEnabled(bAbilita);
+    }
+    Control(QStringLiteral("cmdSubRac"))
+        ->setEnabled(bAbilita && forms().has(QStringLiteral("frmSub")));
+    QWidget* cmdAddNew = Control(QStringLiteral("cmdAddNew"));
+    if (bAbilita) {
+      stopFlash();
+    } else {
+      startFlash(cmdAddNew);
+      cmdAddNew->setFocus();
+    }
+  });
+}
+
+void frmMain::cmdEspandi_Click() {
+  protetto("frmMain!Espandi", [&] {
+    const bool beside = control<QPushButton>(QStringLiteral("cmdEspandi"))->isChecked();
+    QWidget* G = Griglia().Window();
+    control<QAction>(QStringLiteral("mnuMaxExtension"))->setChecked(!beside);
+    if (iRacCorr < 0) {
+      // No form is loaded yet: the list takes the form's place, or gives it up.
+      const int width = iLarghezzaScheda();
+      platform::SetWidth(G, platform::Width(G) + (beside ? -width : width));
+    } else {
+      platform::Form& F = *aRaccolte(iRacCorr).oForm;
+      if (beside) {
+        platform::SetWidth(G, platform::Left(F.Window()) - platform::Left(G) + kOverlap);
+        F.Window()->raise();
+        F.Show();
+      } else {
+        F.Hide();
+        platform::SetWidth(G, platform::Width(G) + platform::Width(F.Window()));
+      }
+    }
+    PosCattura(*this, true);
+  });
+}
+
+void frmMain::setExtended(bool extended) {
+  control<QPushButton>(QStringLiteral("cmdEspandi"))->setChecked(!extended);
+  cmdEspandi_Click();
+}
+
+void frmMain::mnuMaxExtension_Click() {
+  setExtended(control<QPushButton>(QStringLiteral("cmdEspandi"))->isChecked());
+}
+
+void frmMain::mnuEliminaFiltro_Click() {
+  Puntatore(kClessidra);
+  aRaccolte(iRacCorr).sFiltro.clear();
+  DBRefresh();
+  AbilitazionePannello();
+  Puntatore(kPuntatoreNormale);
+}
+
+void frmMain::SelezionaRaccolta(int iRac) {
+  iSelRaccolta(iRac);
+}
+
+bool frmMain::TastiGestMain(int key, Qt::KeyboardModifiers modifiers) {
+  if ((modifiers & ~Qt::KeypadModifier) != Qt::AltModifier) return false;
+  if (key == Qt::Key_N) {
+    TastoAddNew();
+  } else if (key == Qt::Key_C) {
+    TastoCancella();
+  } else if (key == Qt::Key_D) {
+    TastoDuplica();
+  } else {
+    return false;
+  }
+  return true;
+}
+
+void frmMain::loaded() {
+  RegistraForm(*this);
+  growForList();
+  PosRegistra(*this, Griglia().Window(), 2, 2);
+  PosRegistra(*this, Control(QStringLiteral("panCrea")), 1, 2);
+  PosCattura(*this, true);
+  placeWindow();
+  connectButtons();
+  extendAtStart();
+  Griglia().Window()->show();
+}
+
+// Creates the list at its design size; the window grows where the list would not fit.
+void frmMain::growForList() {
+  const int room = platform::Height(Area());
+  const int list = platform::Height(Griglia().Window());
+  if (list > room) platform::SetHeight(Window(), list + platform::Height(Window()) - room);
+}
+
+void frmMain::placeWindow() {
+  applicationSettings();
+  int rePos = 0;
+  if (bLeggiInt(QStringLiteral("Win_RePos"), rePos) && rePos != 0) {
+    restorePosition();
+  } else {
+    CentraForm(*this);
+  }
+}
+
+void frmMain::restorePosition() {
+  QWidget* window = Window();
+  int value = 0;
+  CentraForm(*this);
+  if (bLeggiInt(QStringLiteral("Win_X"), value)) platform::SetLeft(window, value);
+  if (bLeggiInt(QStringLiteral("Win_Y"), value)) platform::SetTop(window, value);
+  if (bLeggiInt(QStringLiteral("Win_Alt"), value)) {
+    platform::SetHeight(window, std::max(value, kLeastWindow));
+  }
+  if (bLeggiInt(QStringLiteral("Win_Lar"), value)) {
+    window->setMinimumWidth(std::min(window->minimumWidth(), platform::toPixels(kLeastWindow)));
+    platform::SetWidth(window, std::max(value, kLeastWindow));
+  }
+  if (bLeggiInt(QStringLiteral("Win_Stato"), value) && value == 2) {
+    window->setWindowState(Qt::WindowMaximized);
+  }
+  const QSize screen = window->screen()->geometry().size();
+  if (window->x() < 0 || window->x() > screen.width()) window->move(0, window->y());
+  if (window->y() < 0 || window->y() > screen.height()) window->move(window->x(), 0);
+}
+
+void frmMain::writePosition() {
+  QWidget* window = Window();
+  const bool maximized = window->isMaximized();
+  const QRect place = maximized ? window->normalGeometry() : QRect(window->pos(), window->size());
+  const int state = maximized ? 2 : (window->isMinimized() ? 1 : 0);
+  applicationSettings();
+  const std::pair<const char*, int> values[] = {
+      {"Win_X", platform::toTwips(place.x())},
+      {"Win_Y", platform::toTwips(place.y())},
+      {"Win_Alt", platform::toTwips(place.height())},
+      {"Win_Lar", platform::toTwips(place.width())},
+      {"Win_Stato", state},
+  };
+  for (const auto& [key, value] : values)
+    bScriviStr(QString::fromLatin1(key), QString::number(value));
+}
+
+void frmMain::extendAtStart() {
+  applicationSettings();
+  int extension = 0;
+  if (!bLeggiInt(QStringLiteral("ElencoExt"), extension) || extension != -1) setExtended(true);
+}
+
+void frmMain::connectButtons() {
+  const auto press = [this](const char* name, void (frmMain::*procedure)()) {
+    connect(control<QPushButton>(QString::fromLatin1(name)), &QPushButton::clicked, this,
+            procedure);
+  };
+  press("cmdAddNew", &frmMain::TastoAddNew);
+  press("cmdCancella", &frmMain::TastoCancella);
+  press("cmdDuplica", &frmMain::TastoDuplica);
+  press("cmdEspandi", &frmMain::cmdEspandi_Click);
+  auto* timer = new QTimer(Window());
+  connect(timer, &QTimer::timeout, this, &frmMain::tick);
+  timer->start(1000);
+  tick();
+}
+
+void frmMain::tick() {
+  const QDateTime now = platform::now();
+  control<QLabel>(QStringLiteral("lblData"))
+      ->setText(QLocale().toString(now.date(), QLocale::ShortFormat));
+  control<QLabel>(QStringLiteral("lblOra"))
+      ->setText(QLocale().toString(now.time(), QLocale::ShortFormat));
+}
+
+void frmMain::resized() {
+  PosChange(*this);
+}
+
+// The window's box takes the one way out, which decides.
+bool frmMain::queryUnload() {
+  mnuFileChiudi_Click();
+  return false;
+}
+
+void frmMain::mnuFileChiudi_Click() {
+  protetto("frmMain!mnuFileChiudi", [&] {
+    title(QStringLiteral("Chiusura in corso..."));
+    Puntatore(kClessidra);
+    Cedi();
+    Salva();
+    writePosition();
+    closeProgram();
+  });
+}
+
+void frmMain::closeProgram() {
+  Hide();
+  for (platform::Form* form : forms().loadedForms()) {
+    if (form->Name() != Name()) form->Unload();
+  }
+  const bool closed = ChiudiDB(dbArc);
+  Puntatore(kPuntatoreNormale);
+  if (closed) {
+    TerminaProgramma(0);
+  } else {
+    Show();
+  }
+}
+
+}  // namespace tavolix

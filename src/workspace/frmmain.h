@@ -1,0 +1,91 @@
+#pragma once
+
+#include <QSize>
+#include <array>
+
+#include "platform/form.h"
+
+namespace tavolix {
+
+// The main window: list and record form stand in it, and all commands are entered here.
+class frmMain final : public platform::Form {
+  Q_OBJECT
+ public:
+  frmMain();
+
+  // Where the list and the collections' forms stand.
+  QWidget* Area();
+  // The list's size beside a record form, in a window of its first size.
+  QSize ListDesignSize();
+
+  // Switches everything the user can press.
+  Q_INVOKABLE void AbilitaControlli(bool bAbilita);
+  // Input from the beginning of a change of collection to its end.
+  void PermettiInput(bool bPermetti);
+  // Makes the selected tab's collection the current one.
+  Q_INVOKABLE void InizializzaTab();
+  // Loads and places the form of the current collection.
+  void CaricaFinestra();
+  // Opens the record's panel or closes it; by itself open when the list has rows.
+  Q_INVOKABLE void AbilitazionePannello();
+  void AbilitazionePannello(bool bAbilita);
+  // Alt+N, Alt+C, Alt+D in list and forms; true if the key was one of them.
+  bool TastiGestMain(int key, Qt::KeyboardModifiers modifiers);
+
+  // Writes what was typed in the current record. Failures are ignored.
+  Q_INVOKABLE void Salva();
+  void TastoAddNew();
+  void TastoDuplica();
+  void TastoCancella();
+  // Makes a record in both its tables: a copy of the current one, or one of the start values.
+  void CreaNuovo(bool bDuplica);
+  // Deletes a record in both its tables, then its sub-collection's rows. `lID` is MAIN.ID.
+  void CancellaRecord(qint64 lID);
+
+  // The commands of menu and bar.
+  void mnuFileChiudi_Click();
+  void mnuCancellaMultiplo_Click();
+  void mnuEliminaFiltro_Click();
+  void mnuMaxExtension_Click();
+  void mnuVarieSalva_Click();
+  void SelezionaRaccolta(int iRac);
+  void cmdEspandi_Click();
+
+ private:
+  QWidget* build() override;
+  void loaded() override;
+  void resized() override;
+  bool queryUnload() override;
+
+  void connectButtons();
+  void growForList();
+  void placeWindow();
+  void restorePosition();
+  void writePosition();
+  void extendAtStart();
+  void unloadOldForm(int iVecchia);
+  void loadList();
+  void showSubCollection();
+  void followFind();
+  void setExtended(bool extended);
+  void closeProgram();
+  void tick();
+  QWidget* panRecord(int iRac);
+  void title(const QString& text);
+
+  void refreshAfterDeletion();
+  void deleteDetail(qint64 racID);
+  void deleteChildren(qint64 racID);
+  void deleteAllShown();
+  QString deletionQuestion();
+
+  std::array<int, 8> aTabCorrente_{};
+  std::array<bool, 8> aTabImpostata_{};
+};
+
+// The one main window.
+frmMain& FrmMain();
+// Adds main window, list and collection forms to the program's forms.
+void RegistraFormWorkspace();
+
+}  // namespace tavolix

@@ -1,0 +1,220 @@
+// The life of a record: saved, made, copied, deleted.
+
+#include <QApplication>
+#include <QPushButton>
+#include <QTabWidget>
+
+#include "core/errore.h"
+#include "core/modcuore.h"
+#include "core/modmain.h"
+#include "core/modutil.h"
+#include "core/raccolte.h"
+#include "platform/bound_control.h"
+#include "platform/data_control.h"
+#include "platform/data_grid.h"
+#include "workspace/frmmain.h"
+
+namespace tavolix {
+namespace {
+
+const QString kMainId = QStringLiteral("MAIN.ID");
+constexpr int kGroup = 500;  // deletions that reach the disk together
+
+// Writes that reach the file together. What was done before a failure stays done.
+class WriteGroup final {
+ public:
+  explicit WriteGroup(store::DatabasePtr database) : database_(std::move(database)) {
+    database_->BeginTrans();
+  }
+  ~WriteGroup() {
+    if (open_) ignorando([this] { database_->CommitTrans(); });
+  }
+  WriteGroup(const WriteGroup&) = delete;
+  WriteGroup& operator=(const WriteGroup&) = delete;
+  void Commit() {
+    open_ = false;
+    database_->CommitTrans();
+  }
+
+ private:
+  store::DatabasePtr database_;
+  bool open_ = true;
+};
+
+bool pressable(QWidget* button) {
+  return button->isEnabled() && button->isVisible();
+}
+
+store::RecordsetPtr tableByKey(const QString& name) {
+  store::RecordsetPtr rs = dbArc->OpenRecordset(name, store::RecordsetType::Table);
+  rs->SetIndex(QStringLiteral("1u"));
+  return rs;
+}
+
+}  // namespace
+
+void frmMain::Salva() {
+  ignorando([] {
+    platform::DataControl& dbCurr = dbForm(iRacCorr);
+    if (bRecordValido(dbCurr.Recordset())) dbCurr.UpdateRecord();
+  });
+  // What is being typed into a cell counts as typed.
+  ignorando([] {
+    platform::forms()[QStringLiteral("frmGrid")]
+        .control<platform::DataGrid>(QStringLiteral("grd"))
+        ->CommitCell();
+  });
+}
+
+void frmMain::TastoAddNew() {
+  if (!pressable(Control(QStringLiteral("cmdAddNew")))) return;
+  Salva();
+  AbilitazionePannello(true);
+  CreaNuovo(false);
+}
+
+void frmMain::TastoDuplica() {
+  if (!pressable(Control(QStringLiteral("cmdDuplica")))) return;
+  if (!bRecordValido(dbElenco().Recordset())) return;
+  Salva();
+  CreaNuovo(true);
+}
+
+void frmMain::CreaNuovo(bool bDuplica) {
+  protetto("frmMain!CreaNuovo", [&] {
+    Puntatore(kClessidra);
+    Cedi();
+    const tRaccolta& raccolta = aRaccolte(iRacCorr);
+    const store::RecordsetPtr rs = dbForm(iRacCorr).Recordset();
+    if (bDuplica) ScambiaValoriCampi(iRacCorr, 0);
+    rs->AddNew();
+    if (bDuplica) {
+      ScambiaValoriCampi(iRacCorr, 1);
+    } else {
+      ImpostaDefaultCampi(iRacCorr);
+    }
+    if (!control<QPushButton>(QStringLiteral("cmdEspandi"))->isChecked()) setExtended(false);
+    static_cast<QTabWidget*>(panRecord(iRacCorr))->setCurrentIndex(0);
+    aCampi(iRacCorr, 1).oControllo->widget()->setFocus(Qt::OtherFocusReason);
+    // Counter and both rows reach the file together, or none of them.
+    store::Transaction transaction(*dbArc);
+    const int lNuovo = lNewCont();
+    rs->SetValue(raccolta.sCampoLegame, lNuovo);
+    rs->SetValue(raccolta.sTabDettaglio + u'.' + raccolta.sCampoID, lNuovo);
+    rs->SetValue(QStringLiteral("TipoRac"), iRacCorr);
+    rs->Update();
+    transaction.Commit();
+    rs->SetBookmark(rs->LastModified());
+    AggiornaBarraStato();
+    Puntatore(kPuntatoreNormale);
+  });
+}
+
+QString frmMain::deletionQuestion() {
+  return QStringLiteral("Vuoi veramente cancellare il record corrente (") +
+         aCampi(iRacCorr, 0).oControllo->Text() + u' ' + aCampi(iRacCorr, 1).oControllo->Text() +
+         QStringLiteral(")?");
+}
+
+void frmMain::TastoCancella() {
+  const store::RecordsetPtr rs = dbElenco().Recordset();
+  if (!bRecordValido(rs)) return;
+  if (iMsg(deletionQuestion(), 2) != 1) return;
+  protetto("frmMain!TastoCancella", [&] {
+    CancellaRecord(rs->Value(kMainId).toLongLong());
+    refreshAfterDeletion();
+  });
+}
+
+void frmMain::refreshAfterDeletion() {
+  dbElenco().Refresh();
+  AggiornaRecordsetForm();
+  AggiornaBarraStato();
+  AbilitazionePannello();
+}
+
+void frmMain::CancellaRecord(qint64 lID) {
+  protetto("frmMain!CancellaRecord", [&] {
+    const WriteGroup group(dbArc);
+    const store::RecordsetPtr main = tableByKey(aRaccolte(iRacCorr).sTabPrincipale);
+    main->Seek(QStringLiteral("="), {lID});
+    if (main->NoMatch()) {
+      iMsg(QStringLiteral("Errore in cancellazione tab primaria"), 0);
+      return;
+    }
+    const qint64 racID = NullAZero(main->Value(QStringLiteral("RacID"))).toLongLong();
+    main->Delete();
+    main->Close();
+    deleteDetail(racID);
+  });
+}
+
+void frmMain::deleteDetail(qint64 racID) {
+  const store::RecordsetPtr detail = tableByKey(aRaccolte(iRacCorr).sTabDettaglio);
+  detail->Seek(QStringLiteral("="), {racID});
+  if (detail->NoMatch()) {
+    iMsg(QStringLiteral("Errore in cancellazione tab secondaria"), 0);
+    return;
+  }
+  detail->Delete();
+  detail->Close();
+  if (aRaccolte(iRacCorr).iSottoRaccolta != -1) deleteChildren(racID);
+}
+
+void frmMain::deleteChildren(qint64 racID) {
+  const tRaccolta& sub = aRaccolte(aRaccolte(iRacCorr).iSottoRaccolta);
+  const store::RecordsetPtr rows = dbArc->OpenRecordset(
+      QStringLiteral("SELECT * FROM ") + sub.sQuery + QStringLiteral(" WHERE ") + sub.sCampoPadre +
+          u'=' + QString::number(racID),
+      store::RecordsetType::Dynaset);
+  while (!rows->NoMatch() && !rows->Eof()) {
+    rows->Delete();
+    rows->MoveNext();
+  }
+  rows->Close();
+}
+
+void frmMain::mnuCancellaMultiplo_Click() {
+  protetto("frmMain!CancellaMultiplo", [&] {
+    if (dbElenco().Recordset()->RecordCount() == 0) return;
+    const QString question = QStringLiteral(
+        "Vuoi veramente cancellare tutti i record correntemente visualizzati nell'elenco?");
+    if (iMsg(question, 2) != 1) return;
+    Puntatore(kClessidra);
+    deleteAllShown();
+    refreshAfterDeletion();
+    Puntatore(kPuntatoreNormale);
+  });
+}
+
+// Walks a clone, so that list and form do not follow row by row.
+void frmMain::deleteAllShown() {
+  const store::RecordsetPtr rs = dbElenco().Recordset()->Clone();
+  rs->MoveFirst();
+  while (!rs->Eof()) {
+    WriteGroup group(dbArc);
+    for (int i = 0; i < kGroup && !rs->Eof(); ++i) {
+      CancellaRecord(rs->Value(kMainId).toLongLong());
+      rs->MoveNext();
+    }
+    group.Commit();
+  }
+}
+
+void frmMain::mnuVarieSalva_Click() {
+  protetto("frmMain!VarieSalva", [&] {
+    auto* grid = platform::forms()[QStringLiteral("frmGrid")].control<platform::DataGrid>(
+        QStringLiteral("grd"));
+    const store::RecordsetPtr config = tableByKey(QStringLiteral("GRDCONFIG"));
+    for (int i = 0; i < grid->ColumnCount(); ++i) {
+      config->Seek(QStringLiteral("="), {aRaccolte(iRacCorr).sQuery, i});
+      if (config->NoMatch()) continue;
+      config->Edit();
+      config->SetValue(QStringLiteral("Larghezza"), grid->Column(i).width);
+      config->Update();
+    }
+    config->Close();
+  });
+}
+
+}  // namespace tavolix

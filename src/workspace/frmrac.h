@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/form.h"
+#include "workspace/moduli.h"
+
+namespace tavolix {
+
+// The form of a collection: one record, bound to the row that is current in the list.
+class frmRac final : public platform::Form {
+  Q_OBJECT
+ public:
+  frmRac(const Module& module, int iRac);
+
+ private:
+  QWidget* build() override;
+  void loaded() override;
+  void unloaded() override;
+  void resized() override;
+  bool keyDown(int key, Qt::KeyboardModifiers modifiers) override;
+  void focusMoved(QWidget* from, QWidget* to);
+  void gotFocus(QWidget* control);
+  bool holds(const QWidget* widget) const;
+
+  const Module& module_;
+  int iRac_;
+  bool bInNote_ = false;
+  QMetaObject::Connection focus_;
+};
+
+// Width in twips of a collection's form, the same for all, as the font needs it.
+int iLarghezzaScheda();
+
+// Adds the eight forms to the program's forms.
+void RegistraFormRaccolte();
+
+}  // namespace tavolix

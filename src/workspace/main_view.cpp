@@ -1,0 +1,168 @@
+#include "workspace/main_view.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMainWindow>
+#include <QPushButton>
+#include <QStatusBar>
+#include <QVBoxLayout>
+
+#include "platform/icons.h"
+#include "workspace/frmmain.h"
+
+namespace tavolix {
+namespace {
+
+constexpr QSize kFirstSize(1180, 740);
+constexpr QSize kLeastSize(640, 420);
+
+QWidget* panel(QWidget* parent, const char* name) {
+  auto* widget = new QWidget(parent);
+  widget->setObjectName(QString::fromLatin1(name));
+  return widget;
+}
+
+QHBoxLayout* rowIn(QWidget* panel, int margin) {
+  auto* row = new QHBoxLayout(panel);
+  row->setContentsMargins(margin, 0, margin, 0);
+  row->setSpacing(6);
+  return row;
+}
+
+QLabel* titleLine(QWidget* parent) {
+  auto* title = new QLabel(QStringLiteral("Avvio in corso..."), parent);
+  title->setObjectName(QStringLiteral("panTitolo"));
+  title->setToolTip(
+      QStringLiteral("Per cambiare raccolta, premere uno dei pulsanti presenti sul bordo sinistro "
+                     "della finestra"));
+  title->setAccessibleDescription(QStringLiteral("Titolo della raccolta"));
+  title->setContentsMargins(10, 5, 10, 5);
+  title->setTextFormat(Qt::PlainText);
+  QFont font = title->font();
+  font.setBold(true);
+  font.setPointSizeF(font.pointSizeF() * 1.15);
+  title->setFont(font);
+  title->setAutoFillBackground(true);
+  title->setBackgroundRole(QPalette::AlternateBase);
+  return title;
+}
+
+struct RecordButton {
+  const char* name;
+  const char* caption;
+  const char* tip;
+  const char* icon;
+};
+
+constexpr RecordButton kRecordButtons[] = {
+    {"cmdAddNew", "&Nuovo     ", "Crea un nuovo record", "nuovo"},
+    {"cmdCancella", "&Cancella    ", "Elimina il record corrente", "cancella"},
+    {"cmdDuplica", "&Duplica   ", "Duplica il record corrente", "duplica"},
+    {"cmdSubRac", "", "Visualizza la sottoraccolta associata al record corrente", "sottoraccolta"},
+};
+
+QPushButton* button(QWidget* parent, const RecordButton& record) {
+  auto* push = new QPushButton(platform::icon(QString::fromLatin1(record.icon)),
+                               QString::fromUtf8(record.caption), parent);
+  push->setObjectName(QString::fromLatin1(record.name));
+  push->setToolTip(QString::fromUtf8(record.tip));
+  push->setAutoDefault(false);
+  return push;
+}
+
+// The record buttons keep to the top of their panel, whatever height it is given.
+QWidget* recordButtons(QWidget* parent) {
+  QWidget* panCrea = panel(parent, "panCrea");
+  QHBoxLayout* row = rowIn(panCrea, 0);
+  for (const RecordButton& record : kRecordButtons) row->addWidget(button(panCrea, record));
+  // Room for the longest sub-collection from the start, so that nothing moves at a change.
+  auto* cmdSubRac = panCrea->findChild<QPushButton*>(QStringLiteral("cmdSubRac"));
+  cmdSubRac->setText(QStringLiteral("Contatti    "));
+  cmdSubRac->setMinimumWidth(cmdSubRac->sizeHint().width());
+  QSizePolicy policy = cmdSubRac->sizePolicy();
+  policy.setRetainSizeWhenHidden(true);
+  cmdSubRac->setSizePolicy(policy);
+  panCrea->setMaximumHeight(panCrea->sizeHint().height());
+  panCrea->resize(panCrea->sizeHint());
+  return panCrea;
+}
+
+QWidget* expandPanel(QWidget* parent) {
+  QWidget* panEspandi = panel(parent, "panEspandi");
+  QHBoxLayout* row = rowIn(panEspandi, 0);
+  auto* cmdEspandi = new QPushButton(platform::icon(QStringLiteral("espandi")), {}, panEspandi);
+  cmdEspandi->setObjectName(QStringLiteral("cmdEspandi"));
+  cmdEspandi->setToolTip(QStringLiteral("Dimensionamento elenco record"));
+  cmdEspandi->setAccessibleName(QStringLiteral("Dimensionamento elenco record"));
+  cmdEspandi->setCheckable(true);
+  cmdEspandi->setChecked(true);
+  cmdEspandi->setAutoDefault(false);
+  auto* lblStatus = new QLabel(QStringLiteral("Voci"), panEspandi);
+  lblStatus->setObjectName(QStringLiteral("lblStatus"));
+  lblStatus->setAccessibleDescription(QStringLiteral("Numero di record"));
+  row->addWidget(cmdEspandi);
+  row->addWidget(lblStatus, 1);
+  return panEspandi;
+}
+
+QWidget* bottomStrip(QWidget* parent) {
+  QWidget* picSfondo = panel(parent, "picSfondo");
+  QWidget* panCrea = recordButtons(picSfondo);
+  QWidget* panEspandi = expandPanel(picSfondo);
+  constexpr int margin = 6;
+  const int height = panCrea->height();
+  picSfondo->setFixedHeight(height + 2 * margin);
+  panEspandi->setGeometry(margin, margin, 360, height);
+  panCrea->move(kFirstSize.width() - panCrea->width() - margin, margin);
+  return picSfondo;
+}
+
+void dateAndTime(QMainWindow* window) {
+  auto* panStato = new QStatusBar(window);
+  panStato->setObjectName(QStringLiteral("panStato"));
+  panStato->setAccessibleName(QStringLiteral("Stato"));
+  for (const char* name : {"lblData", "lblOra"}) {
+    auto* label = new QLabel(panStato);
+    label->setObjectName(QString::fromLatin1(name));
+    label->setAccessibleDescription(name[3] == 'D' ? QStringLiteral("Data")
+                                                   : QStringLiteral("Ora"));
+    label->setContentsMargins(8, 0, 8, 0);
+    panStato->addPermanentWidget(label);
+  }
+  window->setStatusBar(panStato);
+}
+
+// The places of list and form are worked out before the window is shown: they need its layout.
+void layOut(QWidget* window) {
+  window->setAttribute(Qt::WA_DontShowOnScreen);
+  window->show();
+  window->hide();
+  window->setAttribute(Qt::WA_DontShowOnScreen, false);
+}
+
+}  // namespace
+
+QWidget* buildMainWindow(frmMain& form) {
+  auto* window = new QMainWindow;
+  auto* client = new QWidget(window);
+  auto* column = new QVBoxLayout(client);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(0);
+  QWidget* panBar = panel(client, "panBar");
+  rowIn(panBar, 4)->setSpacing(2);
+  QWidget* area = panel(client, "area");
+  column->addWidget(panBar);
+  column->addWidget(titleLine(client));
+  column->addWidget(area, 1);
+  column->addWidget(bottomStrip(client));
+  window->setCentralWidget(client);
+  dateAndTime(window);
+  buildCommands(form, window, panBar);
+  window->setWindowIcon(platform::icon(QStringLiteral("tavolix")));
+  window->resize(kFirstSize);
+  window->setMinimumSize(kLeastSize);
+  layOut(window);
+  return window;
+}
+
+}  // namespace tavolix
