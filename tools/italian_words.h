@@ -48,11 +48,11 @@ inline constexpr const char* kStarts[] = {
 
 // What can follow, in two words.
 inline constexpr const char* kPairs[] = {
-    "della notte", "di città", "senza nome", "oltre l'orizzonte", "e la pioggia", "dopo l'inverno",
+    "della notte", "di città", "senza nome", "oltre l'orizzonte", "e l'acqua", "dopo l'inverno",
     "per tutti", "del venerdì", "in fondo", "senza perché", "e l'amore", "di lassù", "nella nebbia",
-    "con l'ombrello", "del papà", "a metà", "sotto l'albero", "di Niccolò", "e la virtù",
+    "con l'ombrello", "del papà", "a metà", "sotto l'albero", "di Niccolò", "e l'estate",
     "tra l'erba", "della libertà", "che verrà", "che c'è", "del lunedì", "per un'ora", "al caffè",
-    "senza età", "dietro l'angolo", "e il mare", "della povertà", "d'altri tempi", "così lontano",
+    "senza età", "dietro l'angolo", "e l'addio", "della povertà", "d'altri tempi", "così lontano",
     "più vicino", "e l'isola", "della gioventù", "sull'altra riva", "nel bambù", "verso casa",
     "di mezz'estate", "e un'altra",
 };

@@ -41,9 +41,14 @@ void readList(const QString& sCodTab, int iRacTab, LookupList& list) {
 
 QString readText(qint64 key) {
   if (!rsTab || !rsTab->IsOpen()) return {};
+  // A combo asks in the middle of other work on rsTab, which goes on with its own index.
+  const QString index = rsTab->Index();
   rsTab->SetIndex(QStringLiteral("1u"));
   rsTab->Seek(QStringLiteral("="), {key});
-  return rsTab->NoMatch() ? QString() : NullAStringa(rsTab->Value(QStringLiteral("Desc")));
+  const QString text =
+      rsTab->NoMatch() ? QString() : NullAStringa(rsTab->Value(QStringLiteral("Desc")));
+  rsTab->SetIndex(index);
+  return text;
 }
 
 // The field whose column a list field writes: itself, or the key of the list it shows.

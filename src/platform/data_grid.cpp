@@ -192,6 +192,7 @@ void DataGrid::keyPressEvent(QKeyEvent* event) {
 
 void DataGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
   using Delegate = QAbstractItemDelegate;
+  if (editor == nullptr || editor->isHidden()) return;  // closed already
   const bool steps = hint == Delegate::EditNextItem || hint == Delegate::EditPreviousItem;
   QTableView::closeEditor(editor, steps ? Delegate::NoHint : hint);
   const QModelIndex cell = currentIndex();

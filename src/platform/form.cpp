@@ -24,6 +24,8 @@ Form::~Form() {
 
 void Form::Load() {
   if (window_) return;
+  loadOwner();
+  if (window_) return;
   QWidget* window = build();
   window->setObjectName(Name());
   window_ = window;

@@ -50,6 +50,8 @@ class Form : public QObject {
   QObject* Part(const QString& name);
 
  protected:
+  // Loads the form that this one stands in, whose loading may load this one in turn.
+  virtual void loadOwner() {}
   // Makes the window with all controls; its parent is given where the form is a child window.
   virtual QWidget* build() = 0;
   virtual void loaded() {}     // the window exists, nothing is shown yet

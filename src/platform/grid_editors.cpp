@@ -1,5 +1,6 @@
 #include "platform/grid_editors.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLocale>
@@ -61,68 +62,35 @@ bool confirms(const QEvent* event) {
 
 }  // namespace
 
-LookupView::LookupView(LookupListPtr list, QWidget* parent)
-    : QListView(parent), list_(std::move(list)) {
-  setUniformItemSizes(true);
+CellList::CellList(DataCombo& combo) : QObject(&combo), combo_(combo) {
+  // The key that closes the list goes on to the combo box, and is dealt with first.
+  closing_.setSingleShot(true);
+  connect(&closing_, &QTimer::timeout, this, &CellList::closed);
+  combo.installEventFilter(this);
+  QMetaObject::invokeMethod(this, &CellList::open, Qt::QueuedConnection);
 }
 
-void LookupView::keyboardSearch(const QString& typed) {
-  const bool anew =
-      !lastTyped_.isValid() || lastTyped_.elapsed() > QApplication::keyboardInputInterval();
-  prefix_ = anew ? typed : prefix_ + typed;
-  lastTyped_.start();
-  const int row = list_->rowOfPrefix(prefix_);
-  if (row >= 0) setCurrentIndex(list_->index(row));
+CellList::~CellList() {
+  qDeleteAll(keys_);
 }
 
-bool LookupView::focusNextPrevChild(bool next) {
-  Q_EMIT tabPressed(next);
-  return true;
+void CellList::open() {
+  opened_ = true;
+  if (!combo_.isVisible()) return;
+  combo_.SetDroppedDown(true);
+  combo_.view()->installEventFilter(this);
+  for (QEvent* key : std::as_const(keys_)) QCoreApplication::postEvent(combo_.view(), key);
+  keys_.clear();
 }
 
-LookupCombo::LookupCombo(LookupListPtr list, QWidget* parent)
-    : QComboBox(parent), list_(std::move(list)) {
-  setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
-  list_->ensureLoaded();
-  setModel(list_.get());
-  auto* values = new LookupView(list_, this);
-  setView(values);
-  // Keys select too while the list is still to open: only what is picked in it is a choice.
-  connect(this, &QComboBox::activated, this, [this] {
-    if (opened_) choose(QAbstractItemDelegate::NoHint);
-  });
-  connect(values, &LookupView::tabPressed, this, [this, values](bool forward) {
-    setCurrentIndex(values->currentIndex().row());
-    choose(forward ? QAbstractItemDelegate::EditNextItem : QAbstractItemDelegate::EditPreviousItem);
-    hidePopup();
-  });
-}
-
-void LookupCombo::choose(QAbstractItemDelegate::EndEditHint next) {
-  chosen_ = true;
-  Q_EMIT chosen(next);
-}
-
-void LookupCombo::showEvent(QShowEvent* event) {
-  QComboBox::showEvent(event);
-  // The key that opened the editor comes first.
-  QMetaObject::invokeMethod(this, &QComboBox::showPopup, Qt::QueuedConnection);
-}
-
-void LookupCombo::showPopup() {
-  QComboBox::showPopup();
-  opened_ = view()->isVisible();
-}
-
-void LookupCombo::hidePopup() {
-  const bool wasOpen = view()->isVisible();
-  QComboBox::hidePopup();
-  if (!wasOpen) return;
-  // A choice is told only after the list has closed.
-  const auto conclude = [this] {
-    if (!chosen_) Q_EMIT givenUp();
-  };
-  QMetaObject::invokeMethod(this, conclude, Qt::QueuedConnection);
+bool CellList::eventFilter(QObject* watched, QEvent* event) {
+  if (watched != &combo_) {
+    if (event->type() == QEvent::Hide) closing_.start(0);
+    return false;
+  }
+  const bool holds = event->type() == QEvent::KeyPress && !opened_;
+  if (holds) keys_ << event->clone();
+  return holds;
 }
 
 CellDelegate::CellDelegate(Writer writer, QObject* parent)
@@ -139,42 +107,32 @@ QWidget* CellDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&
 }
 
 QWidget* CellDelegate::createList(const ColumnSetup& setup, QWidget* parent) const {
-  auto* combo = new LookupCombo(setup.list, parent);
+  auto* combo = new DataCombo(parent);
+  combo->SetList(setup.list);
   // Views hand out their delegate as constant, and listen to what it tells.
   auto* self = const_cast<CellDelegate*>(this);
-  connect(combo, &LookupCombo::chosen, self, [self, combo](EndEditHint next) {
+  connect(new CellList(*combo), &CellList::closed, self, [self, combo] {
     Q_EMIT self->commitData(combo);
-    Q_EMIT self->closeEditor(combo, next);
+    Q_EMIT self->closeEditor(combo, NoHint);
   });
-  connect(combo, &LookupCombo::givenUp, self,
-          [self, combo] { Q_EMIT self->closeEditor(combo, RevertModelCache); });
   return combo;
 }
 
 void CellDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const {
-  const QVariant value = index.data(Qt::EditRole);
-  if (auto* combo = qobject_cast<LookupCombo*>(editor)) {
-    combo->setKey(value.toLongLong());
-  } else if (BoundControl* box = BoundControl::of(editor)) {
-    box->ShowValue(value);
-  }
+  if (BoundControl* box = BoundControl::of(editor)) box->ShowValue(index.data(Qt::EditRole));
 }
 
 void CellDelegate::setModelData(QWidget* editor, QAbstractItemModel*,
                                 const QModelIndex& index) const {
-  if (auto* combo = qobject_cast<LookupCombo*>(editor)) {
-    const qint64 key = combo->hasKey() ? combo->key() : index.data(Qt::EditRole).toLongLong();
-    if (key != index.data(Qt::EditRole).toLongLong()) writer_(index, key);
-  } else if (const BoundControl* box = BoundControl::of(editor)) {
-    if (box->DataChanged() && box->IsValid()) writer_(index, box->Value());
-  }
+  const BoundControl* box = BoundControl::of(editor);
+  if (box != nullptr && box->DataChanged() && box->IsValid()) writer_(index, box->Value());
 }
 
 void CellDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
                                         const QModelIndex&) const {
   QRect place = option.rect;
   // A list in a narrow column still has to show what it offers.
-  if (qobject_cast<LookupCombo*>(editor) != nullptr) {
+  if (qobject_cast<DataCombo*>(editor) != nullptr) {
     place.setWidth(qMax(place.width(), editor->fontMetrics().averageCharWidth() * kListCharacters));
   }
   editor->setGeometry(place);

@@ -1,59 +1,32 @@
 #pragma once
 
-#include <QComboBox>
-#include <QElapsedTimer>
-#include <QListView>
 #include <QStyledItemDelegate>
+#include <QTimer>
 #include <functional>
 
+#include "platform/data_combo.h"
 #include "platform/record_model.h"
 
 namespace platform {
 
-// The values of a lookup list; what is typed in quick succession leads to the first value that
-// begins with it.
-class LookupView final : public QListView {
+// Drops down the list of a combo box that edits a cell, and tells when it has closed.
+class CellList final : public QObject {
   Q_OBJECT
  public:
-  LookupView(LookupListPtr list, QWidget* parent);
-  void keyboardSearch(const QString& typed) override;
+  explicit CellList(DataCombo& combo);
+  ~CellList() override;
 
  Q_SIGNALS:
-  void tabPressed(bool forward);
-
- protected:
-  bool focusNextPrevChild(bool next) override;
+  void closed();
 
  private:
-  LookupListPtr list_;
-  QString prefix_;
-  QElapsedTimer lastTyped_;
-};
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void open();
 
-// Cell editor of a lookup column: opens dropped down, and is done with when the list closes.
-class LookupCombo final : public QComboBox {
-  Q_OBJECT
- public:
-  LookupCombo(LookupListPtr list, QWidget* parent);
-  qint64 key() const { return list_->keyAt(currentIndex()); }
-  bool hasKey() const { return currentIndex() >= 0; }
-  void setKey(qint64 key) { setCurrentIndex(list_->rowOfKey(key)); }
-  void showPopup() override;
-  void hidePopup() override;
-
- Q_SIGNALS:
-  void chosen(QAbstractItemDelegate::EndEditHint next);
-  void givenUp();
-
- protected:
-  void showEvent(QShowEvent* event) override;
-
- private:
-  void choose(QAbstractItemDelegate::EndEditHint next);
-
-  LookupListPtr list_;
+  DataCombo& combo_;
+  QVector<QEvent*> keys_;  // pressed before the list is there
   bool opened_ = false;
-  bool chosen_ = false;
+  QTimer closing_;
 };
 
 // Shows and edits the cells of a RecordModel. What the user has changed goes to the writer.

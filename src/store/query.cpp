@@ -186,9 +186,9 @@ sql::Statement Query::keysWhere(const ExprPtr& condition) const {
   return printer.take();
 }
 
-QByteArray Query::rowByKeys() const {
+sql::Statement Query::rowByKeys() const {
   if (keyTables_.empty()) {
-    return "SELECT * FROM " + sql::quoteName(resultName()) + " WHERE rowid = ?";
+    return {"SELECT * FROM " + sql::quoteName(resultName()) + " WHERE rowid = ?", {}};
   }
   sql::Printer printer;
   bool first = true;
@@ -203,7 +203,7 @@ QByteArray Query::rowByKeys() const {
     printer.text(".rowid = ?");
     first = false;
   }
-  return printer.take().text;
+  return printer.take();
 }
 
 sql::Statement Query::everything() const {

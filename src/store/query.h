@@ -36,8 +36,8 @@ class Query final {
   sql::Statement keys(bool withSortValues) const;
   // Keys of the rows that meet a condition, in any order.
   sql::Statement keysWhere(const sql::ExprPtr& condition) const;
-  // One row by its keys, as values of the statement.
-  QByteArray rowByKeys() const;
+  // One row by its keys, which are the statement's values behind those given.
+  sql::Statement rowByKeys() const;
   sql::ExprPtr condition(const QString& text, const Catalog& catalog) const;
 
   // Without keys, all rows are to be copied to a table of this name and with these columns, in

@@ -11,6 +11,12 @@ namespace {
 constexpr std::size_t kMostRows = 512;
 constexpr qint64 kAhead = 32;
 
+// Another program may have changed stored queries.
+const Catalog& upToDate(Connection& connection) {
+  connection.lookForWrites();
+  return connection;
+}
+
 }  // namespace
 
 RowKey packKey(qint64 first, qint64 second) {
@@ -25,8 +31,8 @@ qint64 firstKey(RowKey key) { return static_cast<qint32>(key >> 32); }
 qint64 secondKey(RowKey key) { return static_cast<qint32>(key & 0xffffffffU); }
 
 RowSet::RowSet(std::shared_ptr<Connection> connection, const QString& source)
-    : connection_(std::move(connection)), text_(source), query_(source, *connection_) {
-  rowText_ = query_.rowByKeys();
+    : connection_(std::move(connection)), text_(source), query_(source, upToDate(*connection_)) {
+  row_ = query_.rowByKeys();
   const Connection::Reading reading(*connection_);
   if (query_.keyTables().empty()) {
     readResults();
@@ -99,10 +105,11 @@ void RowSet::remove(qint64 place) {
 
 QVector<QVariant> RowSet::fetch(RowKey key) {
   QVector<QVariant> values;
-  const auto lease = source().prepare(rowText_);
+  const auto lease = source().prepare(row_);
   guarded([&] {
-    lease->bind(1, static_cast<int64_t>(firstKey(key)));
-    if (query_.keyTables().size() == 2) lease->bind(2, static_cast<int64_t>(secondKey(key)));
+    const int place = static_cast<int>(row_.values.size()) + 1;
+    lease->bind(place, static_cast<int64_t>(firstKey(key)));
+    if (query_.keyTables().size() == 2) lease->bind(place + 1, static_cast<int64_t>(secondKey(key)));
     if (!lease->executeStep()) return;
     const int columns = lease->getColumnCount();
     values.reserve(columns);

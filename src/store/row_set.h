@@ -69,7 +69,7 @@ class RowSet final {
   std::shared_ptr<Connection> connection_;
   QString text_;
   Query query_;
-  QByteArray rowText_;
+  sql::Statement row_;
   std::unique_ptr<ResultTable> results_;  // of a query without keys
   std::vector<RowKey> keys_;
   std::vector<Place*> places_;

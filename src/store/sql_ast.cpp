@@ -9,7 +9,7 @@ namespace {
 
 // Expressions are walked by recursion, and those of stored queries stand wherever they are used.
 constexpr int kDeepest = 300;
-constexpr int kLargest = 200000;
+constexpr int kLargest = 20000;
 
 }  // namespace
 

@@ -164,18 +164,17 @@ class PageBuilder {
       grid_->addWidget(widget, row_, kBox);
       return;
     }
-    auto* holder = new QWidget(page_);
-    line_ = new QHBoxLayout(holder);
-    line_->setContentsMargins(0, 0, 0, 0);
+    // A layout and no widget: a label names its buddy to screen readers among its siblings only.
+    line_ = new QHBoxLayout;
     line_->setSpacing(4);
-    grid_->addWidget(holder, row_, kBox);
+    grid_->addLayout(line_, row_, kBox);
     addToRow(campo, box, widget);
     const bool more = campo + 1 < static_cast<int>(boxCount(module_)) && sharesRow(campo + 1);
     if (isNarrow(widget) && !more) line_->addStretch(1);
   }
 
   void addToRow(int campo, const Box& box, QWidget* widget) {
-    line_->addWidget(widget, isNarrow(widget) ? 0 : 1);
+    line_->addWidget(widget, isNarrow(widget) ? 0 : (box.kind == Kind::Combo ? 2 : 3));
     QToolButton* button = buttonFor(campo, box, widget);
     if (button != nullptr) line_->addWidget(button);
   }

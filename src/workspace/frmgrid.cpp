@@ -37,6 +37,10 @@ constexpr int kTop = 6;  // twips
 
 frmGrid::frmGrid() : platform::Form(QStringLiteral("frmGrid")) {}
 
+void frmGrid::loadOwner() {
+  FrmMain().Load();
+}
+
 QWidget* frmGrid::build() {
   auto* form = new QWidget(FrmMain().Area());
   auto* dbCurr = new platform::DataControl(form);

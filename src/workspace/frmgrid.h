@@ -11,6 +11,7 @@ class frmGrid final : public platform::Form {
   frmGrid();
 
  private:
+  void loadOwner() override;
   QWidget* build() override;
   void loaded() override;
   void resized() override;

@@ -32,6 +32,8 @@ using platform::forms;
 constexpr int kOverlap = 8;         // twips by which the form stands over the list
 constexpr int kPageMargin = 90;     // twips between the form's height and its pages
 constexpr int kLeastWindow = 3000;  // twips
+constexpr QSize kFirstSize(1200, 780);
+constexpr QSize kFrame(12, 48);  // what the desktop adds around a window
 constexpr int kFlashMilliseconds = 400;
 constexpr int kBrightRed = 12;
 
@@ -248,7 +250,7 @@ void frmMain::cmdEspandi_Click() {
   protetto("frmMain!Espandi", [&] {
     const bool beside = control<QPushButton>(QStringLiteral("cmdEspandi"))->isChecked();
     QWidget* G = Griglia().Window();
-    control<QAction>(QStringLiteral("mnuMaxExtension"))->setChecked(!beside);
+    part<QAction>(QStringLiteral("mnuMaxExtension"))->setChecked(!beside);
     if (iRacCorr < 0) {
       // No form is loaded yet: the list takes the form's place, or gives it up.
       const int width = iLarghezzaScheda();
@@ -328,21 +330,29 @@ void frmMain::placeWindow() {
   if (bLeggiInt(QStringLiteral("Win_RePos"), rePos) && rePos != 0) {
     restorePosition();
   } else {
-    CentraForm(*this);
+    firstPlace();
   }
+  // List and form follow before the window is seen.
+  layOutHidden(Window());
+}
+
+// As large as is comfortable, and the screen allows.
+void frmMain::firstPlace() {
+  const QSize room = Window()->screen()->availableSize() - kFrame;
+  Window()->resize(kFirstSize.boundedTo(room).expandedTo(Window()->size()));
+  CentraForm(*this);
 }
 
 void frmMain::restorePosition() {
   QWidget* window = Window();
   int value = 0;
-  CentraForm(*this);
+  firstPlace();
   if (bLeggiInt(QStringLiteral("Win_X"), value)) platform::SetLeft(window, value);
   if (bLeggiInt(QStringLiteral("Win_Y"), value)) platform::SetTop(window, value);
   if (bLeggiInt(QStringLiteral("Win_Alt"), value)) {
     platform::SetHeight(window, std::max(value, kLeastWindow));
   }
   if (bLeggiInt(QStringLiteral("Win_Lar"), value)) {
-    window->setMinimumWidth(std::min(window->minimumWidth(), platform::toPixels(kLeastWindow)));
     platform::SetWidth(window, std::max(value, kLeastWindow));
   }
   if (bLeggiInt(QStringLiteral("Win_Stato"), value) && value == 2) {

@@ -60,6 +60,7 @@ class frmMain final : public platform::Form {
   void connectButtons();
   void growForList();
   void placeWindow();
+  void firstPlace();
   void restorePosition();
   void writePosition();
   void extendAtStart();

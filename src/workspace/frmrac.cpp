@@ -41,6 +41,10 @@ int iLarghezzaScheda() {
 frmRac::frmRac(const Module& module, int iRac)
     : platform::Form(QString::fromLatin1(module.form)), module_(module), iRac_(iRac) {}
 
+void frmRac::loadOwner() {
+  FrmMain().Load();
+}
+
 QWidget* frmRac::build() {
   // Lists and calendar join with their windows; until then their buttons are disabled.
   const FormHandlers handlers{[](int) {}, [](QWidget*) {}};

@@ -12,6 +12,7 @@ class frmRac final : public platform::Form {
   frmRac(const Module& module, int iRac);
 
  private:
+  void loadOwner() override;
   QWidget* build() override;
   void loaded() override;
   void unloaded() override;

@@ -13,8 +13,9 @@
 namespace tavolix {
 namespace {
 
-constexpr QSize kFirstSize(1180, 740);
-constexpr QSize kLeastSize(640, 420);
+// The smallest size at which everything stands in its place; fits a screen of 1024 x 768.
+constexpr QSize kDesignSize(1004, 690);
+constexpr QSize kLeastSize(200, 200);
 
 QWidget* panel(QWidget* parent, const char* name) {
   auto* widget = new QWidget(parent);
@@ -113,7 +114,7 @@ QWidget* bottomStrip(QWidget* parent) {
   const int height = panCrea->height();
   picSfondo->setFixedHeight(height + 2 * margin);
   panEspandi->setGeometry(margin, margin, 360, height);
-  panCrea->move(kFirstSize.width() - panCrea->width() - margin, margin);
+  panCrea->move(kDesignSize.width() - panCrea->width() - margin, margin);
   return picSfondo;
 }
 
@@ -132,15 +133,14 @@ void dateAndTime(QMainWindow* window) {
   window->setStatusBar(panStato);
 }
 
-// The places of list and form are worked out before the window is shown: they need its layout.
-void layOut(QWidget* window) {
+}  // namespace
+
+void layOutHidden(QWidget* window) {
   window->setAttribute(Qt::WA_DontShowOnScreen);
   window->show();
   window->hide();
   window->setAttribute(Qt::WA_DontShowOnScreen, false);
 }
-
-}  // namespace
 
 QWidget* buildMainWindow(frmMain& form) {
   auto* window = new QMainWindow;
@@ -159,9 +159,9 @@ QWidget* buildMainWindow(frmMain& form) {
   dateAndTime(window);
   buildCommands(form, window, panBar);
   window->setWindowIcon(platform::icon(QStringLiteral("tavolix")));
-  window->resize(kFirstSize);
+  window->resize(kDesignSize);
   window->setMinimumSize(kLeastSize);
-  layOut(window);
+  layOutHidden(window);
   return window;
 }
 

@@ -10,6 +10,10 @@ class frmMain;
 // strip of the record buttons, the status bar.
 QWidget* buildMainWindow(frmMain& form);
 
+// Gives a window that is not shown its layout: the places of list and form are worked out from it
+// before anybody sees the window.
+void layOutHidden(QWidget* window);
+
 // Menus and button bar, from the table of commands.
 void buildCommands(frmMain& form, QWidget* window, QWidget* panBar);
 

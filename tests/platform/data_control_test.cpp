@@ -7,6 +7,7 @@
 #include "desk.h"
 #include "grid_archive.h"
 #include "platform/check_box.h"
+#include "platform/data_combo.h"
 #include "platform/date_box.h"
 #include "platform/masked_box.h"
 #include "platform/text_box.h"
@@ -87,6 +88,21 @@ TEST_F(DataControlTest, WritesAsTheFocusLeaves) {
   EXPECT_FALSE(title_->DataChanged());
   title_.fill(QString());
   EXPECT_TRUE(archive_.stored(0, QStringLiteral("Titolo")).isNull());
+}
+
+TEST_F(DataControlTest, WritesNothingWhileAListIsOpen) {
+  Desk<DataCombo> publisher;
+  publisher->SetList(GridArchive::columns().at(GridArchive::Publisher).setup.list);
+  join(*publisher.get(), data_, "Editore");
+  publisher.enter();
+  publisher->SetDroppedDown(true);
+  publisher.type(QStringLiteral("bo"));
+  QFocusEvent list(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
+  QCoreApplication::sendEvent(publisher.get(), &list);
+  EXPECT_EQ(stored(0, "Editore"), QStringLiteral("7"));
+  publisher->SetDroppedDown(false);
+  publisher.leave();
+  EXPECT_EQ(stored(0, "Editore"), QStringLiteral("8"));
 }
 
 TEST_F(DataControlTest, WritesNothingWhereNothingChanged) {

@@ -83,6 +83,7 @@ TEST(MemoBoxTest, LeavesStoredTextAlone) {
   box->ShowValue(stored);
   box.enter();
   EXPECT_EQ(box->Value().toString(), stored);
+  box->moveCursor(QTextCursor::End);
   box.type(QStringLiteral("x"));
   EXPECT_EQ(box->Text(), QStringLiteral("più lungo\ndi cinque"));
   QTest::keyClick(box.get(), Qt::Key_Tab);
@@ -234,6 +235,24 @@ TEST(DateBoxTest, EditsPlaceByPlace) {
   for (int i = 0; i < 10; ++i) QTest::keyClick(box.get(), Qt::Key_Backspace);
   EXPECT_EQ(box->text(), QStringLiteral("__-__-____"));
   EXPECT_EQ(box->cursorPosition(), 0);
+}
+
+TEST(DateBoxTest, IsNotDoneWithWhileAMenuIsOverIt) {
+  Desk<DateBox> box;
+  box.enter();
+  box.type(QStringLiteral("1-2-99"));
+  QFocusEvent menu(QEvent::FocusOut, Qt::PopupFocusReason);
+  QCoreApplication::sendEvent(box.get(), &menu);
+  EXPECT_EQ(box->Text(), QStringLiteral("1_-2_-99__"));
+}
+
+TEST(DateBoxTest, PutsThePatternInPlaceOfWhatIsNoDate) {
+  Desk<DateBox> box;
+  box->ShowValue(QStringLiteral("ieri"));
+  box.enter();
+  box->SetSelStart(0);
+  box.type(QStringLiteral("12"));
+  EXPECT_EQ(box->Text(), QStringLiteral("12-__-____"));
 }
 
 TEST(DateBoxTest, SetsDigitsAsIfTyped) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QLocale>
 #include <QTemporaryDir>
 
 #include "platform/record_model.h"
@@ -12,12 +11,8 @@ namespace platform {
 class GridArchive final {
  public:
   explicit GridArchive(int books = 3) {
-    QLocale::setDefault(QLocale(QLocale::Italian, QLocale::Italy));
     database_ = store::CreateDatabase(folder_.filePath(QStringLiteral("libri.tvx")), schema(books));
   }
-  ~GridArchive() { QLocale::setDefault(QLocale::c()); }
-  GridArchive(const GridArchive&) = delete;
-  GridArchive& operator=(const GridArchive&) = delete;
 
   store::Database& database() { return *database_; }
 

@@ -14,14 +14,15 @@ QSet<qint64> keysOf(store::Database& database, const QString& table, const QStri
   return keys;
 }
 
-QSet<qint64> keysOfList(store::Database& database, const QString& code, int collection) {
-  QSet<qint64> keys;
+// The lists that hold each row of TAB, as "CODE:COLLECTION".
+QHash<qint64, QString> listOfKey(store::Database& database) {
+  QHash<qint64, QString> lists;
   const QStringList columns = {QStringLiteral("ID"), QStringLiteral("TipoTab"),
                                QStringLiteral("TipoRac")};
   for (const QVariantList& row : rowsOf(database, QStringLiteral("TAB"), columns)) {
-    if (row[1] == code && row[2] == collection) keys.insert(row[0].toLongLong());
+    lists.insert(row[0].toLongLong(), row[1].toString() + u':' + row[2].toString());
   }
-  return keys;
+  return lists;
 }
 
 }  // namespace
@@ -46,6 +47,14 @@ QVector<QVariantList> rowsOf(store::Database& database, const QString& source,
     all.append(values);
   }
   return all;
+}
+
+QVector<QVariantList> recordsOf(store::Database& database, int collection) {
+  QStringList columns;
+  for (int j = 0; j < iNumeroCampi(collection); ++j) {
+    columns.append(aCampi(collection, j).sCampoDB);
+  }
+  return rowsOf(database, aRaccolte(collection).sQuery, columns);
 }
 
 QVariantList valuesOf(store::Database& database, const QString& source, const QString& column) {
@@ -81,14 +90,14 @@ void expectChildrenHaveParents(store::Database& database) {
 }
 
 void expectLookupsInTheirLists(store::Database& database) {
+  const QHash<qint64, QString> lists = listOfKey(database);
   for (int i = 0; i < kRaccolte; ++i) {
-    for (int j = 0; j < iNumeroCampi(i); ++j) {
-      const tCampo& campo = aCampi(i, j);
-      if (campo.sTipo != QLatin1String(CBO)) continue;
-      const QSet<qint64> list = keysOfList(database, campo.sCodTab, campo.iRacTab);
-      for (const QVariant& key : valuesOf(database, aRaccolte(i).sQuery, campo.sCampoDB)) {
-        ASSERT_TRUE(key.isNull() || list.contains(key.toLongLong()))
-            << i << ' ' << qPrintable(campo.sCampoDB) << ' ' << key.toLongLong();
+    for (const QVariantList& record : recordsOf(database, i)) {
+      for (int j = 0; j < iNumeroCampi(i); ++j) {
+        const tCampo& campo = aCampi(i, j);
+        if (campo.sTipo != QLatin1String(CBO) || record[j].isNull()) continue;
+        ASSERT_EQ(lists.value(record[j].toLongLong()),
+                  campo.sCodTab + u':' + QString::number(campo.iRacTab));
       }
     }
   }

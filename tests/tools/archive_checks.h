@@ -15,6 +15,8 @@ qint64 countOf(store::Database& database, const QString& source);
 // All values of some columns, a row after the other.
 QVector<QVariantList> rowsOf(store::Database& database, const QString& source,
                              const QStringList& columns);
+// All values of a collection's fields, a record after the other.
+QVector<QVariantList> recordsOf(store::Database& database, int collection);
 // Values of one column.
 QVariantList valuesOf(store::Database& database, const QString& source, const QString& column);
 

@@ -1,0 +1,96 @@
+#include "store/archive.h"
+
+#include <SQLiteCpp/Database.h>
+#include <SQLiteCpp/Statement.h>
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+
+#include "store/sqlite_language.h"
+
+namespace store {
+namespace {
+
+constexpr const char* kRecords = R"(
+  INSERT INTO TAB (ID, TipoTab, TipoRac, "Desc", "Default") VALUES
+    (1, 'AUTORE', 0, 'Eco', 0), (2, 'AUTORE', 0, 'Calvino', -1), (3, 'AUTORE', 0, 'Èlia', 0),
+    (4, 'AUTORE', 0, 'calvino jr', 0), (5, 'GENERE', 0, 'Romanzo', 0), (6, 'GENERE', 0, 'Saggio', -1),
+    (7, 'TESTATA', 1, 'Il Mese', 0), (8, 'PROPR', NULL, 'Mia', 0);
+  INSERT INTO MAIN (ID, RacID, TipoRac, Titolo, TABAutoreID, Anno, Valore, TabProprietaID) VALUES
+    (1, 17, 0, 'Il nome della rosa', 1, 1980, 12.5, 8), (2, 16, 0, 'Il barone rampante', 2, 1957, 10, 8),
+    (3, 15, 0, 'Barolo & rosé', NULL, 1999, NULL, NULL), (4, 14, 0, 'perché', 2, 1991, 5, 8),
+    (5, 13, 0, 'PERCHE', 1, 1995, 20, NULL), (6, 12, 0, '', 4, NULL, 1, NULL),
+    (7, 11, 0, NULL, 3, 2000, 2, 8), (8, 21, 1, 'vecchio', NULL, NULL, 3, 8),
+    (9, 22, 1, NULL, NULL, NULL, NULL, NULL);
+  INSERT INTO LIB (ID, SottoTitolo) VALUES
+    (11, 'sette'), (12, 'sei'), (13, 'cinque'), (14, 'quattro'), (15, 'tre'), (16, 'due'), (17, 'uno');
+  INSERT INTO RIV (ID, TABTestataID, Numero) VALUES (21, 7, 5), (22, 7, NULL);
+  INSERT INTO CFG VALUES ('uno', 1, NULL), ('due', 2, 'x');
+)";
+
+QString sourceFolder() {
+  const QString given = qEnvironmentVariable("TAVOLIX_SOURCE");
+  return given.isEmpty() ? QStringLiteral(__FILE__).section(u'/', 0, -4) : given;
+}
+
+class Outside final {
+ public:
+  explicit Outside(const QString& path)
+      : database_(path.toStdString(), SQLite::OPEN_READWRITE, 2000) {
+    addLanguage(database_.getHandle());
+  }
+  SQLite::Database& operator*() { return database_; }
+
+ private:
+  SQLite::Database database_;
+};
+
+}  // namespace
+
+QByteArray sourceFile(const QString& path) {
+  QFile file(sourceFolder() + u'/' + path);
+  EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << file.fileName().toStdString();
+  return file.readAll();
+}
+
+Archive::Archive() : path_(folder_.filePath(QStringLiteral("prova.tvx"))) {
+  database_ = CreateDatabase(path_, sourceFile("data/schema/archivio.sql") + kRecords);
+  const QDir queries(sourceFolder() + QStringLiteral("/data/queries"));
+  Transaction transaction(*database_);
+  for (const QFileInfo& file : queries.entryInfoList({"*.sql"})) {
+    database_->CreateQueryDef(file.completeBaseName(),
+                              QString::fromUtf8(sourceFile("data/queries/" + file.fileName())));
+  }
+  transaction.Commit();
+}
+
+void Archive::outside(const QByteArray& statements) const {
+  (*Outside(path_)).exec(statements.toStdString());
+}
+
+QString Archive::outsideValues(const QByteArray& statement) const {
+  Outside file(path_);
+  SQLite::Statement query(*file, statement.toStdString());
+  QStringList values;
+  while (query.executeStep()) {
+    for (int i = 0; i < query.getColumnCount(); ++i) {
+      const SQLite::Column value = query.getColumn(i);
+      values.append(value.isNull() ? QStringLiteral("-") : QString::fromStdString(value.getString()));
+    }
+  }
+  return values.join(u' ');
+}
+
+QString textOf(const QVariant& value) {
+  return value.isValid() ? value.toString() : QStringLiteral("-");
+}
+
+QString valuesOf(Recordset& rows, const QString& field) {
+  QStringList values;
+  if (rows.RecordCount() > 0) rows.MoveFirst();
+  for (; !rows.Eof(); rows.MoveNext()) values.append(textOf(rows.Value(field)));
+  return values.join(u' ');
+}
+
+}  // namespace store

@@ -1,0 +1,359 @@
+#include <gtest/gtest.h>
+
+#include "store/archive.h"
+
+namespace store {
+namespace {
+
+struct Selection {
+  const char* source;
+  const char* field;
+  const char* values;
+};
+
+void expectSelections(const Archive& archive, const std::vector<Selection>& cases) {
+  for (const Selection& each : cases) {
+    QString values;
+    const int number = failureOf(
+        [&] { values = valuesOf(*archive.open(QString::fromUtf8(each.source)), each.field); });
+    EXPECT_EQ(number, 0) << each.source;
+    EXPECT_EQ(values.toStdString(), each.values) << each.source;
+  }
+}
+
+int failureOfSource(const Archive& archive, const QString& source) {
+  return failureOf([&] { archive.open(source); });
+}
+
+TEST(Sql, NamesAndSources) {
+  const Archive archive;
+  expectSelections(
+      archive,
+      {
+          {"CFG", "dsc", "uno due"},
+          {"  cfg ", "DSC", "uno due"},
+          {"q_Lib", "main.id", "7 6 5 4 3 2 1"},
+          {"Q_LIB", "LIB.ID", "11 12 13 14 15 16 17"},
+          {"Q_REP_0", "lib.sottotitolo", "sette sei cinque quattro tre due uno"},
+          {"SELECT [desc] FROM [tab] WHERE DEFAULT = True ORDER BY [DESC]", "Desc",
+           "Calvino Saggio"},
+          {"select Desc from TAB where [Default] = false and TipoTab = \"genere\"", "DESC",
+           "Romanzo"},
+          {"SELECT TAB.Desc FROM TAB WHERE TipoRac = 0 AND ID <> 4 ORDER BY TAB.Desc DESC", "Desc",
+           "Saggio Romanzo Èlia Eco Calvino"},
+          {"SELECT t.[Desc] AS Nome FROM TAB AS t WHERE t.ID = 1", "Nome", "Eco"},
+          {"SELECT t.ID FROM TAB t WHERE t.ID < 3", "TAB.ID", "1 2"},
+          {"SELECT Main.* FROM Main,Lib WHERE RacID=Lib.Id AND SottoTitolo='due';", "ID", "2"},
+          {"SELECT*FROM((MAIN)INNER JOIN RIV ON(RIV.ID=RacID))", "Numero", "5 -"},
+          {"SELECT DISTINCT TipoTab FROM TAB ORDER BY TipoTab", "TipoTab",
+           "AUTORE GENERE PROPR TESTATA"},
+          {"SELECT ID * 2 + 1, Cod FROM MAIN WHERE ID < 3", "Expr0", "3 5"},
+      });
+}
+
+// Conditions on Q_LIB, whose rows come in the order of LIB.ID.
+TEST(Sql, Conditions) {
+  const Archive archive;
+  const std::vector<std::pair<const char*, const char*>> cases = {
+      {"MAIN.Titolo = 'PERCHÉ'", "4"},
+      {"titolo = 'perche'", "5"},
+      {"Titolo < 'il'", "6 3"},
+      {"'il' > Titolo", "6 3"},
+      {"Titolo = '' or Titolo Is Null AND TipoRac <> 3", "7 6"},
+      {"Titolo = '' OR Titolo Is Null AND TipoRac = 3", "6"},
+      {"TipoRac = 3 AND Titolo Is Null OR Titolo = ''", "6"},
+      {"(Titolo = '' OR Titolo Is Null) AND TipoRac = 3", ""},
+      {"NOT Titolo = '' AND Anno > 1990", "5 4 3"},
+      {"NOT (Titolo = '' OR Anno > 1990)", "2 1"},
+      {"Anno Is Not Null", "7 5 4 3 2 1"},
+      {"Titolo Between 'i' And 'perche'", "5 2 1"},
+      {"Titolo Not Between 'i' And 'perche'", "6 4 3"},
+      {"Titolo In ('PERCHÉ', '')", "6 4"},
+      {"MAIN.ID Not In (1, 1 + 1, -(-3))", "7 6 5 4"},
+      {"Left(Titolo, 2) In ('PE', 'BA')", "5 4 3"},
+      {"Titolo Like '*RO*'", "3 2 1"},
+      {"Titolo Not Like '*r*'", "6"},
+      {"Titolo Like 'perch[ée]'", "5 4"},
+      {"Anno Like '199#'", "5 4 3"},
+      {"Autore = 'CALVINO'", "4 2"},
+      {"(Anno > 1990) = True", "7 5 4 3"},
+      {"IsNull(Anno) = True", "6"},
+      {"(Anno > 1990) + (Valore > 4) = -2", "5 4"},
+      {"MAIN.ID / 2 = 2.5", "5"},
+      {"-Valore < -10.", "5 1"},
+      {"Valore = .5 + 12", "1"},
+      {"Valore = 2e1", "5"},
+      {"Len(Titolo) = 6", "5 4"},
+      {"Len(Valore) = 4", "1"},
+      {"Mid(Titolo, 4, 6) = 'barone'", "2"},
+      {"Mid(Titolo, 4) = 'NOME DELLA ROSA'", "1"},
+      {"Left(Titolo, -1) = '' AND Titolo <> ''", "5 4 3 2 1"},
+      {"IIf(Anno Is Null, 'x', 'y') = 'X'", "6"},
+      {"Nz(Valore, -1) = -1", "3"},
+      {"Int(Valore) = 12", "1"},
+      {"Round(Valore / 3, 1) = 4.2 OR Round(Valore / 3) = 7", "5 1"},
+      {"Abs(-MAIN.ID) = 2", "2"},
+      {"Trim('  ' & Titolo & ' ') = 'perche'", "5"},
+      {"Titolo & Anno = 'PERCHE1995'", "5"},
+      {"Titolo & Anno = ''", "6"},
+      {"Titolo + 'x' Is Null", "7"},
+      {"CStr(Valore) = '12,5' OR CStr(Valore) = '10'", "2 1"},
+      {"'L''isola' = \"l'isola\" AND 'dice \"ciao\"' = \"DICE \"\"CIAO\"\"\" AND MAIN.ID = 1", "1"},
+      {"'50* di [x]' Like '50[*]*[[]x]' AND MAIN.ID = 1", "1"},
+      {"(SELECT Count(*) FROM TAB WHERE TAB.ID = TABAutoreID) = 0", "3"},
+      {"Valore > (SELECT Avg(Valore) FROM MAIN WHERE TipoRac = 0)", "5 2 1"},
+  };
+  const RecordsetPtr books = archive.open("Q_LIB");
+  for (const auto& [condition, ids] : cases) {
+    const QString text = QString::fromUtf8(condition);
+    expectSelections(archive, {{qUtf8Printable("SELECT * FROM Q_LIB WHERE " + text), "MAIN.ID", ids}});
+    // The same as a search, which binds names to the recordset's own columns.
+    QStringList found;
+    for (books->FindFirst(text); !books->NoMatch(); books->FindNext(text)) {
+      found.append(textOf(books->Value("MAIN.ID")));
+    }
+    EXPECT_EQ(found.join(u' ').toStdString(), ids) << condition;
+  }
+}
+
+TEST(Sql, BlanksAndOrderOfACompleteQuery) {
+  const Archive archive;
+  expectSelections(
+      archive, {{"SELECT * FROM Q_LIB  WHERE ((MAIN.Titolo Like '*r*') AND MAIN.Anno > 1956)  ORDER "
+                 "BY Autore DESC , Titolo DESC ",
+                 "MAIN.ID", "5 1 4 2 3"},
+                {" SELECT\t*\nFROM Q_LIB ORDER BY LIB.ID DESC ;  ", "MAIN.ID", "1 2 3 4 5 6 7"}});
+}
+
+TEST(Sql, TextsOfAnyCharacters) {
+  const Archive archive;
+  const QString odd = QStringLiteral("a%1%_\\;--/*'\"?😀").arg(QChar(0));
+  const RecordsetPtr rows = archive.open("MAIN");
+  rows->Edit();
+  rows->SetValue("Titolo", odd);
+  rows->Update();
+  QString quoted = odd;
+  quoted.replace(u'\'', QStringLiteral("''"));
+  for (const QString& condition : {"Titolo = '" + quoted + "'", "Titolo = '" + quoted.toUpper() + "'",
+                                   QStringLiteral("Titolo Like 'a?%*[?]?'")}) {
+    rows->FindFirst(condition);
+    EXPECT_FALSE(rows->NoMatch()) << condition.toStdString();
+    EXPECT_EQ(rows->Value("Titolo").toString(), odd);
+  }
+  rows->FindFirst(QStringLiteral("Titolo = 'a'"));
+  EXPECT_TRUE(rows->NoMatch());
+}
+
+TEST(Sql, StoredQueriesOverStoredQueries) {
+  const Archive archive;
+  archive->CreateQueryDef("Q_K", "SELECT ID, 'k' AS K FROM RIV");
+  expectSelections(
+      archive,
+      {
+          {"SELECT * FROM Q_GRUPPI_STEP1 WHERE MAIN.Titolo = 'perché'", "Main.ID", "4"},
+          {"SELECT MAIN.Titolo AS T, LIB.ID FROM Q_GRUPPI_STEP1 WHERE LIB.ID = 13", "T", "PERCHE"},
+          {"Q_GRUPPI_STEP2", "TabID", "- 1 2 3 4"},
+          {"Q_GRUPPI_STEP2", "TotQuantita", "1 2 2 1 1"},
+          {"Q_GRUPPI_STEP2", "TotValore", "- 32.5 15 2 1"},
+          {"Q_GRUPPI_STEP3", "Desc", "- Calvino calvino jr Eco Èlia"},
+          {"Q_GRUPPI_STEP3", "TotValore", "- 15 1 32.5 2"},
+          {"SELECT TABAutoreID, Sum(Valore) AS S FROM Q_GRUPPI_STEP1 GROUP BY TABAutoreID HAVING "
+           "Count(*) > 1 ORDER BY TABAutoreID DESC",
+           "S", "15 32.5"},
+          {"SELECT Sum(TotValore) AS S FROM Q_GRUPPI_STEP2 WHERE TotQuantita = 2", "S", "47.5"},
+          {"SELECT Count(*) AS N FROM MAIN GROUP BY Left(Titolo, 4) ORDER BY Left(Titolo, 4)", "N",
+           "2 1 1 1 1 2 1"},
+          {"SELECT Min(Titolo) AS M, Max(Anno) AS A FROM Q_LIB WHERE Titolo > 'c'", "M",
+           "Il barone rampante"},
+          {"SELECT Count(Valore) AS N, Sum(Valore) AS S FROM MAIN WHERE ID > 100", "N", "0"},
+          {"SELECT TAB.ID, TotQuantita AS N FROM TAB LEFT JOIN Q_GRUPPI_STEP2 ON TAB.ID = "
+           "Q_GRUPPI_STEP2.TabID WHERE TipoTab <> 'PROPR' ORDER BY TAB.ID",
+           "N", "2 2 1 1 - - -"},
+          {"SELECT MAIN.ID, K FROM MAIN LEFT JOIN Q_K ON RacID = Q_K.ID WHERE MAIN.ID > 6", "K",
+           "- k k"},
+          {"SELECT TAB.ID, MAIN.ID AS M FROM TAB LEFT JOIN MAIN ON MAIN.TABAutoreID = TAB.ID WHERE "
+           "TipoTab = 'AUTORE' ORDER BY TAB.ID, MAIN.ID",
+           "M", "1 5 2 4 7 6"},
+      });
+}
+
+TEST(Sql, Unions) {
+  const Archive archive;
+  archive->CreateQueryDef("Q_DUE", "SELECT 'a' AS X FROM CFG UNION SELECT 'A' FROM CFG");
+  expectSelections(
+      archive,
+      {
+          {"Q_ELENCHI_MULTIPLI_STEP2", "Proprietario", "- - - - Mia Mia Mia Mia Mia"},
+          {"Q_ELENCHI_MULTIPLI_STEP2", "TipoRac", "0 0 0 1 0 0 0 0 1"},
+          {"SELECT * FROM Q_ELENCHI_MULTIPLI_STEP1 WHERE DescRac = 'riviste' ORDER BY valore",
+           "titolo", "- vecchio"},
+          {"SELECT Count(*) AS N FROM Q_DUE", "N", "1"},
+          {"SELECT 'a' AS X FROM CFG UNION ALL SELECT 'A' FROM CFG", "X", "a a A A"},
+      });
+}
+
+TEST(Sql, Failures) {
+  const Archive archive;
+  const std::vector<std::pair<const char*, int>> cases = {
+      {"NESSUNA", 3078},
+      {"", 3078},
+      {"DELETE FROM MAIN", 3078},
+      {"PRAGMA writable_schema = 1", 3078},
+      {"ATTACH 'x' AS y", 3078},
+      {"SELECT * FROM NESSUNA", 3078},
+      {"SELECT * FROM sqlite_schema", 3078},
+      {"SELECT X.* FROM MAIN", 3078},
+      {"SELECT Nessuno FROM MAIN", 3061},
+      {"SELECT rowid FROM MAIN", 3061},
+      {"SELECT X.ID FROM MAIN", 3061},
+      {"SELECT ID FROM MAIN, LIB", 3061},
+      {"SELECT ID FROM Q_LIB", 3061},
+      {"SELECT * FROM MAIN ORDER BY Nessuno", 3061},
+      {"SELECT FROM MAIN", 3075},
+      {"SELECT * MAIN", 3075},
+      {"SELECT * FROM MAIN WHERE", 3075},
+      {"SELECT * FROM MAIN WHERE ID = 1 AND", 3075},
+      {"SELECT * FROM MAIN WHERE Anno = 1,5", 3075},
+      {"SELECT * FROM MAIN WHERE Anno = 1.5.2", 3075},
+      {"SELECT * FROM MAIN WHERE Anno = 1e400", 6},
+      {"SELECT * FROM MAIN WHERE (ID = 1", 3075},
+      {"SELECT * FROM MAIN WHERE ID = 1)", 3075},
+      {"SELECT * FROM MAIN WHERE Titolo = 'aperto", 3075},
+      {"SELECT [ID FROM MAIN", 3075},
+      {"SELECT * FROM MAIN WHERE ID = ?", 3075},
+      {"SELECT * FROM MAIN ORDER Titolo", 3075},
+      {"SELECT * FROM MAIN LIMIT 1", 3075},
+      {"SELECT * FROM MAIN -- fine", 3075},
+      {"SELECT load_extension('x') FROM MAIN", 3075},
+      {"SELECT Len() FROM MAIN", 3075},
+      {"SELECT Sum(Count(ID)) FROM MAIN", 3075},
+      {"SELECT ID FROM MAIN UNION SELECT ID, Cod FROM MAIN", 3075},
+      {"SELECT ID FROM MAIN UNION SELECT ID FROM MAIN ORDER BY ID", 3075},
+      {"SELECT * FROM MAIN; SELECT * FROM MAIN", 3075},
+      {"SELECT * FROM MAIN; DROP TABLE MAIN", 3075},
+  };
+  for (const auto& [source, number] : cases) {
+    EXPECT_EQ(failureOfSource(archive, source), number) << source;
+  }
+  EXPECT_EQ(archive.open("MAIN")->RecordCount(), 9);
+}
+
+QString repeated(const char* before, const char* middle, const char* after, int times) {
+  return QString(before).repeated(times) + middle + QString(after).repeated(times);
+}
+
+// What is written too long or too deep ends with a failure, neither with the stack nor with time.
+TEST(Sql, Complexity) {
+  const Archive archive;
+  const std::vector<std::pair<QString, int>> cases = {
+      {repeated("(", "ID = 1", ")", 20), 0},
+      {repeated("(", "ID = 1", ")", 100000), 3360},
+      {repeated("IIf(ID = 1, -1, ", "0", ")", 15), 0},
+      {repeated("IIf(ID = 1, ", "0", ", 1)", 60), 3360},
+      {repeated("NOT ", "ID = 2", "", 100000), 3360},
+      {repeated("- ", "ID", "", 100000), 3360},
+      {repeated("", "ID = 1", " OR ID = 1", 2000), 0},
+      {repeated("", "ID > 0", " AND ID < 2", 2000), 0},
+      {repeated("", "ID > 0", " AND ID < 2", 80000), 3360},
+      {repeated("", "ID In (1", ", 1", 10000) + u')', 0},
+      {repeated("", "ID = 1", " + 0", 90000), 3360},
+      {repeated("", "ID = 1", " = 1", 90000), 3360},
+      {repeated("ID = (SELECT ID FROM MAIN WHERE ", "ID = 1", ")", 3000), 3360},
+      {repeated("", "ID = 1", " ", 2000000), 3360},
+  };
+  for (const auto& [condition, number] : cases) {
+    const QString source = "SELECT * FROM MAIN WHERE " + condition;
+    EXPECT_EQ(failureOfSource(archive, source), number) << source.left(60).toStdString();
+    if (number == 0) {
+      EXPECT_EQ(valuesOf(*archive.open(source), "ID"), "1") << source.left(60).toStdString();
+    }
+  }
+}
+
+TEST(Sql, QueriesThatGrowOrLeadToThemselves) {
+  const Archive archive;
+  archive->CreateQueryDef("Q_SELF", "SELECT * FROM Q_SELF");
+  archive->CreateQueryDef("Q_A", "SELECT * FROM Q_B");
+  archive->CreateQueryDef("Q_B", "SELECT * FROM Q_A");
+  EXPECT_EQ(failureOfSource(archive, "Q_SELF"), 3360);
+  EXPECT_EQ(failureOfSource(archive, "Q_A"), 3360);
+  const std::vector<std::pair<QString, QString>> doubling = {
+      {"SELECT ID & Cod AS X FROM MAIN", "SELECT X & X AS X FROM %1"},
+      {"SELECT ID AS X FROM MAIN", "SELECT A.X FROM %1 AS A, %1 AS B"},
+      {"SELECT Count(*) AS X FROM MAIN", "SELECT Count(*) AS X FROM %1 AS A, %1 AS B"},
+      {"SELECT * FROM MAIN", "SELECT A.*, A.* FROM %1 AS A"},
+  };
+  int names = 0;
+  for (const auto& [first, next] : doubling) {
+    QString name = "MAIN";
+    for (int level = 0; level < 19; ++level) {
+      const QString sql = level == 0 ? first : next.arg(name);
+      name = QStringLiteral("Q_%1").arg(++names);
+      archive->CreateQueryDef(name, sql);
+    }
+    EXPECT_EQ(failureOfSource(archive, name), 3360) << next.toStdString();
+  }
+}
+
+TEST(QueryDefs, AreStoredUnderTheirNames) {
+  const Archive archive;
+  const QString sql = " SELECT * FROM MAIN WHERE ID = 3 ; ";
+  archive->CreateQueryDef("Q_NUOVA", sql);
+  EXPECT_EQ(archive->QueryDefSql("q_nuova"), sql);
+  EXPECT_TRUE(archive->QueryDefs().contains("Q_NUOVA"));
+  EXPECT_EQ(valuesOf(*archive.open("Q_nuova"), "ID"), "3");
+  EXPECT_EQ(failureOf([&] { archive->CreateQueryDef("q_NUOVA", sql); }), 3012);
+  EXPECT_EQ(failureOf([&] { archive->CreateQueryDef("main", sql); }), 3012);
+  const RecordsetPtr open = archive.open("Q_NUOVA");
+  archive->DeleteQueryDef("Q_NUOVA");
+  EXPECT_EQ(valuesOf(*open, "ID"), "3");
+  EXPECT_EQ(failureOfSource(archive, "Q_NUOVA"), 3078);
+  EXPECT_EQ(failureOf([&] { archive->DeleteQueryDef("Q_NUOVA"); }), 3265);
+  EXPECT_EQ(failureOf([&] { archive->QueryDefSql("Q_NUOVA"); }), 3265);
+  archive->CreateQueryDef("Q_NUOVA", "SELECT * FROM MAIN WHERE ID = 4");
+  EXPECT_EQ(valuesOf(*archive.open("Q_NUOVA"), "ID"), "4");
+  archive.outside("UPDATE QUERYDEF SET Sql = 'SELECT * FROM MAIN WHERE ID = 5' WHERE Name = 'Q_NUOVA'");
+  EXPECT_EQ(valuesOf(*archive.open("Q_NUOVA"), "ID"), "5");
+}
+
+TEST(QueryDefs, GoWithTheirTransaction) {
+  const Archive archive;
+  {
+    const Transaction transaction(*archive);
+    archive->CreateQueryDef("Q_NUOVA", "SELECT * FROM MAIN");
+    EXPECT_EQ(failureOfSource(archive, "Q_NUOVA"), 0);
+  }
+  EXPECT_EQ(failureOfSource(archive, "Q_NUOVA"), 3078);
+}
+
+TEST(QueryDefs, OnlySelectAndUpdate) {
+  const Archive archive;
+  for (const char* sql :
+       {"", "x", "DELETE FROM MAIN", "INSERT INTO MAIN (ID) VALUES (1)", "DROP TABLE MAIN",
+        "PRAGMA user_version = 1", "ATTACH 'x' AS y", "CREATE TABLE X (Y)", "UPDATE MAIN",
+        "UPDATE MAIN SET", "UPDATE MAIN SET Titolo = 'x'; DROP TABLE MAIN",
+        "SELECT * FROM MAIN; DROP TABLE MAIN"}) {
+    EXPECT_EQ(failureOf([&] { archive->CreateQueryDef("Q_X", sql); }), 3075) << sql;
+  }
+}
+
+TEST(QueryDefs, Execute) {
+  const Archive archive;
+  const RecordsetPtr rows = archive.open("SELECT * FROM MAIN WHERE ID > 6");
+  EXPECT_EQ(valuesOf(*rows, "Titolo"), "- vecchio -");
+  archive->Execute("q_aggiornatitoliriviste");
+  EXPECT_EQ(valuesOf(*rows, "Titolo").toStdString(), "- Il Mese n. 5 Il Mese");
+  archive->CreateQueryDef("Q_U", "UPDATE MAIN SET Valore = Valore + 1, Cod = 'a''b' WHERE ID In (1, 3)");
+  archive->Execute("Q_U");
+  EXPECT_EQ(archive.outsideValues("SELECT Valore, Cod FROM MAIN WHERE ID < 4"),
+            "13.5 a'b 10.0 - - a'b");
+  archive->CreateQueryDef("Q_T", "UPDATE NESSUNA SET X = 1");
+  archive->CreateQueryDef("Q_C", "UPDATE MAIN SET X = 1");
+  EXPECT_EQ(failureOf([&] { archive->Execute("Q_T"); }), 3078);
+  EXPECT_EQ(failureOf([&] { archive->Execute("Q_C"); }), 3061);
+  EXPECT_EQ(failureOf([&] { archive->Execute("Q_LIB"); }), 3075);
+  EXPECT_EQ(failureOf([&] { archive->Execute("DELETE FROM MAIN"); }), 3265);
+}
+
+}  // namespace
+}  // namespace store
