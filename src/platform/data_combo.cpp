@@ -188,7 +188,6 @@ void DataCombo::search(const QString& text) {
 }
 
 bool DataCombo::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::Hide) search_.clear();
   const bool asks = event->type() == QEvent::ShortcutOverride;
   if (!asks && event->type() != QEvent::KeyPress) return QComboBox::eventFilter(watched, event);
   const auto& key = static_cast<const QKeyEvent&>(*event);

@@ -1,0 +1,302 @@
+#include <gtest/gtest.h>
+
+#include <QSignalSpy>
+
+#include "store/archive.h"
+
+namespace store {
+namespace {
+
+// Where a recordset stands: a record's ID, "bof", "eof", "none" for both, "gone" for none of them.
+QString stateOf(const Recordset& rows) {
+  if (rows.Bof() && rows.Eof()) return "none";
+  if (rows.Bof()) return "bof";
+  if (rows.Eof()) return "eof";
+  return failureOf([&] { rows.Bookmark(); }) == 3021 ? "gone" : textOf(rows.Value("ID"));
+}
+
+// Steps: F, L, N, P are the moves, D is Delete, a number is Move.
+void carryOut(Recordset& rows, const QString& step) {
+  if (step == "F") return rows.MoveFirst();
+  if (step == "L") return rows.MoveLast();
+  if (step == "N") return rows.MoveNext();
+  if (step == "P") return rows.MovePrevious();
+  if (step == "D") return rows.Delete();
+  rows.Move(step.toLongLong());
+}
+
+// The state after each step; "!" where there is no current record for it.
+QString traceOf(Recordset& rows, const QString& steps) {
+  QStringList trace;
+  for (const QString& step : steps.split(u' ', Qt::SkipEmptyParts)) {
+    const QString before = stateOf(rows);
+    const int number = failureOf([&] { carryOut(rows, step); });
+    if (number != 0) EXPECT_EQ(number, 3021) << steps.toStdString();
+    if (number != 0) EXPECT_EQ(stateOf(rows), before) << steps.toStdString();
+    trace.append(number == 0 ? stateOf(rows) : QStringLiteral("!"));
+  }
+  return trace.join(u' ');
+}
+
+struct Trace {
+  const char* steps;
+  const char* states;
+};
+
+void expectTraces(const char* statements, const std::vector<RecordsetType>& types,
+                  const std::vector<Trace>& traces) {
+  for (const RecordsetType type : types) {
+    for (const Trace& each : traces) {
+      const Archive archive;
+      archive.outside(statements);
+      const RecordsetPtr rows = archive.open("MAIN", type);
+      EXPECT_EQ(traceOf(*rows, each.steps).toStdString(), each.states)
+          << each.steps << " of type " << static_cast<int>(type);
+    }
+  }
+}
+
+TEST(Move, ThroughTheRows) {
+  const std::vector<RecordsetType> types = {RecordsetType::Table, RecordsetType::Dynaset,
+                                            RecordsetType::Snapshot};
+  expectTraces("DELETE FROM MAIN WHERE ID = 8", types,
+               {{"0 N F L", "1 2 1 9"},
+                {"P P P N", "bof ! ! 1"},
+                {"L P N N N P", "9 7 9 eof ! 9"},
+                {"3 -2 100 -1 -100 2 -2", "4 2 eof 9 bof 2 bof"},
+                {"2 -9000000000000000000 9000000000000000000", "3 bof eof"}});
+  expectTraces("DELETE FROM MAIN", types, {{"0 F L N P 5 -5", "none ! ! ! ! none none"}});
+}
+
+TEST(Move, AfterDelete) {
+  expectTraces("", {RecordsetType::Table, RecordsetType::Dynaset},
+               {{"D N P", "gone 2 bof"},
+                {"D P", "gone bof"},
+                {"4 D N P", "5 gone 6 4"},
+                {"4 D P N", "5 gone 4 6"},
+                {"4 D 2", "5 gone 7"},
+                {"4 D -2", "5 gone 3"},
+                {"4 D D 0 F", "5 gone ! gone 1"},
+                {"4 D N D N D P", "5 gone 6 gone 7 gone 4"},
+                {"L D N P", "9 gone eof 8"},
+                {"L D P", "9 gone 8"}});
+  expectTraces("DELETE FROM MAIN WHERE ID <> 3", {RecordsetType::Table, RecordsetType::Dynaset},
+               {{"D F L", "gone ! !"}});
+}
+
+TEST(Move, Places) {
+  const Archive archive;
+  const RecordsetPtr rows = archive.open("Q_LIB");
+  EXPECT_EQ(rows->RecordCount(), 7);
+  EXPECT_EQ(rows->AbsolutePosition(), 0);
+  for (const qint64 place : {6, 0, 3}) {
+    rows->SetAbsolutePosition(place);
+    EXPECT_EQ(rows->AbsolutePosition(), place);
+    EXPECT_EQ(rows->Value("MAIN.ID").toLongLong(), 7 - place);
+    EXPECT_EQ(rows->ValueAt(place, rows->FieldIndex("LIB.ID")).toLongLong(), 11 + place);
+  }
+  for (const qint64 place : {-1, 7}) {
+    EXPECT_EQ(failureOf([&] { rows->SetAbsolutePosition(place); }), 3021);
+    EXPECT_FALSE(rows->ValueAt(place, 0).isValid());
+  }
+  EXPECT_EQ(rows->AbsolutePosition(), 3);
+  EXPECT_EQ(failureOf([&] { rows->ValueAt(0, static_cast<int>(rows->Fields().size())); }), 3265);
+  EXPECT_EQ(failureOf([&] { rows->Value(-1); }), 3265);
+  rows->Move(100);
+  EXPECT_EQ(rows->AbsolutePosition(), -1);
+  const RecordsetPtr table = archive.open("MAIN", RecordsetType::Table);
+  EXPECT_EQ(table->AbsolutePosition(), -1);
+  EXPECT_EQ(failureOf([&] { table->SetAbsolutePosition(0); }), 3021);
+}
+
+TEST(Move, EveryRowReadsAsItself) {
+  const Archive archive;
+  archive.outside(
+      "WITH n(i) AS (SELECT 100 UNION ALL SELECT i + 1 FROM n WHERE i < 999) "
+      "INSERT INTO MAIN (ID, RacID, Titolo) SELECT i, i, 'T' || i FROM n");
+  const RecordsetPtr rows = archive.open("SELECT * FROM MAIN WHERE ID >= 100");
+  const int title = rows->FieldIndex("Titolo");
+  const auto expectTitle = [&](qint64 place) {
+    EXPECT_EQ(rows->ValueAt(place, title), QStringLiteral("T%1").arg(place + 100));
+  };
+  for (const qint64 step : {7, 899, 1, 413}) {
+    for (qint64 i = 0; i < 900; ++i) expectTitle(i * step % 900);
+  }
+}
+
+TEST(Move, Bookmarks) {
+  for (const RecordsetType type : {RecordsetType::Table, RecordsetType::Dynaset}) {
+    const Archive archive;
+    const RecordsetPtr rows = archive.open("MAIN", type);
+    rows->Move(4);
+    const QByteArray five = rows->Bookmark();
+    rows->MoveNext();
+    const QByteArray six = rows->Bookmark();
+    EXPECT_NE(five, six);
+    rows->SetBookmark(five);
+    EXPECT_EQ(stateOf(*rows), "5");
+    rows->Requery();
+    EXPECT_EQ(stateOf(*rows), "1");
+    rows->SetBookmark(six);
+    EXPECT_EQ(stateOf(*rows), "6");
+    rows->Delete();
+    for (const QByteArray& bad : {six, QByteArray(), QByteArray("x"), QByteArray(8, '\xFF')}) {
+      EXPECT_EQ(failureOf([&] { rows->SetBookmark(bad); }), 3159);
+    }
+    EXPECT_EQ(failureOf([&] { rows->Bookmark(); }), 3021);
+    rows->SetBookmark(five);
+    EXPECT_EQ(stateOf(*rows), "5");
+  }
+  const Archive archive;
+  const RecordsetPtr books = archive.open("Q_LIB");
+  const RecordsetPtr sorted = archive.open("SELECT * FROM Q_LIB ORDER BY Titolo");
+  books->MoveLast();
+  sorted->SetBookmark(books->Bookmark());
+  EXPECT_EQ(sorted->Value("MAIN.ID"), books->Value("MAIN.ID"));
+}
+
+TEST(Move, ClonesStandOnTheSameRows) {
+  for (const RecordsetType type : {RecordsetType::Table, RecordsetType::Dynaset}) {
+    const Archive archive;
+    const RecordsetPtr rows = archive.open("MAIN", type);
+    rows->Move(4);
+    const RecordsetPtr clone = rows->Clone();
+    EXPECT_EQ(stateOf(*clone), "bof");
+    EXPECT_EQ(failureOf([&] { clone->Value("ID"); }), 3021);
+    clone->SetBookmark(rows->Bookmark());
+    clone->MoveNext();
+    EXPECT_EQ(stateOf(*clone), "6");
+    EXPECT_EQ(stateOf(*rows), "5");
+    rows->Delete();
+    EXPECT_EQ(stateOf(*clone), "6");
+    EXPECT_EQ(clone->RecordCount(), 8);
+    clone->MovePrevious();
+    EXPECT_EQ(stateOf(*clone), "4");
+    clone->Close();
+    rows->MoveNext();
+    EXPECT_EQ(stateOf(*rows), "6");
+  }
+}
+
+// Clones of a dynaset stay where they are while rows come and go.
+TEST(Move, ClonesOfADynasetFollowItsChanges) {
+  const Archive archive;
+  const RecordsetPtr rows = archive.open("MAIN");
+  const RecordsetPtr same = rows->Clone();
+  const RecordsetPtr end = rows->Clone();
+  rows->Move(4);
+  same->SetBookmark(rows->Bookmark());
+  end->Move(100);
+  rows->Delete();
+  EXPECT_EQ(stateOf(*same), "gone");
+  EXPECT_EQ(stateOf(*end), "eof");
+  rows->AddNew();
+  rows->Update();
+  EXPECT_EQ(stateOf(*end), "eof");
+  end->MovePrevious();
+  EXPECT_EQ(stateOf(*end), "10");
+  same->MoveNext();
+  EXPECT_EQ(stateOf(*same), "6");
+  // Only the one that is read anew leaves the others' rows.
+  archive.outside("DELETE FROM MAIN WHERE ID < 6");
+  rows->Requery();
+  EXPECT_EQ(rows->RecordCount(), 5);
+  EXPECT_EQ(same->RecordCount(), 9);
+}
+
+TEST(Find, FromWhereTheCursorStands) {
+  struct Case {
+    const char* start;  // steps before the search
+    char search;
+    const char* condition;
+    const char* found;  // "-" without a hit
+  };
+  const std::vector<Case> cases = {
+      {"", 'F', "Anno > 1990", "3"},        {"L", 'F', "Anno > 1990", "3"},
+      {"", 'L', "Anno > 1990", "7"},        {"", 'N', "Anno > 1990", "3"},
+      {"2", 'N', "Anno > 1990", "4"},       {"2", 'P', "Anno < 1990", "2"},
+      {"2", 'P', "Anno > 1990", "-"},       {"L", 'N', "Anno > 1990", "-"},
+      {"P", 'N', "Anno > 1970", "1"},       {"P", 'P', "Anno > 1970", "-"},
+      {"L N", 'N', "Anno > 1970", "-"},     {"L N", 'P', "ID > 8", "9"},
+      {"2 D", 'N', "Anno > 1990", "4"},     {"2 D", 'P', "Anno > 1", "2"},
+      {"", 'F', "Titolo = 'niente'", "-"},  {"4", 'L', "Titolo = 'niente'", "-"},
+      {"", 'F', "TABAutoreID Is Null", "3"},
+  };
+  for (const Case& each : cases) {
+    const Archive archive;
+    const RecordsetPtr rows = archive.open("MAIN");
+    traceOf(*rows, each.start);
+    const QString before = stateOf(*rows);
+    const QSignalSpy moved(rows.get(), &Recordset::moved);
+    if (each.search == 'F') rows->FindFirst(each.condition);
+    if (each.search == 'L') rows->FindLast(each.condition);
+    if (each.search == 'N') rows->FindNext(each.condition);
+    if (each.search == 'P') rows->FindPrevious(each.condition);
+    const bool hit = QString(each.found) != "-";
+    EXPECT_EQ(rows->NoMatch(), !hit) << each.start << each.search << each.condition;
+    EXPECT_EQ(stateOf(*rows), hit ? QString(each.found) : before) << each.start << each.condition;
+    EXPECT_EQ(moved.count(), hit ? 1 : 0);
+  }
+}
+
+TEST(Find, SeesWhatWasWritten) {
+  const Archive archive;
+  const RecordsetPtr rows = archive.open("MAIN");
+  const QString condition = "Anno = 1999";
+  rows->FindFirst(condition);
+  EXPECT_EQ(stateOf(*rows), "3");
+  rows->Edit();
+  rows->SetValue("Anno", 2005);
+  rows->Update();
+  rows->FindFirst(condition);
+  EXPECT_TRUE(rows->NoMatch());
+  archive.outside("UPDATE MAIN SET Anno = 1999 WHERE ID = 6");
+  rows->FindFirst(condition);
+  EXPECT_EQ(stateOf(*rows), "6");
+  rows->AddNew();
+  rows->SetValue("Anno", 1999);
+  rows->Update();
+  rows->FindNext(condition);
+  EXPECT_EQ(stateOf(*rows), "10");
+  rows->Delete();
+  rows->FindLast(condition);
+  EXPECT_EQ(stateOf(*rows), "6");
+}
+
+TEST(Find, Failures) {
+  const Archive archive;
+  const RecordsetPtr rows = archive.open("Q_LIB");
+  rows->MoveNext();
+  EXPECT_EQ(failureOf([&] { rows->FindFirst(""); }), 3075);
+  EXPECT_EQ(failureOf([&] { rows->FindFirst("ID = 1"); }), 3061);
+  EXPECT_EQ(failureOf([&] { rows->FindFirst("Titolo = 'x'; SELECT"); }), 3075);
+  EXPECT_EQ(rows->AbsolutePosition(), 1);
+  EXPECT_EQ(failureOf([&] { archive.open("MAIN", RecordsetType::Table)->FindFirst("ID = 1"); }), 3251);
+  EXPECT_EQ(failureOf([&] { rows->SetIndex("1u"); }), 3251);
+  EXPECT_EQ(failureOf([&] { rows->Seek("=", {1}); }), 3251);
+}
+
+// Groups have no keys in the archive: they stay as they were computed, and can be searched.
+TEST(Find, AmongGroups) {
+  const Archive archive;
+  const RecordsetPtr rows = archive.open("Q_GRUPPI_STEP3");
+  rows->FindFirst("TotQuantita = 2");
+  EXPECT_EQ(rows->Value("Desc"), "Calvino");
+  rows->FindNext("TotQuantita = 2");
+  EXPECT_EQ(rows->Value("desc"), "Eco");
+  rows->FindLast("[Desc] = 'CALVINO'");
+  EXPECT_EQ(rows->Value("TotValore"), 15.0);
+  {
+    const Transaction transaction(*archive);
+    const RecordsetPtr inside = archive.open("Q_GRUPPI_STEP2");
+    archive.open("MAIN")->Delete();
+    EXPECT_EQ(valuesOf(*inside, "TotQuantita"), "1 2 2 1 1");
+    inside->Requery();
+    EXPECT_EQ(valuesOf(*inside, "TotQuantita"), "1 1 2 1 1");
+  }
+  EXPECT_EQ(valuesOf(*rows, "TotQuantita"), "1 2 1 2 1");
+  EXPECT_FALSE(rows->Updatable());
+}
+
+}  // namespace
+}  // namespace store
