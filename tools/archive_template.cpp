@@ -56,12 +56,14 @@ void addLists(store::Database& database, const SourceTable& source) {
   const int isDefault = source.column(QStringLiteral("Default"));
   const store::FieldInfo number{{}, {}, {}, store::FieldKind::Short, 0, {}, true};
   const store::FieldInfo yesNo{{}, {}, {}, store::FieldKind::YesNo, 0, {}, true};
+  const QVector<ListName> known = listNames();
   ListTable lists(database);
   QHash<ListName, bool> withDefault;
   for (qsizetype row = 0; row < source.rows(); ++row) {
     const ListName name{source.text(row, code), source.value(row, collection, number).toInt()};
     const QString desc = source.value(row, text, lists.textColumn()).toString();
     const bool chosen = source.value(row, isDefault, yesNo).toInt() != 0;
+    if (!known.contains(name)) source.reject(row, code, QStringLiteral("lista sconosciuta"));
     if (desc.isEmpty()) source.reject(row, text, QStringLiteral("testo vuoto"));
     if (lists.find(name, desc) != 0) source.reject(row, text, QStringLiteral("testo ripetuto"));
     if (chosen && withDefault[name]) {

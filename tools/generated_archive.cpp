@@ -3,7 +3,6 @@
 #include <array>
 #include <numeric>
 
-#include "core/campi.h"
 #include "core/raccolte.h"
 #include "tools/generated_values.h"
 #include "tools/italian_text.h"
@@ -34,19 +33,6 @@ Counts countsOf(qint64 records) {
   counts[kTracks] = records / 10;
   counts[kArticles] = counts[kContacts] = records / 40;
   return counts;
-}
-
-// The lists of the field table, each once.
-QVector<ListName> listNames() {
-  QVector<ListName> names;
-  for (int i = 0; i < kRaccolte; ++i) {
-    for (int j = 0; j < iNumeroCampi(i); ++j) {
-      const tCampo& campo = aCampi(i, j);
-      const ListName name{campo.sCodTab, campo.iRacTab};
-      if (campo.sTipo == QLatin1String(CBO) && !names.contains(name)) names.append(name);
-    }
-  }
-  return names;
 }
 
 bool holdsPeople(const ListName& name) {

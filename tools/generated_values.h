@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "tools/list_table.h"
-#include "tools/random.h"
 #include "tools/record_writer.h"
+#include "tools/special_columns.h"
 
 namespace tavolix::builder {
 
@@ -20,22 +20,11 @@ class RecordMaker final {
   QVector<QVariant> make(int collection, qint64 number, qint64 place);
 
  private:
-  // The record being made: later fields follow earlier ones.
-  struct Record {
-    Random& random;
-    int collection;
-    qint64 number;
-    qint64 place;
-    qint64 year = 1975;
-    qint64 bought = 0;
-  };
-  using Maker = std::function<QVariant(Record&)>;
+  using Maker = std::function<QVariant(NewRecord&)>;
   struct Field {
     Maker make;
     bool always = false;
   };
-  struct Special;
-  static const Special* findSpecial(const QString& column);
   static Field fieldOf(int collection, int field, const ListTable& lists,
                        const RecordWriter& writer);
   static Maker makerOf(const store::FieldInfo& column);

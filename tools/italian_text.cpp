@@ -1,7 +1,5 @@
 #include "tools/italian_text.h"
 
-#include <iterator>
-
 #include "tools/italian_words.h"
 
 namespace tavolix::builder {

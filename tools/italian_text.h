@@ -10,7 +10,10 @@ namespace tavolix::builder {
 // Numbers below this give different texts in each of listText and personName.
 inline constexpr qint64 kListTexts = 70000;
 
-// "Cognome Nome", with a second name from number 8,400 on.
+// Names of persons below this number have no second name: they fit into 30 characters.
+inline constexpr qint64 kPlainNames = 8000;
+
+// "Cognome Nome", or "Cognome Nome Nome".
 QString personName(qint64 number);
 // A short text for a lookup list.
 QString listText(qint64 number);

@@ -65,16 +65,19 @@ inline constexpr const char* kSingles[] = {
     "dell'ombra", "d'autunno", "semplice", "sull'acqua", "altrove", "dell'oro", "più", "ancora",
 };
 
-inline constexpr const char* kTowns[] = {
-    "Forlì", "Cantù", "Nardò", "Patti", "Cefalù", "Mondovì", "L'Aquila", "Sant'Antioco", "Aosta",
-    "Torino", "Genova", "Milano", "Trento", "Venezia", "Trieste", "Bologna", "Firenze", "Ancona",
-    "Perugia", "Roma", "Pescara", "Campobasso", "Napoli", "Potenza", "Bari", "Reggio", "Palermo",
-    "Cagliari", "Viggiù", "Temù",
+struct Town {
+  const char* name;
+  const char* province;
 };
 
-inline constexpr const char* kProvinces[] = {
-    "FC", "CO", "LE", "ME", "PA", "CN", "AQ", "SU", "AO", "TO", "GE", "MI", "TN", "VE", "TS", "BO",
-    "FI", "AN", "PG", "RM", "PE", "CB", "NA", "PZ", "BA", "RC", "VA", "CA", "BS", "VR",
+inline constexpr Town kTowns[] = {
+    {"Forlì", "FC"}, {"Cantù", "CO"}, {"Nardò", "LE"}, {"Patti", "ME"}, {"Cefalù", "PA"},
+    {"Mondovì", "CN"}, {"L'Aquila", "AQ"}, {"Sant'Antioco", "SU"}, {"Aosta", "AO"},
+    {"Torino", "TO"}, {"Genova", "GE"}, {"Milano", "MI"}, {"Trento", "TN"}, {"Venezia", "VE"},
+    {"Trieste", "TS"}, {"Bologna", "BO"}, {"Firenze", "FI"}, {"Ancona", "AN"}, {"Perugia", "PG"},
+    {"Roma", "RM"}, {"Pescara", "PE"}, {"Campobasso", "CB"}, {"Napoli", "NA"}, {"Potenza", "PZ"},
+    {"Bari", "BA"}, {"Reggio", "RC"}, {"Palermo", "PA"}, {"Cagliari", "CA"}, {"Viggiù", "VA"},
+    {"Temù", "BS"},
 };
 
 inline constexpr const char* kStreets[] = {

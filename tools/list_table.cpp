@@ -1,5 +1,7 @@
 #include "tools/list_table.h"
 
+#include "core/campi.h"
+#include "core/raccolte.h"
 #include "store/text_order.h"
 
 namespace tavolix::builder {
@@ -19,6 +21,18 @@ bool operator==(const ListName& left, const ListName& right) {
 
 size_t qHash(const ListName& name, size_t seed) {
   return qHashMulti(seed, name.code, name.collection);
+}
+
+QVector<ListName> listNames() {
+  QVector<ListName> names;
+  for (int i = 0; i < kRaccolte; ++i) {
+    for (int j = 0; j < iNumeroCampi(i); ++j) {
+      const tCampo& campo = aCampi(i, j);
+      const ListName name{campo.sCodTab, campo.iRacTab};
+      if (campo.sTipo == QLatin1String(CBO) && !names.contains(name)) names.append(name);
+    }
+  }
+  return names;
 }
 
 ListTable::ListTable(store::Database& database)

@@ -15,6 +15,9 @@ struct ListName {
 bool operator==(const ListName& left, const ListName& right);
 size_t qHash(const ListName& name, size_t seed);
 
+// The lists of the field table, each once.
+QVector<ListName> listNames();
+
 // The lookup lists of an archive. Texts are equal as the archive's order sees them ("Più" is
 // "PIÙ"), so that a list holds each text once.
 class ListTable final {

@@ -38,10 +38,14 @@ const store::FieldInfo& RecordWriter::column(int collection, int field) const {
   return place.rows->Fields()[place.column];
 }
 
-// Null is written too: the store then prepares one statement for all rows of a table.
-void RecordWriter::fill(const Tables& tables, const QVector<QVariant>& values) {
+// Null is written too: the store then prepares one statement for all rows of a table. No choice
+// from a list is 0, as the program's own forms write it.
+void RecordWriter::fill(int collection, const QVector<QVariant>& values) {
+  const Tables& tables = tables_[collection];
   for (qsizetype j = 0; j < values.size(); ++j) {
-    tables.fields[j].rows->SetValue(tables.fields[j].column, values[j]);
+    const QString& tipo = aCampi(collection, static_cast<int>(j)).sTipo;
+    const bool none = tipo == QLatin1String(CBO) && !values[j].isValid();
+    tables.fields[j].rows->SetValue(tables.fields[j].column, none ? QVariant(0) : values[j]);
   }
 }
 
@@ -54,7 +58,7 @@ qint64 RecordWriter::addRecord(int collection, const QVector<QVariant>& values) 
   tables.main->SetValue(raccolta.sCampoLegame, last_);
   tables.main->SetValue(QStringLiteral("TipoRac"), collection);
   tables.detail->SetValue(raccolta.sCampoID, last_);
-  fill(tables, values);
+  fill(collection, values);
   tables.main->Update();
   tables.detail->Update();
   return last_;
@@ -64,7 +68,7 @@ void RecordWriter::addChild(int collection, qint64 parent, const QVector<QVarian
   const Tables& tables = tables_[collection];
   tables.main->AddNew();
   tables.main->SetValue(aRaccolte(collection).sCampoPadre, parent);
-  fill(tables, values);
+  fill(collection, values);
   tables.main->Update();
 }
 

@@ -33,7 +33,7 @@ class RecordWriter final {
     QVector<Place> fields;
   };
   static Tables open(store::Database& database, int collection);
-  static void fill(const Tables& tables, const QVector<QVariant>& values);
+  void fill(int collection, const QVector<QVariant>& values);
 
   QVector<Tables> tables_;
   store::RecordsetPtr counter_;

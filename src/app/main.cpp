@@ -3,6 +3,7 @@
 
 #include "app/program_folder.h"
 #include "archives/modmanarc.h"
+#include "core/errore.h"
 #include "assist/frmbasic.h"
 #include "core/modini.h"
 #include "core/modmain.h"
@@ -15,6 +16,16 @@
 #include "workspace/frmmain.h"
 
 namespace {
+
+// A failure that no procedure has taken ends the event it came from, not the program.
+class Application final : public QApplication {
+ public:
+  using QApplication::QApplication;
+
+  bool notify(QObject* receiver, QEvent* event) override {
+    return tavolix::protetto("", [&] { return QApplication::notify(receiver, event); });
+  }
+};
 
 void applyLooks(QApplication& application) {
   tavolix::ImpostaFileIni(tavolix::sPathCompleto(QStringLiteral("tvx.ini")));
@@ -39,7 +50,7 @@ int run(QApplication& application) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  QApplication application(argc, argv);
+  Application application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("tavolix"));
   QApplication::setQuitOnLastWindowClosed(false);
   tavolix::ImpostaCartellaProgramma(tavolix::programFolder());

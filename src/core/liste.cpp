@@ -14,6 +14,8 @@
 namespace tavolix {
 namespace {
 
+constexpr int kOneLine = 255;  // characters
+
 using platform::LookupList;
 using platform::LookupListPtr;
 
@@ -77,7 +79,8 @@ platform::ColumnSetup setupOf(int iRac, const store::Recordset& rs, const QStrin
   setup.maxLength = info.size;
   const tCampo* campo = iRac < 0 ? nullptr : campoDi(iRac, info);
   if (campo == nullptr) return setup;
-  setup.editable = info.updatable || !info.lookupKey.isEmpty();
+  // A text of several lines is for its box in the form: a cell has one line.
+  setup.editable = (info.updatable && info.size <= kOneLine) || !info.lookupKey.isEmpty();
   if (campo->sTipo == QLatin1String(CBO) && !info.lookupKey.isEmpty()) {
     setup.list = ListaValori(campo->iRacTab, campo->sCodTab);
     setup.keyField = info.lookupKey;

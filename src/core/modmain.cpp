@@ -3,6 +3,7 @@
 #include <QApplication>
 
 #include "core/errore.h"
+#include "core/modcuore.h"
 #include "core/modini.h"
 #include "core/modutil.h"
 #include "core/raccolte.h"
@@ -81,6 +82,7 @@ bool bApriDB(int iModo, const QString& sPath, bool bPrimoPiano, bool bOpzione) {
     rsTab = dbArc->OpenRecordset(QStringLiteral("TAB"), store::RecordsetType::Table);
     rsTab->SetIndex(QStringLiteral("1u"));
     rsCont = dbArc->OpenRecordset(QStringLiteral("CONT"), store::RecordsetType::Dynaset);
+    DimenticaListe();
     tellDataControls();
     forms()[kMain].Window()->setWindowTitle(
         QStringLiteral("%1 %2 Rev. %3 - Archivio in uso: %4")

@@ -81,8 +81,12 @@ int DataControl::fieldOf(const BoundControl& control) const {
 
 QVariant DataControl::storedValue(const BoundControl& control) const {
   const int field = fieldOf(control);
-  if (field < 0 || !(hasRow() || isAdding())) return {};
-  return recordset_->Value(field);
+  if (field < 0) return {};
+  if (isAdding() || recordset_->Type() == store::RecordsetType::Table) {
+    return hasRow() || isAdding() ? recordset_->Value(field) : QVariant();
+  }
+  // A row that has gone from the archive meanwhile shows nothing.
+  return recordset_->ValueAt(recordset_->AbsolutePosition(), field);
 }
 
 bool DataControl::isPending(const BoundControl& control) const {
@@ -115,10 +119,11 @@ void DataControl::forgetUnchanged() {
 }
 
 void DataControl::pushChanges() {
-  if (!isOpen()) return;
+  const store::RecordsetPtr rows = recordset_;
+  if (rows == nullptr) return;
   const auto changed = controlsToWrite();
   for (const BoundControl* control : changed) {
-    recordset_->SetValue(fieldOf(*control), control->Value());
+    rows->SetValue(fieldOf(*control), control->Value());
   }
 }
 

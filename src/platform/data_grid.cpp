@@ -68,6 +68,8 @@ void DataGrid::bindModel() {
   connect(model_, &RecordModel::modelReset, this, &DataGrid::showCurrentRow);
   connect(model_, &RecordModel::rowsInserted, this, &DataGrid::showCurrentRow);
   connect(model_, &RecordModel::rowsRemoved, this, &DataGrid::showCurrentRow);
+  returning_.setSingleShot(true);
+  connect(&returning_, &QTimer::timeout, this, &DataGrid::showCurrentRow);
   connect(horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int column) {
     CommitCell();
     Q_EMIT headClicked(column);
@@ -150,8 +152,7 @@ void DataGrid::moveRecordset(int row) {
   if (recordset == nullptr || recordset->AbsolutePosition() == row) return;
   // If the recordset stays where it is, the view returns once the key or click is done with.
   const auto back = qScopeGuard([this, row] {
-    if (model_->currentRow() == row) return;
-    QMetaObject::invokeMethod(this, &DataGrid::showCurrentRow, Qt::QueuedConnection);
+    if (model_->currentRow() != row) returning_.start(0);
   });
   recordset->SetAbsolutePosition(row);
 }

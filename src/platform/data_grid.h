@@ -2,6 +2,7 @@
 
 #include <QPointer>
 #include <QTableView>
+#include <QTimer>
 
 #include "platform/data_control.h"
 #include "platform/record_model.h"
@@ -69,6 +70,7 @@ class DataGrid final : public QTableView {
   QString pendingField_;
   QVariant pendingValue_;
   int column_ = 0;          // the current column, kept while there is no current row
+  QTimer returning_;        // to the recordset's row, where that could not be left
   bool following_ = false;  // the view is being moved to the recordset's row
 };
 

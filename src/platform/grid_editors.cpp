@@ -65,13 +65,14 @@ bool confirms(const QEvent* event) {
 CellList::CellList(DataCombo& combo) : QObject(&combo), combo_(combo) {
   // The key that closes the list goes on to the combo box, and is dealt with first.
   closing_.setSingleShot(true);
-  connect(&closing_, &QTimer::timeout, this, &CellList::closed);
+  connect(&closing_, &QTimer::timeout, this, [this] {
+    if (combo_.isVisible()) Q_EMIT closed();
+  });
   combo.installEventFilter(this);
-  QMetaObject::invokeMethod(this, &CellList::open, Qt::QueuedConnection);
-}
-
-CellList::~CellList() {
-  qDeleteAll(keys_);
+  // The box has neither place nor value yet.
+  opening_.setSingleShot(true);
+  connect(&opening_, &QTimer::timeout, this, &CellList::open);
+  opening_.start(0);
 }
 
 void CellList::open() {
@@ -79,8 +80,7 @@ void CellList::open() {
   if (!combo_.isVisible()) return;
   combo_.SetDroppedDown(true);
   combo_.view()->installEventFilter(this);
-  for (QEvent* key : std::as_const(keys_)) QCoreApplication::postEvent(combo_.view(), key);
-  keys_.clear();
+  for (const auto& key : keys_) QCoreApplication::sendEvent(combo_.view(), key.get());
 }
 
 bool CellList::eventFilter(QObject* watched, QEvent* event) {
@@ -89,7 +89,7 @@ bool CellList::eventFilter(QObject* watched, QEvent* event) {
     return false;
   }
   const bool holds = event->type() == QEvent::KeyPress && !opened_;
-  if (holds) keys_ << event->clone();
+  if (holds) keys_.emplace_back(event->clone());
   return holds;
 }
 

@@ -1,8 +1,11 @@
 #pragma once
 
+#include <QEvent>
 #include <QStyledItemDelegate>
 #include <QTimer>
 #include <functional>
+#include <memory>
+#include <vector>
 
 #include "platform/data_combo.h"
 #include "platform/record_model.h"
@@ -14,7 +17,6 @@ class CellList final : public QObject {
   Q_OBJECT
  public:
   explicit CellList(DataCombo& combo);
-  ~CellList() override;
 
  Q_SIGNALS:
   void closed();
@@ -24,8 +26,9 @@ class CellList final : public QObject {
   void open();
 
   DataCombo& combo_;
-  QVector<QEvent*> keys_;  // pressed before the list is there
+  std::vector<std::unique_ptr<QEvent>> keys_;  // pressed before the list is there
   bool opened_ = false;
+  QTimer opening_;
   QTimer closing_;
 };
 

@@ -29,7 +29,18 @@ TabStrip::TabStrip(QWidget* parent) : QTabBar(parent) {
   setUsesScrollButtons(true);
   setIconSize(QSize(kIconSize, kIconSize));
   setFocusPolicy(Qt::StrongFocus);
-  connect(this, &QTabBar::currentChanged, this, &TabStrip::clicked);
+  connect(this, &QTabBar::currentChanged, this, &TabStrip::announce);
+}
+
+void TabStrip::announce(int index) {
+  announced_ = index;
+  Q_EMIT clicked();
+}
+
+void TabStrip::Select(int tab) {
+  const bool inFront = currentIndex() == tab - 1;
+  setCurrentIndex(tab - 1);
+  if (inFront && announced_ != tab - 1 && !signalsBlocked()) announce(tab - 1);
 }
 
 void TabStrip::addTab(const QIcon& icon, const QString& caption, const QString& tag) {
@@ -64,8 +75,11 @@ void TabStrip::drawTab(QStylePainter& painter, int index) const {
   initStyleOption(&option, index);
   if (!isTabEnabled(index)) option.palette.setCurrentColorGroup(QPalette::Disabled);
   drawGround(painter, option);
+  if (option.state.testFlag(QStyle::State_HasFocus)) drawFocus(painter, option);
   drawContent(painter, option, index);
-  if (!option.state.testFlag(QStyle::State_HasFocus)) return;
+}
+
+void TabStrip::drawFocus(QStylePainter& painter, const QStyleOptionTab& option) const {
   QStyleOptionFocusRect focus;
   focus.QStyleOption::operator=(option);
   focus.state |= QStyle::State_KeyboardFocusChange;

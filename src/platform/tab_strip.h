@@ -18,7 +18,8 @@ class TabStrip final : public QTabBar {
   // Empty for a tab that does not exist.
   QString Tag(int tab) const { return tabData(tab - 1).toString(); }
   QString SelectedTag() const { return Tag(currentIndex() + 1); }
-  void Select(int tab) { setCurrentIndex(tab - 1); }
+  // Selects a tab. The first choice is announced too where that tab is in front by itself.
+  void Select(int tab);
 
  Q_SIGNALS:
   // Another tab has been selected, by the user or by the program.
@@ -33,8 +34,12 @@ class TabStrip final : public QTabBar {
  private:
   void drawTab(QStylePainter& painter, int index) const;
   void drawGround(QStylePainter& painter, const QStyleOptionTab& option) const;
+  void drawFocus(QStylePainter& painter, const QStyleOptionTab& option) const;
   void drawContent(QStylePainter& painter, const QStyleOptionTab& option, int index) const;
   void step(int direction);
+  void announce(int index);
+
+  int announced_ = -1;
 };
 
 }  // namespace platform

@@ -57,10 +57,13 @@ Connection::Connection(const QString& path, int flags)
     : path_(path), database_(path.toStdString(), flags, kBusyMilliseconds) {
   harden(database_.getHandle());
   addLanguage(database_.getHandle());
-  database_.exec("PRAGMA synchronous = FULL; PRAGMA cell_size_check = ON; PRAGMA cache_size = -16384;");
+  database_.exec(
+      "PRAGMA synchronous = FULL; PRAGMA cell_size_check = ON; PRAGMA cache_size = -16384;");
 }
 
-Connection::~Connection() { statements_.clear(); }
+Connection::~Connection() {
+  statements_.clear();
+}
 
 bool Connection::holdsPath() const {
   int moved = 0;

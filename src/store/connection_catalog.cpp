@@ -7,10 +7,10 @@ namespace {
 
 FieldKind kindOfDeclaration(const QString& declaration) {
   static const QHash<QString, FieldKind> kinds = {
-      {QStringLiteral("TEXT"), FieldKind::Text},     {QStringLiteral("DOUBLE"), FieldKind::Number},
-      {QStringLiteral("DATE"), FieldKind::Date},     {QStringLiteral("TIME"), FieldKind::Time},
-      {QStringLiteral("YESNO"), FieldKind::YesNo},   {QStringLiteral("LONG"), FieldKind::Long},
-      {QStringLiteral("INTEGER"), FieldKind::Long},  {QStringLiteral("SHORT"), FieldKind::Short},
+      {QStringLiteral("TEXT"), FieldKind::Text},    {QStringLiteral("DOUBLE"), FieldKind::Number},
+      {QStringLiteral("DATE"), FieldKind::Date},    {QStringLiteral("TIME"), FieldKind::Time},
+      {QStringLiteral("YESNO"), FieldKind::YesNo},  {QStringLiteral("LONG"), FieldKind::Long},
+      {QStringLiteral("INTEGER"), FieldKind::Long}, {QStringLiteral("SHORT"), FieldKind::Short},
   };
   return kinds.value(declaration.section(u'(', 0, 0).trimmed().toUpper(), FieldKind::Text);
 }

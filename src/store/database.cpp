@@ -1,9 +1,9 @@
 #include "store/database.h"
 
-#include <algorithm>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <algorithm>
 
 #include "store/cursor.h"
 #include "store/query.h"
@@ -15,9 +15,10 @@ namespace {
 // Marks a file as an archive of this program ("TVLX").
 constexpr int kApplicationId = 0x54564c58;
 
+// Never destroyed: a handle may live as long as the process.
 QVector<Database*>& openDatabases() {
-  static QVector<Database*> databases;
-  return databases;
+  static auto* const databases = new QVector<Database*>;
+  return *databases;
 }
 
 [[noreturn]] void unknownFormat(const QString& path) {
@@ -33,14 +34,13 @@ qint64 pragma(Connection& connection, const QByteArray& name) {
 // With the first read, an interrupted write of an earlier run is rolled back; within one read the
 // file's size cannot change.
 void checkArchive(Connection& connection) {
-  connection.database().exec("BEGIN");
+  const Connection::Reading reading(connection);
   if (pragma(connection, "application_id") != kApplicationId) unknownFormat(connection.path());
   const qint64 size = QFileInfo(connection.path()).size();
   if (size != pragma(connection, "page_count") * pragma(connection, "page_size")) {
     throw Failure(failure::kDamaged,
                   QStringLiteral("L'archivio %1 e' danneggiato").arg(connection.path()));
   }
-  connection.database().exec("COMMIT");
 }
 
 // A file that is open is neither opened nor looked into a second time: to close it again would
@@ -48,11 +48,10 @@ void checkArchive(Connection& connection) {
 std::shared_ptr<Connection> sharedConnection(const QString& path) {
   static QHash<QString, std::weak_ptr<Connection>> connections;
   std::shared_ptr<Connection> connection = connections.value(path).lock();
-  if (!connection || !connection->holdsPath()) {
-    connection = std::make_shared<Connection>(path, SQLite::OPEN_READWRITE);
-    checkArchive(*connection);
-    connections.insert(path, connection);
-  }
+  if (connection && connection->holdsPath()) return connection;
+  connection = std::make_shared<Connection>(path, SQLite::OPEN_READWRITE);
+  checkArchive(*connection);
+  connections.insert(path, connection);
   return connection;
 }
 
@@ -162,7 +161,8 @@ QStringList Database::QueryDefs() const {
 
 QString Database::QueryDefSql(const QString& name) const {
   const std::optional<QString> sql = connection().querySql(name);
-  if (!sql) throw Failure(failure::kItemNotFound, QStringLiteral("Query '%1' inesistente").arg(name));
+  if (!sql)
+    throw Failure(failure::kItemNotFound, QStringLiteral("Query '%1' inesistente").arg(name));
   return *sql;
 }
 

@@ -78,7 +78,8 @@ class KeysetCursor final : public Cursor {
     const auto& tables = rows_->query().keyTables();
     for (std::size_t t = 0; t < tables.size(); ++t) {
       if (columns[t].isEmpty()) continue;
-      updateIn(connection(), *tables[t]->table, t == 0 ? firstKey(key) : secondKey(key), columns[t]);
+      updateIn(connection(), *tables[t]->table, t == 0 ? firstKey(key) : secondKey(key),
+               columns[t]);
     }
   }
 

@@ -25,13 +25,13 @@ std::shared_ptr<const sql::Select> selectOf(const QString& source) {
 }
 
 bool sameColumn(const Expr& a, const Expr& b) {
-  return a.kind == ExprKind::Column && b.kind == ExprKind::Column &&
-         a.qualifier == b.qualifier && a.name.compare(b.name, Qt::CaseInsensitive) == 0;
+  return a.kind == ExprKind::Column && b.kind == ExprKind::Column && a.qualifier == b.qualifier &&
+         a.name.compare(b.name, Qt::CaseInsensitive) == 0;
 }
 
 bool isKeyOf(const Expr& expr, const Source& source) {
-  return expr.kind == ExprKind::Column && source.table != nullptr &&
-         source.table->keyColumn >= 0 && expr.qualifier == source.alias &&
+  return expr.kind == ExprKind::Column && source.table != nullptr && source.table->keyColumn >= 0 &&
+         expr.qualifier == source.alias &&
          source.table->findColumn(expr.name) == source.table->keyColumn;
 }
 
@@ -71,8 +71,7 @@ const Source* Query::sourceOf(const Expr& column) const {
 
 void Query::describeFields() {
   for (const sql::OutColumn& column : resolved_->columns) {
-    const auto holder =
-        std::find(keyTables_.begin(), keyTables_.end(), sourceOf(*column.expr));
+    const auto holder = std::find(keyTables_.begin(), keyTables_.end(), sourceOf(*column.expr));
     const bool held = holder != keyTables_.end();
     tableOf_.append(held ? static_cast<int>(holder - keyTables_.begin()) : -1);
     FieldInfo field{column.name, column.table, column.column, column.kind, column.size, {}, held};

@@ -41,7 +41,9 @@ Recordset::Recordset(RecordsetType type, std::shared_ptr<Cursor> cursor, Clones 
 
 Recordset::~Recordset() = default;
 
-bool Recordset::IsOpen() const { return cursor_ != nullptr; }
+bool Recordset::IsOpen() const {
+  return cursor_ != nullptr;
+}
 
 void Recordset::Close() {
   if (!cursor_) return;
@@ -193,7 +195,8 @@ int Recordset::FindField(const QString& name) const {
   const qsizetype dot = name.indexOf(u'.');
   if (dot < 0) return -1;
   for (int i = 0; i < fields.size(); ++i) {
-    if (sameName(fields[i].table, name.left(dot)) && sameName(fields[i].column, name.mid(dot + 1))) {
+    if (sameName(fields[i].table, name.left(dot)) &&
+        sameName(fields[i].column, name.mid(dot + 1))) {
       return i;
     }
   }
@@ -203,7 +206,8 @@ int Recordset::FindField(const QString& name) const {
 int Recordset::FieldIndex(const QString& name) const {
   const int field = FindField(name);
   if (field < 0) {
-    throw Failure(failure::kItemNotFound, QStringLiteral("Campo '%1' non presente nell'elenco").arg(name));
+    throw Failure(failure::kItemNotFound,
+                  QStringLiteral("Campo '%1' non presente nell'elenco").arg(name));
   }
   return field;
 }
@@ -278,8 +282,8 @@ void Recordset::writeNew() {
   transaction.commit();
   mode_ = EditMode::None;
   lastModified_ = bookmark;
-  const qint64 place = cursor_->count();
   const bool hasPlaces = cursor_->hasPlaces();
+  const qint64 place = hasPlaces ? cursor_->count() : -1;
   if (hasPlaces) Q_EMIT rowAboutToBeInserted(place);
   cursor_->addRow(bookmark);
   if (hasPlaces) Q_EMIT rowInserted(place);
@@ -305,7 +309,9 @@ void Recordset::writeChanges() {
   Q_EMIT rowChanged(cursor_->place(), fields);
 }
 
-void Recordset::CancelUpdate() { mode_ = EditMode::None; }
+void Recordset::CancelUpdate() {
+  mode_ = EditMode::None;
+}
 
 void Recordset::Delete() {
   requireUpdatable();
@@ -336,10 +342,18 @@ void Recordset::Seek(const QString& comparison, const QVariantList& keys) {
   if (!noMatch_) arrive(-1);
 }
 
-void Recordset::FindFirst(const QString& condition) { find(Search::First, condition); }
-void Recordset::FindLast(const QString& condition) { find(Search::Last, condition); }
-void Recordset::FindNext(const QString& condition) { find(Search::Next, condition); }
-void Recordset::FindPrevious(const QString& condition) { find(Search::Previous, condition); }
+void Recordset::FindFirst(const QString& condition) {
+  find(Search::First, condition);
+}
+void Recordset::FindLast(const QString& condition) {
+  find(Search::Last, condition);
+}
+void Recordset::FindNext(const QString& condition) {
+  find(Search::Next, condition);
+}
+void Recordset::FindPrevious(const QString& condition) {
+  find(Search::Previous, condition);
+}
 
 void Recordset::find(Search search, const QString& condition) {
   leave();

@@ -1,12 +1,11 @@
 #pragma once
 
-#include <QObject>
 #include <QVariant>
-#include <QVector>
 #include <memory>
 
 #include "store/failure.h"
 #include "store/field_info.h"
+#include "store/recordset_signals.h"
 
 namespace store {
 
@@ -16,10 +15,8 @@ enum class EditMode { None, Edit, Add };
 class Cursor;
 
 // An open set of rows with one current row. Every operation that cannot be carried out throws
-// Failure; the set and its current row are then as before. Objects that share a recordset follow
-// its signals: a change names its row and fields, rows come and go by about-to/done pairs.
-class Recordset final : public QObject {
-  Q_OBJECT
+// Failure; the set and its current row are then as before.
+class Recordset final : public RecordsetSignals {
  public:
   // What a database keeps of the clones of its recordsets, to close them with itself.
   using Clones = std::shared_ptr<QVector<std::weak_ptr<Recordset>>>;
@@ -96,20 +93,6 @@ class Recordset final : public QObject {
   // Reads the current row again from the archive, and tells those who show it. Fails with 3167
   // if the row is gone.
   void RefreshRow();
-
- Q_SIGNALS:
-  void aboutToMove();    // the current row is about to change: write what is pending
-  void aboutToUpdate();  // Update was called: put pending values into the row
-  void addStarted();     // AddNew was called
-  void moved(qint64 from, qint64 to);
-  void rowChanged(qint64 position, const QVector<int>& fields);
-  void rowAboutToBeInserted(qint64 position);
-  void rowInserted(qint64 position);
-  void rowAboutToBeRemoved(qint64 position);
-  void rowRemoved(qint64 position);
-  void aboutToRequery();
-  void requeried();
-  void closed();
 
  private:
   enum class Search { First, Last, Next, Previous };

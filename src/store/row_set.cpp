@@ -27,8 +27,12 @@ RowKey packKey(qint64 first, qint64 second) {
   return (static_cast<RowKey>(static_cast<quint32>(first)) << 32) | static_cast<quint32>(second);
 }
 
-qint64 firstKey(RowKey key) { return static_cast<qint32>(key >> 32); }
-qint64 secondKey(RowKey key) { return static_cast<qint32>(key & 0xffffffffU); }
+qint64 firstKey(RowKey key) {
+  return static_cast<qint32>(key >> 32);
+}
+qint64 secondKey(RowKey key) {
+  return static_cast<qint32>(key & 0xffffffffU);
+}
 
 RowSet::RowSet(std::shared_ptr<Connection> connection, const QString& source)
     : connection_(std::move(connection)), text_(source), query_(source, upToDate(*connection_)) {
@@ -53,7 +57,8 @@ void RowSet::readKeys() {
   const bool two = query_.keyTables().size() == 2;
   guarded([&] {
     while (lease->executeStep()) {
-      keys.push_back(packKey(lease->getColumn(0).getInt64(), two ? lease->getColumn(1).getInt64() : 0));
+      keys.push_back(
+          packKey(lease->getColumn(0).getInt64(), two ? lease->getColumn(1).getInt64() : 0));
     }
   });
   keys.shrink_to_fit();
@@ -109,7 +114,8 @@ QVector<QVariant> RowSet::fetch(RowKey key) {
   guarded([&] {
     const int place = static_cast<int>(row_.values.size()) + 1;
     lease->bind(place, static_cast<int64_t>(firstKey(key)));
-    if (query_.keyTables().size() == 2) lease->bind(place + 1, static_cast<int64_t>(secondKey(key)));
+    if (query_.keyTables().size() == 2)
+      lease->bind(place + 1, static_cast<int64_t>(secondKey(key)));
     if (!lease->executeStep()) return;
     const int columns = lease->getColumnCount();
     values.reserve(columns);
@@ -168,12 +174,12 @@ const std::vector<qint64>& RowSet::hits(const QString& condition) {
 
 std::vector<qint64> RowSet::search(const QString& condition) {
   std::vector<RowKey> found;
-  const auto lease =
-      source().prepare(query_.keysWhere(query_.condition(condition, *connection_)));
+  const auto lease = source().prepare(query_.keysWhere(query_.condition(condition, *connection_)));
   const bool two = query_.keyTables().size() == 2;
   guarded([&] {
     while (lease->executeStep()) {
-      found.push_back(packKey(lease->getColumn(0).getInt64(), two ? lease->getColumn(1).getInt64() : 0));
+      found.push_back(
+          packKey(lease->getColumn(0).getInt64(), two ? lease->getColumn(1).getInt64() : 0));
     }
   });
   std::sort(found.begin(), found.end());

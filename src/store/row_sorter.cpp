@@ -4,8 +4,8 @@
 
 #include <algorithm>
 #include <bit>
-#include <cstring>
-#include <numeric>
+#include <cmath>
+#include <limits>
 
 #include "store/text_order.h"
 
@@ -22,42 +22,72 @@ quint64 ordered(double number) {
   return std::max<quint64>(sortable >> 1, 1);
 }
 
-// The whole number that ordered() was made of.
-int64_t wholeNumber(quint64 value) {
+// The key of a list that ordered() was made of; a number that no row has for what is none.
+int64_t listKey(quint64 value) {
   const quint64 sortable = value << 1;
   const quint64 bits = (sortable >> 63) != 0 ? sortable & ~(1ULL << 63) : ~sortable;
-  return static_cast<int64_t>(std::bit_cast<double>(bits));
+  const auto number = std::bit_cast<double>(bits);
+  constexpr double kMost = 9007199254740992.0;
+  return number > -kMost && number < kMost && number == std::floor(number)
+             ? static_cast<int64_t>(number)
+             : std::numeric_limits<int64_t>::min();
 }
 
-// The first bytes of a text's key as a number: they decide most comparisons.
-quint64 leading(std::string_view key) {
+constexpr std::size_t kLeading = 8;
+
+// Some bytes of a text's key as a number, from a place on.
+quint64 leading(std::string_view key, std::size_t from) {
   quint64 value = 0;
-  for (std::size_t i = 0; i < 8; ++i) {
+  for (std::size_t i = from; i < from + kLeading; ++i) {
     value = (value << 8) | (i < key.size() ? static_cast<unsigned char>(key[i]) : 0U);
   }
   return value;
 }
 
-struct RankedText {
+struct Text {
   quint64 leading;
   std::string_view key;
   quint32 row;
 };
 
-bool before(const RankedText& a, const RankedText& b) {
-  if (a.leading != b.leading) return a.leading < b.leading;
-  return a.key < b.key;
-}
+// Ranks texts, each text's rank written over its row's value; equal ones share a rank.
+class Ranking final {
+ public:
+  explicit Ranking(std::vector<quint64>& values) : values_(values) {}
 
-// Writes each text's rank over its row's value; equal texts share a rank.
-void rank(std::vector<RankedText>& texts, std::vector<quint64>& values) {
-  std::sort(texts.begin(), texts.end(), before);
-  quint64 next = 1ULL << 63;
-  for (std::size_t i = 0; i < texts.size(); ++i) {
-    if (i > 0 && before(texts[i - 1], texts[i])) ++next;
-    values[texts[i].row] = next;
+  void add(std::string_view key, std::size_t row) {
+    texts_.push_back({leading(key, 0), key, static_cast<quint32>(row)});
   }
-}
+  void finish() { rank(texts_.begin(), texts_.end(), 0); }
+
+ private:
+  using Place = std::vector<Text>::iterator;
+
+  // Sorts by a few bytes at a time: comparing numbers spares most looks at the texts.
+  void rank(Place first, Place last, std::size_t from) {
+    std::sort(first, last, [](const Text& a, const Text& b) { return a.leading < b.leading; });
+    while (first != last) {
+      const quint64 shared = first->leading;
+      const auto end =
+          std::find_if(first, last, [&](const Text& t) { return t.leading != shared; });
+      // A key has no byte 0: behind one all are at their end.
+      if (end - first == 1 || (shared & 0xff) == 0) {
+        for (auto text = first; text != end; ++text) values_[text->row] = next_;
+        ++next_;
+      } else {
+        for (auto text = first; text != end; ++text) {
+          text->leading = leading(text->key, from + kLeading);
+        }
+        rank(first, end, from + kLeading);
+      }
+      first = end;
+    }
+  }
+
+  std::vector<quint64>& values_;
+  std::vector<Text> texts_;
+  quint64 next_ = 1ULL << 63;
+};
 
 }  // namespace
 
@@ -87,8 +117,7 @@ void RowSorter::addValue(Column& column, const SQLite::Column& value) {
 }
 
 void RowSorter::rankTexts(Column& column) {
-  std::vector<RankedText> texts;
-  texts.reserve(column.textEnds.size());
+  Ranking ranking(column.values);
   for (std::size_t i = 0; i < column.values.size(); ++i) {
     const quint64 value = column.values[i];
     if (value < (1ULL << 63)) continue;
@@ -96,9 +125,9 @@ void RowSorter::rankTexts(Column& column) {
     const std::size_t begin = place == 0 ? 0 : column.textEnds[place - 1];
     const std::string_view key =
         std::string_view(column.texts).substr(begin, column.textEnds[place] - begin);
-    texts.push_back({leading(key), key, static_cast<quint32>(i)});
+    ranking.add(key, i);
   }
-  rank(texts, column.values);
+  ranking.finish();
 }
 
 // The column holds keys of a list: each is replaced by the rank of its text.
@@ -107,22 +136,24 @@ void RowSorter::rankList(Column& column, const Query::SortTerm& term) {
   std::sort(distinct.begin(), distinct.end());
   distinct.erase(std::unique(distinct.begin(), distinct.end()), distinct.end());
   std::vector<std::string> keys(distinct.size());
-  std::vector<RankedText> texts;
-  const auto lease = connection_.prepare(
-      "SELECT " + sql::quoteName(term.listColumn) + " FROM " +
-      sql::quoteName(term.list->table->name) + " WHERE rowid = ?");
-  for (std::size_t i = 0; i < distinct.size(); ++i) {
-    if (distinct[i] == kNull) continue;
-    lease->reset();
-    lease->bind(1, wholeNumber(distinct[i]));
-    if (!lease->executeStep() || lease->getColumn(0).isNull()) continue;
-    const SQLite::Column value = lease->getColumn(0);
-    const char* text = value.getText();
-    appendSortKey({text, static_cast<std::size_t>(value.getBytes())}, keys[i]);
-    texts.push_back({leading(keys[i]), keys[i], static_cast<quint32>(i)});
-  }
   std::vector<quint64> ranks(distinct.size(), kNull);
-  rank(texts, ranks);
+  Ranking ranking(ranks);
+  const auto lease =
+      connection_.prepare("SELECT " + sql::quoteName(term.listColumn) + " FROM " +
+                          sql::quoteName(term.list->table->name) + " WHERE rowid = ?");
+  guarded([&] {
+    for (std::size_t i = 0; i < distinct.size(); ++i) {
+      if (distinct[i] == kNull) continue;
+      lease->reset();
+      lease->bind(1, listKey(distinct[i]));
+      if (!lease->executeStep() || lease->getColumn(0).isNull()) continue;
+      const SQLite::Column value = lease->getColumn(0);
+      const char* text = value.getText();
+      appendSortKey({text, static_cast<std::size_t>(value.getBytes())}, keys[i]);
+      ranking.add(keys[i], i);
+    }
+  });
+  ranking.finish();
   for (quint64& value : column.values) {
     const auto found = std::lower_bound(distinct.begin(), distinct.end(), value);
     value = ranks[static_cast<std::size_t>(found - distinct.begin())];
@@ -156,7 +187,8 @@ std::vector<quint64> RowSorter::sorted() {
     return a.place < b.place;
   });
   std::vector<quint64> result(rows.size());
-  std::transform(rows.begin(), rows.end(), result.begin(), [this](const Row& row) { return keys_[row.place]; });
+  std::transform(rows.begin(), rows.end(), result.begin(),
+                 [this](const Row& row) { return keys_[row.place]; });
   return result;
 }
 

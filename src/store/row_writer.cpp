@@ -34,12 +34,13 @@ Range rangeOf(FieldKind kind) {
   }
 }
 
-bool isWhole(FieldKind kind) { return kind != FieldKind::Number && kind != FieldKind::Date; }
+bool isWhole(FieldKind kind) {
+  return kind != FieldKind::Number && kind != FieldKind::Date;
+}
 
 [[noreturn]] void wrongKind(const QVariant& value, const FieldInfo& field) {
-  throw Failure(failure::kConversion,
-                QStringLiteral("Valore non valido per il campo %1: %2")
-                    .arg(field.name, value.toString().left(60)));
+  throw Failure(failure::kConversion, QStringLiteral("Valore non valido per il campo %1: %2")
+                                          .arg(field.name, value.toString().left(60)));
 }
 
 QVariant toText(const QVariant& value, const FieldInfo& field) {
@@ -116,7 +117,8 @@ void updateIn(Connection& connection, const TableInfo& table, qint64 key,
 }
 
 void deleteFrom(Connection& connection, const TableInfo& table, qint64 key) {
-  if (connection.execute("DELETE FROM " + sql::quoteName(table.name) + " WHERE rowid = ?", {key}) == 0) {
+  if (connection.execute("DELETE FROM " + sql::quoteName(table.name) + " WHERE rowid = ?", {key}) ==
+      0) {
     rowGone();
   }
 }

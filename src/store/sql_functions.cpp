@@ -33,8 +33,8 @@ bool isTestOperator(const QString& op) {
 FieldKind kindOfBinary(const Expr& expr) {
   if (expr.name == QLatin1String("&")) return FieldKind::Text;
   if (isTestOperator(expr.name)) return FieldKind::YesNo;
-  const bool texts = kindOf(*expr.args[0]) == FieldKind::Text &&
-                     kindOf(*expr.args[1]) == FieldKind::Text;
+  const bool texts =
+      kindOf(*expr.args[0]) == FieldKind::Text && kindOf(*expr.args[1]) == FieldKind::Text;
   return texts && expr.name == QLatin1String("+") ? FieldKind::Text : FieldKind::Number;
 }
 

@@ -1,5 +1,6 @@
 #include "store/sql_parser.h"
 
+#include <algorithm>
 #include <array>
 
 #include "store/failure.h"

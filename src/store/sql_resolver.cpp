@@ -335,8 +335,7 @@ ResolvedPtr resolve(const Select& select, const Catalog& catalog) {
   return Resolver(catalog, u't').select(select, nullptr);
 }
 
-ExprPtr resolveCondition(const ExprPtr& condition, const Resolved& query,
-                         const Catalog& catalog) {
+ExprPtr resolveCondition(const ExprPtr& condition, const Resolved& query, const Catalog& catalog) {
   Scope scope;
   for (const OutColumn& column : query.columns) scope.columns.push_back({QString(), column});
   return Resolver(catalog, u'c').bind(condition, scope);
@@ -364,8 +363,7 @@ ResolvedAction resolveAction(const UpdateAction& action, const Catalog& catalog)
       throw Failure(failure::kUnknownName,
                     QStringLiteral("Campo sconosciuto: '%1'").arg(assignment.column));
     }
-    result.assignments.push_back(
-        {assignment.column, resolver.bind(assignment.value, scope)});
+    result.assignments.push_back({assignment.column, resolver.bind(assignment.value, scope)});
   }
   return result;
 }

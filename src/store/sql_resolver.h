@@ -22,7 +22,7 @@ struct Source {
 struct OutColumn {
   QString name;
   ExprPtr expr;
-  QString table;   // base table and column, empty for an expression
+  QString table;  // base table and column, empty for an expression
   QString column;
   FieldKind kind = FieldKind::Text;
   int size = 0;

@@ -10,8 +10,8 @@ enum class TokenKind { Name, Quoted, Text, Number, Symbol, End };
 
 struct Token {
   TokenKind kind = TokenKind::End;
-  QString text;     // a name without brackets, a text without quotes, a symbol
-  QVariant value;   // of a number
+  QString text;    // a name without brackets, a text without quotes, a symbol
+  QVariant value;  // of a number
   qsizetype place = 0;
 
   bool isSymbol(QLatin1String symbol) const { return kind == TokenKind::Symbol && text == symbol; }

@@ -1,5 +1,7 @@
 #include <sqlite3.h>
 
+#include <algorithm>
+
 #include "store/connection.h"
 
 namespace store {

@@ -48,7 +48,8 @@ void numberToText(sqlite3_context* context, double number) {
   constexpr double kMostDigits = 1e15;
   const bool whole = number == std::floor(number) && std::abs(number) < kMostDigits;
   std::array<char, 40> text{};
-  sqlite3_snprintf(static_cast<int>(text.size()), text.data(), whole ? "%.0f" : "%.15g", number + 0.0);
+  sqlite3_snprintf(static_cast<int>(text.size()), text.data(), whole ? "%.0f" : "%.15g",
+                   number + 0.0);
   std::replace(text.begin(), text.end(), '.', ',');
   sqlite3_result_text(context, text.data(), -1, SQLITE_TRANSIENT);
 }

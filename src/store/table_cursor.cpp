@@ -27,7 +27,12 @@ class TableCursor final : public Cursor {
   TableCursor(std::shared_ptr<Connection> connection, const TableInfo& table)
       : connection_(std::move(connection)), table_(table) {
     for (const ColumnInfo& column : table_.columns) {
-      fields_.append({column.name, table_.name, column.name, column.kind, column.size, {},
+      fields_.append({column.name,
+                      table_.name,
+                      column.name,
+                      column.kind,
+                      column.size,
+                      {},
                       column.kind != FieldKind::Counter});
     }
   }
@@ -36,8 +41,7 @@ class TableCursor final : public Cursor {
   const QVector<FieldInfo>& fields() const override { return fields_; }
 
   qint64 count() const override {
-    const auto lease =
-        connection_->prepare("SELECT count(*) FROM " + sql::quoteName(table_.name));
+    const auto lease = connection_->prepare("SELECT count(*) FROM " + sql::quoteName(table_.name));
     return guarded([&] {
       lease->executeStep();
       return static_cast<qint64>(lease->getColumn(0).getInt64());
@@ -53,7 +57,7 @@ class TableCursor final : public Cursor {
   void moveBy(qint64 rows) override {
     const State end = rows > 0 ? State::After : State::Before;
     const Direction direction = rows > 0 ? Direction::Forward : Direction::Backward;
-    for (qint64 left = std::abs(rows); left > 0 && state_ != end; --left) {
+    for (qint64 steps = 0; steps != rows && state_ != end; steps += rows > 0 ? 1 : -1) {
       step(direction);
       if (state_ == State::Empty) return;
     }
@@ -101,14 +105,13 @@ class TableCursor final : public Cursor {
   }
 
   void setIndex(const QString& name) override {
-    const auto found =
-        std::find_if(table_.indexes.begin(), table_.indexes.end(), [&](const IndexInfo& index) {
-          return index.name.compare(name, Qt::CaseInsensitive) == 0;
-        });
+    const auto found = std::find_if(
+        table_.indexes.begin(), table_.indexes.end(),
+        [&](const IndexInfo& index) { return index.name.compare(name, Qt::CaseInsensitive) == 0; });
     if (found == table_.indexes.end()) {
-      throw Failure(failure::kIndexNotFound,
-                    QStringLiteral("L'indice '%1' non esiste nella tabella %2")
-                        .arg(name, table_.name));
+      throw Failure(
+          failure::kIndexNotFound,
+          QStringLiteral("L'indice '%1' non esiste nella tabella %2").arg(name, table_.name));
     }
     index_ = *found;
     ahead_.clear();

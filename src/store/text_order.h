@@ -9,9 +9,9 @@ namespace store {
 // The order and equality of text in an archive, on UTF-8. Capital and small letters are equal,
 // accented ones too (È equals è); accents differ at the second level only (e, è, é, f), so that
 // "perche" < "perché" < "perchi". Blanks and signs (“, €, ×) come before digits, digits before
-// letters, other scripts after the Latin letters by code. Composed and decomposed spellings are equal,
-// "ß" is "ss", "æ" is "ae". Any bytes are accepted: one that is no UTF-8 comes after all others.
-// The tables are this program's own: indexes on text must not change with a system upgrade.
+// letters, other scripts after the Latin letters by code. Composed and decomposed spellings are
+// equal, "ß" is "ss", "æ" is "ae". Any bytes are accepted: one that is no UTF-8 comes after all
+// others. The tables are this program's own: indexes on text must not change with a system upgrade.
 int compareText(std::string_view left, std::string_view right);
 
 // Appends the key of a text: two keys compare bytewise (memcmp, then length) as compareText

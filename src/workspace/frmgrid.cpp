@@ -1,5 +1,7 @@
 #include "workspace/frmgrid.h"
 
+#include <QSignalBlocker>
+
 #include "core/errore.h"
 #include "core/modcuore.h"
 #include "core/modutil.h"
@@ -48,14 +50,12 @@ QWidget* frmGrid::build() {
   auto* tabSelez = new platform::TabStrip(form);
   tabSelez->setObjectName(QStringLiteral("tabSelez"));
   tabSelez->setAccessibleName(QStringLiteral("Raccolte"));
+  // No collection is chosen yet, whichever tab comes first.
+  const QSignalBlocker blocker(tabSelez);
   for (const Tab& tab : kTabs) {
     tabSelez->addTab(platform::icon(QString::fromLatin1(tab.icon)), QString::fromUtf8(tab.caption),
                      QString::fromLatin1(tab.tag));
   }
-  // No tab stands for the current collection before the first is chosen.
-  tabSelez->blockSignals(true);
-  tabSelez->setCurrentIndex(-1);
-  tabSelez->blockSignals(false);
   auto* panGrd = new QWidget(form);
   panGrd->setObjectName(QStringLiteral("panGrd"));
   auto* grd = new platform::DataGrid(panGrd);

@@ -100,6 +100,16 @@ TEST_F(DataGridTest, FollowsTheRecordset) {
   EXPECT_EQ(grid_.currentIndex().column(), GridArchive::Year);
 }
 
+TEST_F(DataGridTest, ReturnsToTheRowThatCouldNotBeLeft) {
+  QObject::connect(books_.get(), &store::Recordset::aboutToMove, &grid_,
+                   [] { throw store::Failure(store::failure::kDiskError, {}); });
+  EXPECT_THROW(press(Qt::Key_Down), store::Failure);
+  EXPECT_EQ(books_->AbsolutePosition(), 0);
+  QApplication::processEvents();
+  EXPECT_EQ(row(), 0);
+  EXPECT_TRUE(grid_.selectionModel()->isRowSelected(0, {}));
+}
+
 TEST_F(DataGridTest, LeavesTheRecordsetWhereItIsWhenRowsComeAndGo) {
   goTo(5, GridArchive::Title);
   QSignalSpy moves(books_.get(), &store::Recordset::moved);

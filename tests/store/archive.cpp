@@ -8,6 +8,7 @@
 #include <QFile>
 
 #include "store/sqlite_language.h"
+#include "store/text_order.h"
 
 namespace store {
 namespace {
@@ -69,6 +70,12 @@ void Archive::outside(const QByteArray& statements) const {
   (*Outside(path_)).exec(statements.toStdString());
 }
 
+std::shared_ptr<void> Archive::hold(const QByteArray& statements) const {
+  auto program = std::make_shared<Outside>(path_);
+  (**program).exec(statements.toStdString());
+  return program;
+}
+
 QString Archive::outsideValues(const QByteArray& statement) const {
   Outside file(path_);
   SQLite::Statement query(*file, statement.toStdString());
@@ -76,14 +83,33 @@ QString Archive::outsideValues(const QByteArray& statement) const {
   while (query.executeStep()) {
     for (int i = 0; i < query.getColumnCount(); ++i) {
       const SQLite::Column value = query.getColumn(i);
-      values.append(value.isNull() ? QStringLiteral("-") : QString::fromStdString(value.getString()));
+      values.append(value.isNull() ? QStringLiteral("-")
+                                   : QString::fromStdString(value.getString()));
     }
   }
   return values.join(u' ');
 }
 
+QString randomText(std::mt19937& random) {
+  static const QStringList pieces = {"a", "A", "à", "b", "B", "è", "e",
+                                     "É", " ", "'", "“", "3", "z", "ß"};
+  QString text;
+  for (auto count = random() % 4; count > 0; --count) {
+    text += pieces[static_cast<qsizetype>(random() % static_cast<unsigned>(pieces.size()))];
+  }
+  return text;
+}
+
 QString textOf(const QVariant& value) {
   return value.isValid() ? value.toString() : QStringLiteral("-");
+}
+
+int compareValues(const QVariant& left, const QVariant& right) {
+  if (!left.isValid() || !right.isValid()) return int(left.isValid()) - int(right.isValid());
+  if (left.typeId() == QMetaType::QString) {
+    return compareText(left.toString().toStdString(), right.toString().toStdString());
+  }
+  return left.toDouble() < right.toDouble() ? -1 : int(left.toDouble() > right.toDouble());
 }
 
 QString valuesOf(Recordset& rows, const QString& field) {

@@ -1,8 +1,14 @@
 #pragma once
 
 #include <QTemporaryDir>
+#include <ostream>
+#include <random>
 
 #include "store/database.h"
+
+inline void PrintTo(const QString& text, std::ostream* out) {
+  *out << text.toStdString();
+}
 
 namespace store {
 
@@ -25,6 +31,8 @@ class Archive final {
 
   // What another program does to the file: statements in SQLite's language.
   void outside(const QByteArray& statements) const;
+  // The same, by a program that stays until the result is let go.
+  std::shared_ptr<void> hold(const QByteArray& statements) const;
   // The values that a statement of another program gives, rows parted by blanks.
   QString outsideValues(const QByteArray& statement) const;
 
@@ -37,6 +45,12 @@ class Archive final {
 // A field of all rows from the first on, parted by blanks; Null is "-".
 QString valuesOf(Recordset& rows, const QString& field);
 QString textOf(const QVariant& value);
+
+// The order of an archive's values, by definition: Null, then numbers or texts in their order.
+int compareValues(const QVariant& left, const QVariant& right);
+
+// "L'isola", "ÀB 3", ...: short texts of few letters, so that equal and nearly equal ones are many.
+QString randomText(std::mt19937& random);
 
 // The number of the failure that some work ends with, 0 without one.
 template <typename Work>

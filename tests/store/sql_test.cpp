@@ -106,7 +106,8 @@ TEST(Sql, Conditions) {
   const RecordsetPtr books = archive.open("Q_LIB");
   for (const auto& [condition, ids] : cases) {
     const QString text = QString::fromUtf8(condition);
-    expectSelections(archive, {{qUtf8Printable("SELECT * FROM Q_LIB WHERE " + text), "MAIN.ID", ids}});
+    expectSelections(archive,
+                     {{qUtf8Printable("SELECT * FROM Q_LIB WHERE " + text), "MAIN.ID", ids}});
     // The same as a search, which binds names to the recordset's own columns.
     QStringList found;
     for (books->FindFirst(text); !books->NoMatch(); books->FindNext(text)) {
@@ -119,10 +120,11 @@ TEST(Sql, Conditions) {
 TEST(Sql, BlanksAndOrderOfACompleteQuery) {
   const Archive archive;
   expectSelections(
-      archive, {{"SELECT * FROM Q_LIB  WHERE ((MAIN.Titolo Like '*r*') AND MAIN.Anno > 1956)  ORDER "
-                 "BY Autore DESC , Titolo DESC ",
-                 "MAIN.ID", "5 1 4 2 3"},
-                {" SELECT\t*\nFROM Q_LIB ORDER BY LIB.ID DESC ;  ", "MAIN.ID", "1 2 3 4 5 6 7"}});
+      archive,
+      {{"SELECT * FROM Q_LIB  WHERE ((MAIN.Titolo Like '*r*') AND MAIN.Anno > 1956)  ORDER "
+        "BY Autore DESC , Titolo DESC ",
+        "MAIN.ID", "5 1 4 2 3"},
+       {" SELECT\t*\nFROM Q_LIB ORDER BY LIB.ID DESC ;  ", "MAIN.ID", "1 2 3 4 5 6 7"}});
 }
 
 TEST(Sql, TextsOfAnyCharacters) {
@@ -134,8 +136,9 @@ TEST(Sql, TextsOfAnyCharacters) {
   rows->Update();
   QString quoted = odd;
   quoted.replace(u'\'', QStringLiteral("''"));
-  for (const QString& condition : {"Titolo = '" + quoted + "'", "Titolo = '" + quoted.toUpper() + "'",
-                                   QStringLiteral("Titolo Like 'a?%*[?]?'")}) {
+  for (const QString& condition :
+       {"Titolo = '" + quoted + "'", "Titolo = '" + quoted.toUpper() + "'",
+        QStringLiteral("Titolo Like 'a?%*[?]?'")}) {
     rows->FindFirst(condition);
     EXPECT_FALSE(rows->NoMatch()) << condition.toStdString();
     EXPECT_EQ(rows->Value("Titolo").toString(), odd);
@@ -295,6 +298,54 @@ TEST(Sql, QueriesThatGrowOrLeadToThemselves) {
   }
 }
 
+TEST(Fields, TellTheirColumns) {
+  struct Case {
+    const char* source;
+    const char* name;  // as asked for
+    FieldInfo field;
+  };
+  const std::vector<Case> cases = {
+      {"Q_LIB", "main.id", {"MAIN.ID", "MAIN", "ID", FieldKind::Counter, 0, "", false}},
+      {"Q_LIB", "LIB.ID", {"LIB.ID", "LIB", "ID", FieldKind::Long, 0, "", true}},
+      {"Q_LIB", "MAIN.Titolo", {"Titolo", "MAIN", "Titolo", FieldKind::Text, 150, "", true}},
+      {"Q_LIB", "tipoRac", {"TipoRac", "MAIN", "TipoRac", FieldKind::Short, 0, "", true}},
+      {"Q_LIB", "DtaAcq", {"DtaAcq", "MAIN", "DtaAcq", FieldKind::Date, 0, "", true}},
+      {"Q_LIB", "Autore", {"Autore", "TAB", "Desc", FieldKind::Text, 100, "TABAutoreID", false}},
+      {"Q_LIB", "Collana", {"Collana", "TAB", "Desc", FieldKind::Text, 100, "TabCollanaID", false}},
+      {"Q_GRUPPI_STEP1", "Pos", {"Pos", "TAB", "Desc", FieldKind::Text, 100, "TabPosID", false}},
+      {"SELECT MAIN.Titolo AS T, T.[Desc] AS A FROM MAIN LEFT JOIN TAB AS T ON TABAutoreID = T.ID",
+       "MAIN.Titolo",
+       {"T", "MAIN", "Titolo", FieldKind::Text, 150, "", true}},
+      {"SELECT Cod, T.[Desc] AS A FROM MAIN LEFT JOIN TAB AS T ON TABAutoreID = T.ID", "A",
+       {"A", "TAB", "Desc", FieldKind::Text, 100, "", false}},
+      {"Q_AUD", "Durata", {"Durata", "AUD", "Durata", FieldKind::Time, 0, "", true}},
+      {"Q_AUD", "Originale", {"Originale", "AUD", "Originale", FieldKind::YesNo, 0, "", true}},
+      {"SELECT Anno, Anno > 3 AS B, Left(Cod, 1) AS C FROM MAIN", "B",
+       {"B", "", "", FieldKind::YesNo, 0, "", false}},
+      {"SELECT Min(Titolo) AS M FROM MAIN", "M", {"M", "", "", FieldKind::Text, 0, "", false}},
+      {"Q_GRUPPI_STEP2", "TabID", {"TabID", "MAIN", "TABAutoreID", FieldKind::Long, 0, "", false}},
+      {"Q_GRUPPI_STEP2", "TotValore", {"TotValore", "", "", FieldKind::Number, 0, "", false}},
+      {"Q_ELENCHI_MULTIPLI_STEP1", "DescRac", {"DescRac", "", "", FieldKind::Text, 0, "", false}},
+  };
+  const Archive archive;
+  for (const Case& each : cases) {
+    const RecordsetPtr rows = archive.open(each.source);
+    const FieldInfo found = rows->Fields()[rows->FieldIndex(each.name)];
+    EXPECT_EQ(found.name, each.field.name) << each.name;
+    EXPECT_EQ(found.table + u'.' + found.column, each.field.table + u'.' + each.field.column)
+        << each.name;
+    EXPECT_EQ(found.kind, each.field.kind) << each.name;
+    EXPECT_EQ(found.size, each.field.size) << each.name;
+    EXPECT_EQ(found.lookupKey, each.field.lookupKey) << each.name;
+    EXPECT_EQ(found.updatable, each.field.updatable) << each.name;
+  }
+  const RecordsetPtr rows = archive.open("Q_LIB");
+  for (const char* name : {"ID", "MAIN.SottoTitolo", "", "TAB.ID"}) {
+    EXPECT_EQ(rows->FindField(name), -1) << name;
+    EXPECT_EQ(failureOf([&] { rows->FieldIndex(name); }), 3265) << name;
+  }
+}
+
 TEST(QueryDefs, AreStoredUnderTheirNames) {
   const Archive archive;
   const QString sql = " SELECT * FROM MAIN WHERE ID = 3 ; ";
@@ -312,7 +363,8 @@ TEST(QueryDefs, AreStoredUnderTheirNames) {
   EXPECT_EQ(failureOf([&] { archive->QueryDefSql("Q_NUOVA"); }), 3265);
   archive->CreateQueryDef("Q_NUOVA", "SELECT * FROM MAIN WHERE ID = 4");
   EXPECT_EQ(valuesOf(*archive.open("Q_NUOVA"), "ID"), "4");
-  archive.outside("UPDATE QUERYDEF SET Sql = 'SELECT * FROM MAIN WHERE ID = 5' WHERE Name = 'Q_NUOVA'");
+  archive.outside(
+      "UPDATE QUERYDEF SET Sql = 'SELECT * FROM MAIN WHERE ID = 5' WHERE Name = 'Q_NUOVA'");
   EXPECT_EQ(valuesOf(*archive.open("Q_NUOVA"), "ID"), "5");
 }
 
@@ -343,7 +395,8 @@ TEST(QueryDefs, Execute) {
   EXPECT_EQ(valuesOf(*rows, "Titolo"), "- vecchio -");
   archive->Execute("q_aggiornatitoliriviste");
   EXPECT_EQ(valuesOf(*rows, "Titolo").toStdString(), "- Il Mese n. 5 Il Mese");
-  archive->CreateQueryDef("Q_U", "UPDATE MAIN SET Valore = Valore + 1, Cod = 'a''b' WHERE ID In (1, 3)");
+  archive->CreateQueryDef("Q_U",
+                          "UPDATE MAIN SET Valore = Valore + 1, Cod = 'a''b' WHERE ID In (1, 3)");
   archive->Execute("Q_U");
   EXPECT_EQ(archive.outsideValues("SELECT Valore, Cod FROM MAIN WHERE ID < 4"),
             "13.5 a'b 10.0 - - a'b");

@@ -48,8 +48,8 @@ TEST(TextOrder, ListsAscend) {
       {"ad", "æ", "ǽ", "af"},
       {"z", "ž", "µ", "þ", "α", "ά", "β", "ω", "а", "я", "漢", "😀", "\xFF"},
       // Signs of any kind stand before digits and letters, by code; a mark on one counts later.
-      {"~", "\u00A0", "¡", "¨", "¨\u0301", "«", "¿", "×", "÷", "–", "“", "”", "…", "€", "™",
-       "→", "★", "0", "9", "a", "ª", "o", "º"},
+      {"~", "\u00A0", "¡", "¨", "¨\u0301", "«", "¿", "×", "÷", "–", "“", "”",
+       "…", "€",      "™", "→", "★",       "0", "9", "a", "ª", "o", "º"},
       {"a ", "a!", "a’", "a“b", "a”", "a0", "aa"},
       {"a", "a\x80", "a\xC3", "a\xE2\x82", "a\xE2\x83", "a\xFF"},
       // A mark without a letter before it counts for little, but it counts.

@@ -102,6 +102,8 @@ TEST_F(SourceErrors, AreToldByFileLineAndColumn) {
       {"sample/articoli.tsv", "Titolo\nA\n", "articoli.tsv:1: colonna Riferimento: "},
       {"lists/liste.tsv", lists + "POS\t-1\tBagno\t\nPOS\t-1\tBAGNO\t\n",
        "liste.tsv:3: colonna Desc: "},
+      {"lists/liste.tsv", lists + "POS\t0\tBagno\t\n", "liste.tsv:2: colonna TipoTab: "},
+      {"lists/liste.tsv", lists + "POS\tx\tBagno\t\n", "liste.tsv:2: colonna TipoRac: "},
       {"lists/liste.tsv", lists + "POS\t-1\t\t\n", "liste.tsv:2: colonna Desc: "},
       {"lists/liste.tsv", lists + "POS\t-1\tBagno\tsi\nPOS\t-1\tCucina\tsi\n",
        "liste.tsv:3: colonna Default: "},

@@ -1,0 +1,80 @@
+// The deletion of all records that a filter shows.
+
+#include "core/modcuore.h"
+#include "desk.h"
+#include "figures.h"
+#include "platform/data_control.h"
+#include "platform/message_box.h"
+#include "raw_file.h"
+#include "workspace/frmmain.h"
+
+namespace bench {
+namespace {
+
+constexpr int kDeletions = 5;         // each of a part of the list as large as the others
+constexpr int kRowsOfDeletion = 500;  // that reach the disk together
+
+using Keys = QVector<std::pair<qint64, qint64>>;
+
+// The keys of MAIN and LIB of the books from one place of the stored order to another.
+Keys booksBetween(const RawFile& file, qint64 first, qint64 count) {
+  RawStatement statement(file,
+                         "SELECT MAIN.ID, LIB.ID FROM LIB JOIN MAIN ON MAIN.RacID = LIB.ID "
+                         "ORDER BY LIB.ID LIMIT ? OFFSET ?");
+  statement.bind(1, count);
+  statement.bind(2, first);
+  Keys keys;
+  while (statement.step()) keys.append({statement.number(0), statement.number(1)});
+  return keys;
+}
+
+double deleteOurs(const Keys& keys) {
+  filterList(QStringLiteral(" WHERE LIB.ID BETWEEN %1 AND %2")
+                 .arg(keys.first().second)
+                 .arg(keys.last().second));
+  if (tavolix::dbElenco().Recordset()->RecordCount() != keys.size()) qFatal("wrong filter");
+  platform::MessageBoxSeam::setNextAnswer(platform::kYes);
+  const double seconds = secondsOf([] { tavolix::FrmMain().mnuCancellaMultiplo_Click(); });
+  if (tavolix::dbElenco().Recordset()->RecordCount() != 0) qFatal("rows are left");
+  return seconds;
+}
+
+double deleteRaw(RawFile& file, const Keys& keys) {
+  RawStatement main(file, "DELETE FROM MAIN WHERE ID = ?");
+  RawStatement detail(file, "DELETE FROM LIB WHERE ID = ?");
+  return secondsOf([&] {
+    for (qsizetype i = 0; i < keys.size(); ++i) {
+      if (i % kRowsOfDeletion == 0) file.run("BEGIN IMMEDIATE");
+      main.bind(1, keys[i].first);
+      main.execute();
+      detail.bind(1, keys[i].second);
+      detail.execute();
+      if (i % kRowsOfDeletion == kRowsOfDeletion - 1 || i == keys.size() - 1) file.run("COMMIT");
+    }
+  });
+}
+
+// Five deletions of a fifth of the books each: nothing to warm up, every row goes once.
+void deletionScene(const QStringList& files) {
+  RawFile file(files[1]);
+  const qint64 count = tavolix::dbElenco().Recordset()->RecordCount() / kDeletions;
+  for (int i = 0; i < kDeletions; ++i) {
+    const Keys keys = booksBetween(file, 0, count);
+    if (i % 2 == 0) report("ours", deleteOurs(keys));
+    report("raw", deleteRaw(file, keys));
+    if (i % 2 != 0) report("ours", deleteOurs(keys));
+  }
+}
+
+QVector<Reading> deletionFigure(const Ground& ground) {
+  const QString elimina = QStringLiteral("elimina");
+  return {compared(elimina, sidesOf(ground.play(elimina, ground.twoCopies())), 3.0)};
+}
+
+}  // namespace
+
+QVector<Figure> deletionFigures() {
+  return {{QStringLiteral("elimina"), deletionFigure, deletionScene}};
+}
+
+}  // namespace bench

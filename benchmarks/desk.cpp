@@ -1,0 +1,51 @@
+#include "desk.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+
+#include "core/modcuore.h"
+#include "core/raccolte.h"
+#include "platform/data_grid.h"
+#include "platform/form.h"
+
+namespace bench {
+
+platform::DataGrid& list() {
+  return *platform::forms()[QStringLiteral("frmGrid")].control<platform::DataGrid>(
+      QStringLiteral("grd"));
+}
+
+QWidget* mainWindow() {
+  return platform::forms()[QStringLiteral("frmMain")].Window();
+}
+
+void showAll() {
+  QCoreApplication::sendPostedEvents();
+  QCoreApplication::processEvents();
+  QEvent paint(QEvent::UpdateRequest);
+  QCoreApplication::sendEvent(mainWindow(), &paint);
+}
+
+void pressKey(QWidget* widget, int key, const QString& text) {
+  for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+    QKeyEvent event(type, key, Qt::NoModifier, text);
+    QCoreApplication::sendEvent(widget, &event);
+  }
+}
+
+void typeText(QWidget* widget, const QString& text) {
+  for (const QChar letter : text) pressKey(widget, letter.toUpper().unicode(), letter);
+}
+
+void changeCollection(int collection) {
+  tavolix::iSelRaccolta(collection);
+  showAll();
+}
+
+void filterList(const QString& filter) {
+  tavolix::aRaccolte(tavolix::iRacCorr).sFiltro = filter;
+  tavolix::DBRefresh();
+  showAll();
+}
+
+}  // namespace bench

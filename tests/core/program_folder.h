@@ -1,0 +1,87 @@
+#pragma once
+
+#include <SQLiteCpp/Database.h>
+#include <SQLiteCpp/Statement.h>
+
+#include <QDir>
+#include <QFile>
+#include <QString>
+#include <QTemporaryDir>
+#include <ostream>
+
+#include "core/modutil.h"
+#include "platform/settings_file.h"
+#include "platform/system_path.h"
+#include "store/sqlite_language.h"
+
+// So that a failed comparison shows texts, not their codes.
+inline void PrintTo(const QString& text, std::ostream* stream) {
+  *stream << '"' << text.toStdString() << '"';
+}
+
+namespace tavolix {
+
+// A connection of another program, that knows the order of texts.
+class Outside final : public SQLite::Database {
+ public:
+  Outside(const QString& path, int flags) : Database(path.toStdString(), flags) {
+    store::addLanguage(getHandle());
+  }
+};
+
+// A temporary folder of the program, with its settings and the two archives that come with it.
+class ProgramFolder final {
+ public:
+  ProgramFolder() {
+    const QString installed = qEnvironmentVariable("TAVOLIX_DATA");
+    for (const char* name : {"tvx.ini", "esempio.tvx", "modello.tvx"}) {
+      QFile::copy(installed + '/' + name, path(name));
+      QFile::setPermissions(path(name), QFile::ReadOwner | QFile::WriteOwner);
+    }
+    ImpostaCartellaProgramma(folder_.path());
+    platform::setCurrentDirectory(folder_.path());
+  }
+  ~ProgramFolder() { platform::setCurrentDirectory(QDir::currentPath()); }
+  ProgramFolder(const ProgramFolder&) = delete;
+  ProgramFolder& operator=(const ProgramFolder&) = delete;
+
+  QString path(const QString& name = {}) const { return folder_.filePath(name); }
+  void writeFile(const QString& name, const QByteArray& content) const {
+    QFile file(path(name));
+    file.open(QIODevice::WriteOnly);
+    file.write(content);
+  }
+
+  void set(const char* section, const char* key, const QString& value) const {
+    platform::writeString(path("tvx.ini"), section, key, value);
+  }
+  // The setting, or "-" if there is none.
+  QString setting(const char* section, const char* key) const {
+    return platform::readString(path("tvx.ini"), section, key, "-");
+  }
+
+  // What another program does to an archive: statements in SQLite's language.
+  void outside(const QString& statements, const QString& archive = "esempio.tvx") const {
+    Outside(path(archive), SQLite::OPEN_READWRITE).exec(statements.toStdString());
+  }
+  // What another program finds in the file: fields parted by "|", rows by line ends, Null as "-".
+  QString found(const QString& query, const QString& archive = "esempio.tvx") const {
+    Outside other(path(archive), SQLite::OPEN_READONLY);
+    SQLite::Statement statement(other, query.toStdString());
+    QStringList rows;
+    while (statement.executeStep()) {
+      QStringList fields;
+      for (int i = 0; i < statement.getColumnCount(); ++i) {
+        const SQLite::Column value = statement.getColumn(i);
+        fields << (value.isNull() ? "-" : QString::fromStdString(value.getString()));
+      }
+      rows << fields.join('|');
+    }
+    return rows.join('\n');
+  }
+
+ private:
+  QTemporaryDir folder_;
+};
+
+}  // namespace tavolix

@@ -1,0 +1,154 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "store/archive.h"
+
+namespace store {
+namespace {
+
+struct Term {
+  QString field;
+  bool descending = false;
+};
+
+class Order : public testing::Test {
+ protected:
+  static constexpr int kBooks = 500;
+
+  Order() {
+    archive_.outside("DELETE FROM MAIN; DELETE FROM LIB");
+    const auto some = [this](const QVariant& value) {
+      return random_() % 8 == 0 ? QVariant() : value;
+    };
+    const auto number = [this](unsigned below) { return static_cast<int>(random_() % below); };
+    Transaction transaction(*archive_);
+    const RecordsetPtr rows = archive_.open("Q_LIB");
+    for (int i = 0; i < kBooks; ++i) {
+      rows->AddNew();
+      rows->SetValue("RacID", kBooks * 7 - i * 7 % (kBooks * 3));
+      rows->SetValue("Titolo", some(randomText(random_)));
+      rows->SetValue("TABAutoreID", some(1 + number(9)));
+      rows->SetValue("TabCollanaID", some(1 + number(3)));
+      rows->SetValue("Anno", some(1990.0 + number(20) / 4.0));
+      rows->SetValue("DtaAcq", some(number(60) - 30));
+      rows->SetValue("Valore", some(number(2) == 0 ? 1e15 + number(3) : -0.01 * number(3)));
+      rows->SetValue("SottoTitolo", some(QString(number(3), u'x')));
+      rows->Update();
+    }
+    transaction.Commit();
+  }
+
+  // The rows as they are stored, with the values of some fields.
+  std::vector<QVariantList> stored(const QString& source, const std::vector<Term>& terms) {
+    std::vector<QVariantList> result;
+    const RecordsetPtr rows = archive_.open(source);
+    for (; !rows->Eof(); rows->MoveNext()) {
+      QVariantList values{rows->Value("MAIN.ID")};
+      for (const Term& term : terms) values.append(rows->Value(term.field));
+      result.push_back(values);
+    }
+    return result;
+  }
+
+  QStringList expected(const QString& source, const std::vector<Term>& terms) {
+    std::vector<QVariantList> rows = stored(source, terms);
+    std::stable_sort(rows.begin(), rows.end(), [&](const QVariantList& a, const QVariantList& b) {
+      for (std::size_t t = 0; t < terms.size(); ++t) {
+        const auto field = static_cast<qsizetype>(t) + 1;
+        const int order = compareValues(a[field], b[field]);
+        if (order != 0) return terms[t].descending ? order > 0 : order < 0;
+      }
+      return false;
+    });
+    QStringList ids;
+    for (const QVariantList& row : rows) ids.append(textOf(row[0]));
+    return ids;
+  }
+
+  std::mt19937 random_{3};  // NOLINT: the same rows each time
+  Archive archive_;
+};
+
+TEST_F(Order, IsThatOfAPlainSort) {
+  const std::vector<std::vector<Term>> cases = {
+      {{"Titolo"}},
+      {{"Titolo", true}},
+      {{"Autore"}},
+      {{"Autore", true}},
+      {{"Anno"}},
+      {{"DtaAcq", true}},
+      {{"Valore"}},
+      {{"Collana"}, {"SottoTitolo", true}},
+      {{"TABAutoreID"}, {"Autore"}},
+      {{"Autore", true}, {"Titolo", true}},
+      {{"Autore"}, {"Anno", true}, {"Titolo"}},
+      {{"SottoTitolo"}, {"DtaAcq"}, {"Titolo"}},
+      {{"SottoTitolo"}, {"MAIN.ID", true}},
+      {{"MAIN.RacID", true}},
+  };
+  for (const QString source : {"Q_LIB", "SELECT * FROM Q_LIB WHERE Anno > 1991 OR Anno Is Null"}) {
+    for (const std::vector<Term>& terms : cases) {
+      QStringList text;
+      for (const Term& term : terms) text.append(term.field + (term.descending ? " DESC" : ""));
+      const QString query = source + " ORDER BY " + text.join(", ");
+      const QString full = source == "Q_LIB" ? "SELECT * FROM " + query : query;
+      const QStringList ids = expected(source, terms);
+      EXPECT_GT(ids.size(), 300);
+      EXPECT_EQ(valuesOf(*archive_.open(full), "MAIN.ID"), ids.join(u' ')) << full.toStdString();
+    }
+  }
+}
+
+// Expressions, and columns of joined tables that are no texts.
+TEST_F(Order, OfComputedValues) {
+  const QString source =
+      "SELECT MAIN.*, Left(Titolo, 1) AS Iniziale, Anno - Valore AS D, T.[Default] AS Y, T.ID AS N "
+      "FROM MAIN LEFT JOIN TAB AS T ON T.ID = TABAutoreID";
+  archive_->CreateQueryDef("Q_X", source);
+  for (const QString field : {"Iniziale", "D", "Y", "N"}) {
+    const QString query = "SELECT * FROM Q_X ORDER BY " + field + " DESC";
+    EXPECT_EQ(valuesOf(*archive_.open(query), "MAIN.ID"),
+              expected("Q_X", {{field, true}}).join(u' '))
+        << query.toStdString();
+  }
+}
+
+// The order within a query that others build on decides between equal rows.
+TEST_F(Order, OfStoredQueriesBelow) {
+  archive_->CreateQueryDef("Q_X", "SELECT * FROM Q_LIB ORDER BY Titolo");
+  EXPECT_EQ(valuesOf(*archive_.open("SELECT * FROM Q_X ORDER BY Autore"), "MAIN.ID"),
+            expected("Q_LIB", {{"Autore"}, {"Titolo"}}).join(u' '));
+}
+
+// What an archive may hold where a number belongs.
+TEST_F(Order, OfValuesThatAreNoNumbers) {
+  archive_.outside("UPDATE MAIN SET TABAutoreID = 'testo' || ID, Anno = 'a' WHERE ID % 3 = 0");
+  archive_.outside(
+      "UPDATE MAIN SET TABAutoreID = 9223372036854775807, Anno = x'00' WHERE ID % 3 = 1");
+  EXPECT_EQ(archive_.open("SELECT * FROM Q_LIB ORDER BY Autore")->RecordCount(), kBooks);
+  EXPECT_EQ(archive_.open("SELECT * FROM Q_LIB ORDER BY Anno, Autore DESC")->RecordCount(), kBooks);
+}
+
+TEST_F(Order, StoredOrderIsThatOfTheFirstTable) {
+  for (const char* source : {"SELECT * FROM TAB WHERE TipoTab = 'AUTORE' AND TipoRac = 0", "TAB",
+                             "SELECT ID FROM TAB"}) {
+    const RecordsetPtr rows = archive_.open(source);
+    for (qint64 last = 0; !rows->Eof(); rows->MoveNext()) {
+      EXPECT_GT(rows->Value("ID").toLongLong(), last) << source;
+      last = rows->Value("ID").toLongLong();
+    }
+  }
+  archive_.outside("UPDATE MAIN SET RacID = 1 + ID % 5; INSERT INTO LIB (ID) VALUES (1), (2), (3)");
+  const RecordsetPtr rows = archive_.open("Q_LIB");
+  EXPECT_GT(rows->RecordCount(), 200);
+  std::pair<qint64, qint64> last;
+  for (; !rows->Eof(); rows->MoveNext()) {
+    const std::pair now(rows->Value("LIB.ID").toLongLong(), rows->Value("MAIN.ID").toLongLong());
+    EXPECT_GT(now, last);
+    last = now;
+  }
+}
+
+}  // namespace
+}  // namespace store
