@@ -17,7 +17,7 @@ constexpr int kRounds = 9;
 constexpr int kPages = 20;  // in a sample
 constexpr int kRowsOfPage = 50;
 constexpr quint32 kSeed = 1998;
-const QByteArray kJoin = " FROM MAIN JOIN LIB ON MAIN.RacID = LIB.ID ";
+const QByteArray kJoin = " FROM MAIN JOIN LIB ON MAIN.RacID = LIB.ID AND MAIN.TipoRac = 0 ";
 
 double openTime(store::Database& database, const QString& source) {
   return secondsOf([&] {

@@ -1,7 +1,8 @@
 -- The tables of an archive. Column kinds, as the record store reads them from here:
 -- TEXT(n) text of at most n characters, DOUBLE number, DATE day number (day 0 is 30 December 1899),
 -- TIME seconds, YESNO -1 or 0, LONG and SHORT whole numbers of 32 and 16 bits.
--- The index "2" of a table T is T_2; "1u" is the key column itself where no T_1u stands.
+-- The index "2" of a table T is T_2; "1u" is the key column itself where no T_1u stands. That of the
+-- collections' own tables is small beside their rows: lists are read from it.
 
 CREATE TABLE MAIN (
   ID INTEGER PRIMARY KEY AUTOINCREMENT,
@@ -31,7 +32,7 @@ CREATE TABLE MAIN (
   DescPos TEXT(50) COLLATE ITALIANO,
   Voto DOUBLE
 );
-CREATE INDEX MAIN_2 ON MAIN (RacID);
+CREATE INDEX MAIN_2 ON MAIN (TipoRac, RacID);
 
 CREATE TABLE LIB (
   ID INTEGER PRIMARY KEY,
@@ -41,6 +42,7 @@ CREATE TABLE LIB (
   TitoloOrig TEXT(100) COLLATE ITALIANO,
   Traduttore TEXT(30) COLLATE ITALIANO
 );
+CREATE UNIQUE INDEX LIB_1u ON LIB (ID);
 
 CREATE TABLE RIV (
   ID INTEGER PRIMARY KEY,
@@ -49,6 +51,7 @@ CREATE TABLE RIV (
   TABPeriodicitaID LONG,
   Data DATE
 );
+CREATE UNIQUE INDEX RIV_1u ON RIV (ID);
 
 CREATE TABLE AUD (
   ID INTEGER PRIMARY KEY,
@@ -57,6 +60,7 @@ CREATE TABLE AUD (
   NrSupporti DOUBLE,
   Originale YESNO DEFAULT 0
 );
+CREATE UNIQUE INDEX AUD_1u ON AUD (ID);
 
 CREATE TABLE VID (
   ID INTEGER PRIMARY KEY,
@@ -70,6 +74,7 @@ CREATE TABLE VID (
   Attori TEXT(30000) COLLATE ITALIANO,
   Riconoscim TEXT(30000) COLLATE ITALIANO
 );
+CREATE UNIQUE INDEX VID_1u ON VID (ID);
 
 CREATE TABLE COM (
   ID INTEGER PRIMARY KEY,
@@ -81,12 +86,14 @@ CREATE TABLE COM (
   Installato YESNO DEFAULT 0,
   Configurazione TEXT(30000) COLLATE ITALIANO
 );
+CREATE UNIQUE INDEX COM_1u ON COM (ID);
 
 CREATE TABLE MED (
   ID INTEGER PRIMARY KEY,
   DtaScad DATE,
   Ricetta YESNO DEFAULT 0
 );
+CREATE UNIQUE INDEX MED_1u ON MED (ID);
 
 CREATE TABLE OGG (
   ID INTEGER PRIMARY KEY,
@@ -94,6 +101,7 @@ CREATE TABLE OGG (
   TABCategoriaID LONG,
   Numero DOUBLE
 );
+CREATE UNIQUE INDEX OGG_1u ON OGG (ID);
 
 CREATE TABLE PER (
   ID INTEGER PRIMARY KEY,
@@ -119,6 +127,7 @@ CREATE TABLE PER (
   email TEXT(50) COLLATE ITALIANO,
   Web TEXT(50) COLLATE ITALIANO
 );
+CREATE UNIQUE INDEX PER_1u ON PER (ID);
 
 CREATE TABLE RIVSUB (
   ID INTEGER PRIMARY KEY AUTOINCREMENT,

@@ -3,12 +3,15 @@
 #include <QApplication>
 #include <QFocusEvent>
 #include <QScopedValueRollback>
+#include <QStatusBar>
 #include <QToolTip>
 #include <QValidator>
 #include <algorithm>
 
 namespace platform {
 namespace {
+
+constexpr int kTellMilliseconds = 8000;
 
 QString onOneLine(QString text) {
   text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
@@ -87,6 +90,8 @@ void LineBox::settle() {
 
 void LineBox::complain() {
   QApplication::beep();
+  const QString message = complaint() + QStringLiteral(": ") + text();
+  if (auto* status = window()->findChild<QStatusBar*>()) status->showMessage(message, kTellMilliseconds);
   if (isVisible()) QToolTip::showText(mapToGlobal(QPoint(0, height())), complaint(), this);
 }
 

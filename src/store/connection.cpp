@@ -54,11 +54,13 @@ QVariant columnValue(const SQLite::Statement& statement, int column) {
 }
 
 Connection::Connection(const QString& path, int flags)
-    : path_(path), database_(path.toStdString(), flags, kBusyMilliseconds) {
+    // One thread uses it: SQLite's own locks would cost more than a look at a column.
+    : path_(path),
+      database_(path.toStdString(), flags | SQLite::OPEN_NOMUTEX, kBusyMilliseconds) {
   harden(database_.getHandle());
   addLanguage(database_.getHandle());
   database_.exec(
-      "PRAGMA synchronous = FULL; PRAGMA cell_size_check = ON; PRAGMA cache_size = -16384;");
+      "PRAGMA synchronous = FULL; PRAGMA cell_size_check = ON; PRAGMA cache_size = -5000;");
 }
 
 Connection::~Connection() {

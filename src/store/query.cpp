@@ -174,6 +174,45 @@ sql::Statement Query::keys(bool withSortValues) const {
   return printer.take();
 }
 
+// True if an index of the first table begins with what the condition fixes, then the pointer.
+bool Query::walksAnIndex(const QString& pointer) const {
+  const Source& first = *keyTables_.front();
+  const TableInfo& table = *first.table;
+  QVector<int> wanted;
+  if (const ExprPtr& where = resolved_->where) {
+    const bool fixes = where->kind == ExprKind::Binary && where->name == QLatin1String("=") &&
+                       sourceOf(*where->args[0]) == &first &&
+                       where->args[1]->kind == ExprKind::Literal;
+    if (!fixes) return false;
+    wanted.append(table.findColumn(where->args[0]->name));
+  }
+  wanted.append(table.findColumn(pointer));
+  return std::any_of(table.indexes.begin(), table.indexes.end(),
+                     [&](const IndexInfo& index) { return index.columns == wanted; });
+}
+
+std::optional<Query::Halves> Query::halves() const {
+  const QString pointer = joinColumns().first;
+  if (pointer.isEmpty() || !sortTerms_.empty() || !keyOrder_ || keyOrderDescending_ ||
+      sourceOf(*keyOrder_) != keyTables_[1] || !walksAnIndex(pointer)) {
+    return std::nullopt;
+  }
+  const Source& first = *keyTables_[0];
+  const Source& second = *keyTables_[1];
+  if (second.table->findColumn(joinColumns().second) != second.table->keyColumn) {
+    return std::nullopt;
+  }
+  const QByteArray alias = sql::quoteName(first.alias);
+  const QByteArray column = alias + "." + sql::quoteName(pointer);
+  sql::Printer pointers;
+  pointers.text("SELECT ").text(column).text(", ").text(alias).text(".rowid FROM ");
+  pointers.text(sql::quoteName(first.table->name)).text(" AS ").text(alias);
+  pointers.where(resolved_->where, nullptr).text(" ORDER BY ").text(column).text(", ");
+  pointers.text(alias).text(".rowid");
+  const QByteArray target = sql::quoteName(second.table->name);
+  return Halves{pointers.take(), {"SELECT rowid FROM " + target + " ORDER BY rowid", {}}};
+}
+
 sql::Statement Query::keysWhere(const ExprPtr& condition) const {
   sql::Printer printer;
   if (keyTables_.empty()) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <optional>
+
 #include <QMap>
 
 #include "store/sql_printer.h"
@@ -34,6 +36,13 @@ class Query final {
 
   // Keys of all rows, then the values of sortTerms(); in the stored order.
   sql::Statement keys(bool withSortValues) const;
+  // Where the rows of the first table point at those of the second by an index, and no condition
+  // but that index's stands in the way: the two tables apart, each ordered by the common number.
+  struct Halves {
+    sql::Statement pointers;  // number pointed at, key of the first table
+    sql::Statement targets;   // key of the second table
+  };
+  std::optional<Halves> halves() const;
   // Keys of the rows that meet a condition, in any order.
   sql::Statement keysWhere(const sql::ExprPtr& condition) const;
   // One row by its keys, which are the statement's values behind those given.
@@ -57,6 +66,7 @@ class Query final {
   bool isKey(const sql::Expr& expr) const;
   bool isUnique(const sql::Expr& key) const;
   void printKeys(sql::Printer& printer) const;
+  bool walksAnIndex(const QString& pointer) const;
 
   sql::ResolvedPtr resolved_;
   QVector<FieldInfo> fields_;

@@ -11,6 +11,8 @@
 
 namespace store {
 
+class HotStatement;
+
 // The keys of a row: the row numbers of its one or two tables, packed into eight bytes.
 using RowKey = quint64;
 RowKey packKey(qint64 first, qint64 second);
@@ -57,7 +59,9 @@ class RowSet final {
 
  private:
   Connection& source() { return results_ ? results_->connection() : *connection_; }
+  RowKey keyIn(const HotStatement& row) const;
   void readKeys();
+  void mergeKeys(const Query::Halves& halves, std::vector<RowKey>& keys);
   void readSorted();
   void readResults();
   QVector<QVariant> fetch(RowKey key);

@@ -1,7 +1,5 @@
 #include "store/row_sorter.h"
 
-#include <sqlite3.h>
-
 #include <algorithm>
 #include <bit>
 #include <cmath>
@@ -96,23 +94,21 @@ RowSorter::RowSorter(Connection& connection, const std::vector<Query::SortTerm>&
   for (std::size_t t = 0; t < terms.size(); ++t) columns_[t].ofList = terms[t].list != nullptr;
 }
 
-void RowSorter::add(quint64 key, const SQLite::Statement& row, int column) {
+void RowSorter::add(quint64 key, const HotStatement& row, int column) {
   keys_.push_back(key);
-  for (Column& target : columns_) addValue(target, row.getColumn(column++));
+  for (Column& target : columns_) addValue(target, row, column++);
 }
 
-void RowSorter::addValue(Column& column, const SQLite::Column& value) {
-  const int type = value.getType();
-  if (type == SQLITE_INTEGER || type == SQLITE_FLOAT) {
-    column.values.push_back(ordered(value.getDouble()));
-  } else if (type == SQLITE_NULL || column.ofList) {
+void RowSorter::addValue(Column& target, const HotStatement& row, int column) {
+  if (row.isNumber(column)) {
+    target.values.push_back(ordered(row.real(column)));
+  } else if (row.isNull(column) || target.ofList) {
     // A text where the key of a list should be selects nothing.
-    column.values.push_back(kNull);
+    target.values.push_back(kNull);
   } else {
-    const char* text = value.getText();
-    appendSortKey({text, static_cast<std::size_t>(value.getBytes())}, column.texts);
-    column.values.push_back((1ULL << 63) + column.textEnds.size());
-    column.textEnds.push_back(column.texts.size());
+    appendSortKey(row.text(column), target.texts);
+    target.values.push_back((1ULL << 63) + target.textEnds.size());
+    target.textEnds.push_back(target.texts.size());
   }
 }
 

@@ -106,7 +106,9 @@ QString textOf(const QVariant& value) {
 
 int compareValues(const QVariant& left, const QVariant& right) {
   if (!left.isValid() || !right.isValid()) return int(left.isValid()) - int(right.isValid());
-  if (left.typeId() == QMetaType::QString) {
+  const bool isText = left.typeId() == QMetaType::QString;
+  if (isText != (right.typeId() == QMetaType::QString)) return isText ? 1 : -1;
+  if (isText) {
     return compareText(left.toString().toStdString(), right.toString().toStdString());
   }
   return left.toDouble() < right.toDouble() ? -1 : int(left.toDouble() > right.toDouble());

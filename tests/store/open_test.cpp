@@ -93,7 +93,7 @@ TEST(Open, IntegrityCheck) {
   archive->Close();
   archive.outside(
       "PRAGMA writable_schema = 1; UPDATE sqlite_schema SET sql = replace(sql, "
-      "'(RacID)', '(TipoRac)') WHERE name = 'MAIN_2'");
+      "'(TipoRac, RacID)', '(RacID, TipoRac)') WHERE name = 'MAIN_2'");
   EXPECT_FALSE(OpenDatabase(archive.path())->IntegrityCheck());
 }
 

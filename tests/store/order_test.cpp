@@ -27,6 +27,7 @@ class Order : public testing::Test {
     for (int i = 0; i < kBooks; ++i) {
       rows->AddNew();
       rows->SetValue("RacID", kBooks * 7 - i * 7 % (kBooks * 3));
+      rows->SetValue("TipoRac", 0);
       rows->SetValue("Titolo", some(randomText(random_)));
       rows->SetValue("TABAutoreID", some(1 + number(9)));
       rows->SetValue("TabCollanaID", some(1 + number(3)));
@@ -106,6 +107,9 @@ TEST_F(Order, OfComputedValues) {
       "SELECT MAIN.*, Left(Titolo, 1) AS Iniziale, Anno - Valore AS D, T.[Default] AS Y, T.ID AS N "
       "FROM MAIN LEFT JOIN TAB AS T ON T.ID = TABAutoreID";
   archive_->CreateQueryDef("Q_X", source);
+  archive_.outside(
+      "UPDATE TAB SET ID = -ID; UPDATE TAB SET ID = -7 * ID; "
+      "UPDATE MAIN SET TABAutoreID = 7 * TABAutoreID");
   for (const QString field : {"Iniziale", "D", "Y", "N"}) {
     const QString query = "SELECT * FROM Q_X ORDER BY " + field + " DESC";
     EXPECT_EQ(valuesOf(*archive_.open(query), "MAIN.ID"),
@@ -126,8 +130,12 @@ TEST_F(Order, OfValuesThatAreNoNumbers) {
   archive_.outside("UPDATE MAIN SET TABAutoreID = 'testo' || ID, Anno = 'a' WHERE ID % 3 = 0");
   archive_.outside(
       "UPDATE MAIN SET TABAutoreID = 9223372036854775807, Anno = x'00' WHERE ID % 3 = 1");
-  EXPECT_EQ(archive_.open("SELECT * FROM Q_LIB ORDER BY Autore")->RecordCount(), kBooks);
-  EXPECT_EQ(archive_.open("SELECT * FROM Q_LIB ORDER BY Anno, Autore DESC")->RecordCount(), kBooks);
+  const std::vector<std::vector<Term>> cases = {{{"Autore"}}, {{"Anno"}, {"Autore", true}}};
+  for (const std::vector<Term>& terms : cases) {
+    const QString last = terms.size() == 2 ? ", Autore DESC" : "";
+    const QString query = "SELECT * FROM Q_LIB ORDER BY " + terms.front().field + last;
+    EXPECT_EQ(valuesOf(*archive_.open(query), "MAIN.ID"), expected("Q_LIB", terms).join(u' '));
+  }
 }
 
 TEST_F(Order, StoredOrderIsThatOfTheFirstTable) {
@@ -139,7 +147,7 @@ TEST_F(Order, StoredOrderIsThatOfTheFirstTable) {
       last = rows->Value("ID").toLongLong();
     }
   }
-  archive_.outside("UPDATE MAIN SET RacID = 1 + ID % 5; INSERT INTO LIB (ID) VALUES (1), (2), (3)");
+  archive_.outside("UPDATE MAIN SET TipoRac = 0, RacID = 1 + ID % 5; INSERT INTO LIB (ID) VALUES (1), (2), (3)");
   const RecordsetPtr rows = archive_.open("Q_LIB");
   EXPECT_GT(rows->RecordCount(), 200);
   std::pair<qint64, qint64> last;
@@ -148,6 +156,9 @@ TEST_F(Order, StoredOrderIsThatOfTheFirstTable) {
     EXPECT_GT(now, last);
     last = now;
   }
+  // A book's number does not decide where records share it.
+  EXPECT_EQ(valuesOf(*archive_.open("SELECT * FROM Q_LIB ORDER BY LIB.ID, Titolo DESC"), "MAIN.ID"),
+            expected("Q_LIB", {{"LIB.ID"}, {"Titolo", true}}).join(u' '));
 }
 
 }  // namespace

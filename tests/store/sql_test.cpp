@@ -101,6 +101,7 @@ TEST(Sql, Conditions) {
       {"'L''isola' = \"l'isola\" AND 'dice \"ciao\"' = \"DICE \"\"CIAO\"\"\" AND MAIN.ID = 1", "1"},
       {"'50* di [x]' Like '50[*]*[[]x]' AND MAIN.ID = 1", "1"},
       {"(SELECT Count(*) FROM TAB WHERE TAB.ID = TABAutoreID) = 0", "3"},
+      {"(SELECT [Desc] FROM TAB WHERE TAB.ID = MAIN.ID) = 'ECO'", "1"},
       {"Valore > (SELECT Avg(Valore) FROM MAIN WHERE TipoRac = 0)", "5 2 1"},
   };
   const RecordsetPtr books = archive.open("Q_LIB");
@@ -316,11 +317,13 @@ TEST(Fields, TellTheirColumns) {
       {"SELECT MAIN.Titolo AS T, T.[Desc] AS A FROM MAIN LEFT JOIN TAB AS T ON TABAutoreID = T.ID",
        "MAIN.Titolo",
        {"T", "MAIN", "Titolo", FieldKind::Text, 150, "", true}},
-      {"SELECT Cod, T.[Desc] AS A FROM MAIN LEFT JOIN TAB AS T ON TABAutoreID = T.ID", "A",
+      {"SELECT Cod, T.[Desc] AS A FROM MAIN LEFT JOIN TAB AS T ON TABAutoreID = T.ID",
+       "A",
        {"A", "TAB", "Desc", FieldKind::Text, 100, "", false}},
       {"Q_AUD", "Durata", {"Durata", "AUD", "Durata", FieldKind::Time, 0, "", true}},
       {"Q_AUD", "Originale", {"Originale", "AUD", "Originale", FieldKind::YesNo, 0, "", true}},
-      {"SELECT Anno, Anno > 3 AS B, Left(Cod, 1) AS C FROM MAIN", "B",
+      {"SELECT Anno, Anno > 3 AS B, Left(Cod, 1) AS C FROM MAIN",
+       "B",
        {"B", "", "", FieldKind::YesNo, 0, "", false}},
       {"SELECT Min(Titolo) AS M FROM MAIN", "M", {"M", "", "", FieldKind::Text, 0, "", false}},
       {"Q_GRUPPI_STEP2", "TabID", {"TabID", "MAIN", "TABAutoreID", FieldKind::Long, 0, "", false}},

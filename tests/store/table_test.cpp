@@ -213,5 +213,23 @@ TEST(Table, EmptyAndThenNot) {
   EXPECT_EQ(rows->Value("ID"), 6);
 }
 
+TEST(Table, RowsReadAheadAreNotOld) {
+  const Archive archive;
+  const RecordsetPtr rows = archive.open("MAIN", RecordsetType::Table);
+  rows->SetIndex("2");
+  rows->MoveFirst();
+  EXPECT_EQ(rows->Value("ID"), 7);
+  const RecordsetPtr others = archive.open("SELECT * FROM MAIN WHERE ID = 6");
+  others->Delete();
+  rows->MoveNext();
+  EXPECT_EQ(rows->Value("ID"), 5);
+  others->AddNew();
+  others->SetValue("RacID", 13);
+  others->SetValue("TipoRac", 0);
+  others->Update();
+  rows->MoveNext();
+  EXPECT_EQ(rows->Value("ID"), 10);
+}
+
 }  // namespace
 }  // namespace store

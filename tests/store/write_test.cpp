@@ -303,10 +303,12 @@ TEST(Write, TransactionsNest) {
   EXPECT_EQ(row(archive, "Titolo", 1), "b");
   EXPECT_EQ(failureOf([&] { archive->CommitTrans(); }), 3034);
   archive->Rollback();
+  const DatabasePtr other = OpenDatabase(archive.path());
   archive->BeginTrans();
   rename("d");
   archive->Close();
-  EXPECT_EQ(row(archive, "Titolo", 1), "b");
+  EXPECT_EQ(other->OpenRecordset("MAIN", RecordsetType::Table)->Value("Titolo"), "b");
+  EXPECT_EQ(failureOf([&] { archive.outside("UPDATE MAIN SET Cod = 'libero'"); }), 0);
 }
 
 TEST(Write, SignalsTellRowsAndFields) {

@@ -1,0 +1,251 @@
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QHeaderView>
+#include <QTabWidget>
+#include <QTest>
+
+#include "core/campi.h"
+#include "core/modcuore.h"
+#include "core/modmain.h"
+#include "core/raccolte.h"
+#include "desk.h"
+#include "platform/bound_control.h"
+
+namespace tavolix {
+namespace {
+
+using std::function;
+
+// What the program does when archive or settings are not as they should be: it says so, and
+// goes on.
+class Faults : public Desk {
+ protected:
+  // Lets a message that may come be answered.
+  static void ready(int answers = 4) {
+    for (int i = 0; i < answers; ++i) answer(platform::kOk);
+  }
+  // The program still shows, changes and writes records.
+  void expectAlive(int collection) {
+    message();
+    selectByTab(collection);
+    EXPECT_EQ(iRacCorr, collection);
+    goTo(3);
+    EXPECT_EQ(boxText("txtCod"), cell(3, "Cod"));
+    const QString key = stored("RacID");
+    fill("txtNote", "ancora viva");
+    EXPECT_EQ(folder_.found(QStringLiteral("SELECT Note FROM MAIN WHERE TipoRac = %1 AND RacID = %2")
+                                .arg(collection)
+                                .arg(key)),
+              QString("ancora viva"));
+    EXPECT_EQ(message(), QString("-"));
+  }
+};
+
+TEST_F(Faults, ARowThatIsGone) {
+  ASSERT_TRUE(start());
+  const struct {
+    const char* way;
+    function<void()> act;
+  } cases[] = {
+      {"typing", [] { fill("txtTitolo", "Troppo tardi"); }},
+      {"a tick", [] { fill("txtVoto", "5"); }},
+      {"a cell", [] { goTo(4, "Titolo"); type("Troppo tardi"); press(Qt::Key_Return); }},
+      {"keys", [] { leave(); press(Qt::Key_Down); press(Qt::Key_Up); press(Qt::Key_Up); }},
+      {"a copy", [] { press(Qt::Key_F11); }},
+      {"a new record", [] { press(Qt::Key_F12); }},
+      {"another collection", [] { selectByTab(2); selectByTab(0); }},
+      {"sorting", [] { aRaccolte(0).sOrdine = " ORDER BY Titolo"; DBRefresh(); }},
+      {"extension", [] { trigger("mnuMaxExtension"); trigger("mnuMaxExtension"); }},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.way);
+    goTo(4);
+    const QString key = stored("RacID");
+    folder_.outside("DELETE FROM MAIN WHERE TipoRac = 0 AND RacID = " + key +
+                    "; DELETE FROM LIB WHERE ID = " + key);
+    ready();
+    c.act();
+    message();
+    // What was typed for the row is told once more, and given up with it.
+    ready();
+    press(Qt::Key_Escape);
+    selectByTab(2);
+    message();
+    expectAlive(2);
+    selectByTab(0);
+    EXPECT_EQ(status(), "Elenco completo: " + folder_.found("SELECT count(*) FROM LIB") + " records");
+  }
+}
+
+TEST_F(Faults, ADeletionOfWhatIsGone) {
+  ASSERT_TRUE(start());
+  goTo(4);
+  const QString key = stored("RacID");
+  folder_.outside("DELETE FROM MAIN WHERE TipoRac = 0 AND RacID = " + key);
+  answer(platform::kYes);
+  ready();
+  press(Qt::Key_C, Qt::AltModifier);
+  EXPECT_EQ(message(), QString("Attenzione! 48 Errore in cancellazione tab primaria"));
+  EXPECT_EQ(status(), QString("Elenco completo: 587 records"));
+  goTo(4);
+  folder_.outside("DELETE FROM LIB WHERE ID = " + stored("RacID"));
+  answer(platform::kYes);
+  ready();
+  press(Qt::Key_C, Qt::AltModifier);
+  EXPECT_EQ(message(), QString("Attenzione! 48 Errore in cancellazione tab secondaria"));
+  EXPECT_EQ(status(), QString("Elenco completo: 586 records"));
+  expectAlive(0);
+}
+
+TEST_F(Faults, AColumnThatTheListDoesNotHave) {
+  folder_.outside("UPDATE GRDCONFIG SET NomeCampo = 'Prezzo', titolo = 'Prezzo'"
+                  " WHERE NomeQuery = 'Q_LIB' AND Colonna = 1");
+  ASSERT_TRUE(start());
+  EXPECT_EQ(message(), QString("-"));
+  EXPECT_EQ(grid()->ColumnCount(), 12);
+  EXPECT_EQ(cell(0, "Prezzo"), QString(""));
+  expectAlive(0);
+  QHeaderView* head = grid()->horizontalHeader();
+  const int column = cellAt(0, "Prezzo").column();
+  ready();
+  QTest::mouseClick(head->viewport(), Qt::LeftButton, {},
+                    {head->sectionViewportPosition(column) + 8, head->height() / 2});
+  EXPECT_TRUE(message().contains("3061"));
+  EXPECT_EQ(status(), QString("Elenco completo: 588 records"));
+  // The order that cannot be does not stay in the collection's way.
+  ready();
+  selectByTab(2);
+  selectByTab(0);
+  EXPECT_EQ(message(), QString("-"));
+  EXPECT_EQ(list()->RecordCount(), 588);
+  expectAlive(0);
+}
+
+TEST_F(Faults, AListThatIsNotThere) {
+  folder_.outside("DELETE FROM QUERYDEF WHERE Name = 'Q_VID'");
+  ASSERT_TRUE(start());
+  ready();
+  selectByTab(3);
+  EXPECT_TRUE(message().contains("3078"));
+  // The form of one collection never stands beside the rows of another.
+  const store::RecordsetPtr rows = list();
+  EXPECT_TRUE(iRacCorr != 3 || rows == nullptr || !rows->IsOpen() || rows->RecordCount() == 0);
+  const QString all = folder_.found("SELECT count(*) FROM MAIN");
+  answer(platform::kYes);
+  ready();
+  press(Qt::Key_C, Qt::AltModifier);
+  EXPECT_EQ(message(), QString("-"));
+  EXPECT_EQ(folder_.found("SELECT count(*) FROM MAIN"), all);
+  ready();
+  expectAlive(2);
+}
+
+TEST_F(Faults, ALockedArchive) {
+  ASSERT_TRUE(start());
+  goTo(3);
+  const QString title = stored("Titolo");
+  {
+    Outside other(folder_.path("esempio.tvx"), SQLite::OPEN_READWRITE);
+    other.exec("BEGIN EXCLUSIVE");
+    ready();
+    fill("txtTitolo", "In attesa");
+    EXPECT_TRUE(message().contains("3260"));
+    ready(8);
+    press(Qt::Key_F12);
+    EXPECT_TRUE(message().contains("3260"));
+    other.exec("COMMIT");
+  }
+  ready(8);
+  selectByTab(2);
+  selectByTab(0);
+  message();
+  EXPECT_EQ(folder_.found("SELECT count(*) FROM LIB"), QString("588"));
+  EXPECT_EQ(folder_.found("SELECT ID FROM CONT"), QString("1538"));
+  expectAlive(0);
+  press(Qt::Key_F12);
+  EXPECT_EQ(folder_.found("SELECT count(*) FROM LIB"), QString("589"));
+}
+
+// Without its counter an archive gives no keys: nothing is made.
+TEST_F(Faults, AnArchiveWithoutACounter) {
+  folder_.outside("DELETE FROM CONT");
+  ASSERT_TRUE(start());
+  const QString all = folder_.found("SELECT count(*), max(RacID), min(RacID) FROM MAIN");
+  for (const Qt::Key key : {Qt::Key_F12, Qt::Key_F11}) {
+    ready();
+    press(key);
+    EXPECT_TRUE(message().endsWith("Procedura: cuore!lNewCont"));
+    EXPECT_EQ(folder_.found("SELECT count(*), max(RacID), min(RacID) FROM MAIN"), all);
+  }
+  expectAlive(2);
+}
+
+TEST_F(Faults, AFilterOrOrderThatCannotBe) {
+  ASSERT_TRUE(start());
+  for (const char* text : {" WHERE Prezzo > 1", " WHERE (", " ORDER BY Niente"}) {
+    SCOPED_TRACE(text);
+    QString& part = QString(text).contains("ORDER") ? aRaccolte(0).sOrdine : aRaccolte(0).sFiltro;
+    part = text;
+    ready();
+    DBRefresh();
+    EXPECT_TRUE(message().endsWith("Procedura: modCuore!DBRefresh"));
+    EXPECT_EQ(list()->RecordCount(), 588);
+    part.clear();
+    expectAlive(0);
+  }
+}
+
+TEST_F(Faults, SettingsThatAreNoSettings) {
+  const struct {
+    const char* way;
+    function<void(const QString&)> spoil;
+  } cases[] = {
+      {"folder", [](const QString& path) { QFile::remove(path); QDir().mkdir(path); }},
+      {"bytes", [](const QString& path) {
+         QFile file(path);
+         file.open(QIODevice::WriteOnly);
+         file.write(QByteArray("[Application]\0\xFF\xFE", 16));
+       }},
+      {"missing", [](const QString& path) { QFile::remove(path); }},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.way);
+    ASSERT_TRUE(start());
+    c.spoil(folder_.path("tvx.ini"));
+    expectAlive(5);
+    selectByTab(0);
+    ready();
+    trigger("mnuFileChiudi");
+    EXPECT_EQ(message(), QString("-"));
+    end();
+    QDir(folder_.path("tvx.ini")).removeRecursively();
+    c.spoil(folder_.path("tvx.ini"));
+    ready();
+    EXPECT_FALSE(start());
+    EXPECT_EQ(message(), QString("Attenzione! 48 Nessun archivio da aprire."));
+    end();
+    QDir(folder_.path("tvx.ini")).removeRecursively();
+    QFile::remove(folder_.path("tvx.ini"));
+    QFile::copy(qEnvironmentVariable("TAVOLIX_DATA") + "/tvx.ini", folder_.path("tvx.ini"));
+  }
+}
+
+TEST_F(Faults, AFileTakenAway) {
+  ASSERT_TRUE(start());
+  QFile::rename(folder_.path("esempio.tvx"), folder_.path("altrove.tvx"));
+  ready(20);
+  fill("txtTitolo", "Dove");
+  press(Qt::Key_Down);
+  selectByTab(2);
+  press(Qt::Key_F12);
+  press(Qt::Key_Escape);
+  message();
+  QFile::rename(folder_.path("altrove.tvx"), folder_.path("esempio.tvx"));
+  ready(20);
+  selectByTab(0);
+  expectAlive(0);
+}
+
+}  // namespace
+}  // namespace tavolix
