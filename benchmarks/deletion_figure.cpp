@@ -18,9 +18,10 @@ using Keys = QVector<std::pair<qint64, qint64>>;
 
 // The keys of MAIN and LIB of the books from one place of the stored order to another.
 Keys booksBetween(const RawFile& file, qint64 first, qint64 count) {
-  RawStatement statement(file,
-                         "SELECT MAIN.ID, LIB.ID FROM LIB JOIN MAIN ON MAIN.RacID = LIB.ID "
-                         "ORDER BY LIB.ID LIMIT ? OFFSET ?");
+  RawStatement statement(
+      file,
+      "SELECT MAIN.ID, LIB.ID FROM LIB JOIN MAIN ON MAIN.RacID = LIB.ID AND MAIN.TipoRac = 0 "
+      "ORDER BY LIB.ID LIMIT ? OFFSET ?");
   statement.bind(1, count);
   statement.bind(2, first);
   Keys keys;

@@ -91,7 +91,8 @@ void LineBox::settle() {
 void LineBox::complain() {
   QApplication::beep();
   const QString message = complaint() + QStringLiteral(": ") + text();
-  if (auto* status = window()->findChild<QStatusBar*>()) status->showMessage(message, kTellMilliseconds);
+  if (auto* status = window()->findChild<QStatusBar*>())
+    status->showMessage(message, kTellMilliseconds);
   if (isVisible()) QToolTip::showText(mapToGlobal(QPoint(0, height())), complaint(), this);
 }
 

@@ -139,7 +139,12 @@ void RecordModel::connectChanges() {
 
 void RecordModel::resolveFields() {
   fields_.clear();
-  for (const GridColumn& column : std::as_const(columns_)) fields_ << fieldsOf(column);
+  QVector<int> shown;
+  for (const GridColumn& column : std::as_const(columns_)) {
+    fields_ << fieldsOf(column);
+    shown << fields_.last().shown << fields_.last().key;
+  }
+  if (recordset_ != nullptr) recordset_->ExpectFields(shown);
 }
 
 RecordModel::Fields RecordModel::fieldsOf(const GridColumn& column) const {

@@ -55,8 +55,7 @@ QVariant columnValue(const SQLite::Statement& statement, int column) {
 
 Connection::Connection(const QString& path, int flags)
     // One thread uses it: SQLite's own locks would cost more than a look at a column.
-    : path_(path),
-      database_(path.toStdString(), flags | SQLite::OPEN_NOMUTEX, kBusyMilliseconds) {
+    : path_(path), database_(path.toStdString(), flags | SQLite::OPEN_NOMUTEX, kBusyMilliseconds) {
   harden(database_.getHandle());
   addLanguage(database_.getHandle());
   database_.exec(

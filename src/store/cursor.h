@@ -57,6 +57,7 @@ class Cursor {
   virtual qint64 placeBehind() const { return -1; }
   virtual void setPlace(qint64) {}
   virtual QVariant valueAt(qint64, int) { return {}; }
+  virtual void expect(const QVector<int>&) {}
   virtual const std::vector<qint64>& hits(const QString& condition) = 0;
 
   // Table recordsets only.

@@ -7,9 +7,9 @@ namespace store {
 
 HotStatement::HotStatement(Connection& connection, const sql::Statement& statement)
     : connection_(connection) {
-  const int code = sqlite3_prepare_v2(connection_.database().getHandle(),
-                                      statement.text.constData(),
-                                      static_cast<int>(statement.text.size()), &statement_, nullptr);
+  const int code =
+      sqlite3_prepare_v2(connection_.database().getHandle(), statement.text.constData(),
+                         static_cast<int>(statement.text.size()), &statement_, nullptr);
   if (code != SQLITE_OK) fail();
   bind(statement.values);
 }
@@ -63,12 +63,16 @@ bool HotStatement::isNumber(int column) const {
   return type == SQLITE_INTEGER || type == SQLITE_FLOAT;
 }
 
+bool HotStatement::isInteger(int column) const {
+  return sqlite3_column_type(statement_, column) == SQLITE_INTEGER;
+}
+
 std::string_view HotStatement::text(int column) const {
   const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement_, column));
   return text == nullptr
              ? std::string_view()
-             : std::string_view(text, static_cast<std::size_t>(
-                                          sqlite3_column_bytes(statement_, column)));
+             : std::string_view(text,
+                                static_cast<std::size_t>(sqlite3_column_bytes(statement_, column)));
 }
 
 }  // namespace store

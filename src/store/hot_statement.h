@@ -22,6 +22,7 @@ class HotStatement final {
   double real(int column) const;
   bool isNull(int column) const;
   bool isNumber(int column) const;
+  bool isInteger(int column) const;
   // Bytes of a text, valid until the next step.
   std::string_view text(int column) const;
 

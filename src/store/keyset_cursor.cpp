@@ -32,7 +32,13 @@ class KeysetCursor final : public Cursor {
     arrive(std::clamp<qint64>(target, -1, count()));
   }
 
-  QVariant value(int field) override { return existing(at_.row)[field]; }
+  // A key is known without a look at the row.
+  QVariant value(int field) override {
+    const int table = rows_->query().keyTableOf(field);
+    if (table < 0) return existing(at_.row)[field];
+    const RowKey key = rows_->keyAt(at_.row);
+    return static_cast<qlonglong>(table == 0 ? firstKey(key) : secondKey(key));
+  }
 
   QByteArray bookmark() const override {
     const RowKey key = rows_->keyAt(at_.row);
@@ -102,9 +108,11 @@ class KeysetCursor final : public Cursor {
 
   QVariant valueAt(qint64 place, int field) override {
     if (place < 0 || place >= count()) return {};
+    if (place != at_.row || at_.gone) return rows_->cell(place, field);
     const QVector<QVariant>& row = rows_->row(place);
     return row.isEmpty() ? QVariant() : row[field];
   }
+  void expect(const QVector<int>& fields) override { rows_->expect(fields); }
 
   const std::vector<qint64>& hits(const QString& condition) override {
     return rows_->hits(condition);

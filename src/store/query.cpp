@@ -224,15 +224,29 @@ sql::Statement Query::keysWhere(const ExprPtr& condition) const {
   return printer.take();
 }
 
-sql::Statement Query::rowByKeys() const {
-  if (keyTables_.empty()) {
-    return {"SELECT * FROM " + sql::quoteName(resultName()) + " WHERE rowid = ?", {}};
-  }
+int Query::keyTableOf(int field) const {
+  const Expr& expr = *resolved_->columns[static_cast<std::size_t>(field)].expr;
+  const int table = tableOf_[field];
+  return table >= 0 && isKeyOf(expr, *keyTables_[static_cast<std::size_t>(table)]) ? table : -1;
+}
+
+sql::Statement Query::rowByKeys(const QVector<int>& fields) const {
   sql::Printer printer;
   bool first = true;
-  for (const sql::OutColumn& column : resolved_->columns) {
-    printer.text(first ? "SELECT " : ", ").value(*column.expr);
+  for (const int field : fields) {
+    printer.text(first ? "SELECT " : ", ");
     first = false;
+    if (keyTables_.empty()) {
+      printer.text(sql::quoteName(resultColumn(field)));
+    } else {
+      printer.value(*resolved_->columns[static_cast<std::size_t>(field)].expr);
+    }
+  }
+  if (keyTables_.empty()) {
+    return printer.text(" FROM ")
+        .text(sql::quoteName(resultName()))
+        .text(" WHERE rowid = ?")
+        .take();
   }
   printer.text(" FROM ").sources(*resolved_);
   first = true;

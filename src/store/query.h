@@ -1,8 +1,7 @@
 #pragma once
 
-#include <optional>
-
 #include <QMap>
+#include <optional>
 
 #include "store/sql_printer.h"
 
@@ -45,8 +44,10 @@ class Query final {
   std::optional<Halves> halves() const;
   // Keys of the rows that meet a condition, in any order.
   sql::Statement keysWhere(const sql::ExprPtr& condition) const;
-  // One row by its keys, which are the statement's values behind those given.
-  sql::Statement rowByKeys() const;
+  // Some fields of one row by its keys, which are the statement's values behind those given.
+  sql::Statement rowByKeys(const QVector<int>& fields) const;
+  // Place in keyTables() of the table whose key a field is, -1 if it is none.
+  int keyTableOf(int field) const;
   sql::ExprPtr condition(const QString& text, const Catalog& catalog) const;
 
   // Without keys, all rows are to be copied to a table of this name and with these columns, in

@@ -235,6 +235,11 @@ void Recordset::SetValue(int field, const QVariant& value) {
   touched_[field] = true;
 }
 
+void Recordset::ExpectFields(const QVector<int>& fields) {
+  requireOpen();
+  cursor_->expect(fields);
+}
+
 QVariant Recordset::ValueAt(qint64 position, int field) const {
   requireOpen();
   requireField(field);

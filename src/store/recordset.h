@@ -65,6 +65,8 @@ class Recordset final : public RecordsetSignals {
   void SetValue(int field, const QVariant& value);
   // A value of any row, without moving; Null where the row has gone. Not for table recordsets.
   QVariant ValueAt(qint64 position, int field) const;
+  // The fields that ValueAt will be asked for, so that rows are read with just these at once.
+  void ExpectFields(const QVector<int>& fields);
 
   EditMode Mode() const { return mode_; }
   void AddNew();

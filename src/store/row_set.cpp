@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <numeric>
 
 #include "store/hot_statement.h"
 #include "store/row_sorter.h"
@@ -16,6 +17,12 @@ constexpr qint64 kAhead = 32;
 const Catalog& upToDate(Connection& connection) {
   connection.lookForWrites();
   return connection;
+}
+
+QVector<int> allFields(const Query& query) {
+  QVector<int> fields(query.fields().size());
+  std::iota(fields.begin(), fields.end(), 0);
+  return fields;
 }
 
 }  // namespace
@@ -37,7 +44,8 @@ qint64 secondKey(RowKey key) {
 
 RowSet::RowSet(std::shared_ptr<Connection> connection, const QString& source)
     : connection_(std::move(connection)), text_(source), query_(source, upToDate(*connection_)) {
-  row_ = query_.rowByKeys();
+  slots_ = QVector<int>(query_.fields().size(), -1);
+  whole_ = query_.rowByKeys(allFields(query_));
   const Connection::Reading reading(*connection_);
   if (query_.keyTables().empty()) {
     readResults();
@@ -76,6 +84,8 @@ void RowSet::mergeKeys(const Query::Halves& halves, std::vector<RowKey>& keys) {
   HotStatement targets(*connection_, halves.targets);
   bool more = targets.step();
   while (more && pointers.step()) {
+    // Null points at no row, neither does a text.
+    if (!pointers.isInteger(0)) continue;
     const qint64 wanted = pointers.integer(0);
     while (more && targets.integer(0) < wanted) more = targets.step();
     if (more && targets.integer(0) == wanted) keys.push_back(packKey(pointers.integer(1), wanted));
@@ -112,6 +122,7 @@ void RowSet::append(RowKey key) {
 
 void RowSet::remove(qint64 place) {
   read_.erase(keyAt(place));
+  current_.valid = false;
   keys_.erase(keys_.begin() + place);
   hits_ = Hits();
   for (Place* other : places_) {
@@ -120,11 +131,11 @@ void RowSet::remove(qint64 place) {
   }
 }
 
-QVector<QVariant> RowSet::fetch(RowKey key) {
+QVector<QVariant> RowSet::fetch(RowKey key, const sql::Statement& statement) {
   QVector<QVariant> values;
-  const auto lease = source().prepare(row_);
+  const auto lease = source().prepare(statement);
   guarded([&] {
-    const int place = static_cast<int>(row_.values.size()) + 1;
+    const int place = static_cast<int>(statement.values.size()) + 1;
     lease->bind(place, static_cast<int64_t>(firstKey(key)));
     if (query_.keyTables().size() == 2)
       lease->bind(place + 1, static_cast<int64_t>(secondKey(key)));
@@ -147,13 +158,41 @@ bool RowSet::isRead(qint64 place) const {
 }
 
 const QVector<QVariant>& RowSet::row(qint64 place) {
+  const RowKey key = keyAt(place);
+  if (!current_.valid || current_.key != key || current_.readAt != connection_->writes()) {
+    connection_->lookForWrites();
+    current_ = {key, connection_->writes(), true, fetch(key, whole_)};
+  }
+  return current_.values;
+}
+
+void RowSet::expect(const QVector<int>& fields) {
+  bool grown = false;
+  for (const int field : fields) {
+    if (field < 0 || slots_[field] >= 0) continue;
+    slots_[field] = 0;
+    grown = true;
+  }
+  if (!grown) return;
+  QVector<int> wanted;
+  for (int field = 0; field < slots_.size(); ++field) {
+    if (slots_[field] < 0) continue;
+    slots_[field] = static_cast<int>(wanted.size());
+    wanted.append(field);
+  }
+  part_ = query_.rowByKeys(wanted);
+  read_.clear();
+}
+
+QVariant RowSet::cell(qint64 place, int field) {
+  expect({field});
   forgetIfWritten();
   auto found = read_.find(keyAt(place));
   if (found == read_.end()) {
     fetchAround(place);
     found = read_.find(keyAt(place));
   }
-  return found->second;
+  return found->second.isEmpty() ? QVariant() : found->second[slots_[field]];
 }
 
 // Who has come from a row next to this one is likely to go on.
@@ -165,14 +204,15 @@ void RowSet::fetchAround(qint64 place) {
   const qint64 first = isRead(place + 1) ? std::max<qint64>(place - kAhead + 1, 0) : place;
   const qint64 last = isRead(place - 1) ? std::min(place + kAhead, count()) - 1 : place;
   for (qint64 i = first; i <= last; ++i) {
-    if (!isRead(i)) read_.emplace(keyAt(i), fetch(keyAt(i)));
+    if (!isRead(i)) read_.emplace(keyAt(i), fetch(keyAt(i), part_));
   }
 }
 
 void RowSet::refresh(qint64 place) {
   connection_->lookForWrites();
   forgetIfWritten();
-  read_[keyAt(place)] = fetch(keyAt(place));
+  read_.erase(keyAt(place));
+  current_.valid = false;
 }
 
 const std::vector<qint64>& RowSet::hits(const QString& condition) {

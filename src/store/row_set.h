@@ -50,8 +50,12 @@ class RowSet final {
   void append(RowKey key);
   void remove(qint64 place);
 
-  // The values of a row; empty if the row has gone from the archive.
+  // All values of a row, for the row that is worked on; empty if it has gone from the archive.
   const QVector<QVariant>& row(qint64 place);
+  // One value of a row, for a list of many; Null if the row has gone. Only the fields that were
+  // expected, or asked for before, are read for the rows around.
+  QVariant cell(qint64 place, int field);
+  void expect(const QVector<int>& fields);
   // Forgets what was read before, and reads one row again.
   void refresh(qint64 place);
   // Places of the rows that meet a condition, in order; kept until something is written.
@@ -64,7 +68,7 @@ class RowSet final {
   void mergeKeys(const Query::Halves& halves, std::vector<RowKey>& keys);
   void readSorted();
   void readResults();
-  QVector<QVariant> fetch(RowKey key);
+  QVector<QVariant> fetch(RowKey key, const sql::Statement& statement);
   void fetchAround(qint64 place);
   bool isRead(qint64 place) const;
   void forgetIfWritten();
@@ -73,12 +77,20 @@ class RowSet final {
   std::shared_ptr<Connection> connection_;
   QString text_;
   Query query_;
-  sql::Statement row_;
+  sql::Statement whole_;
+  sql::Statement part_;
+  QVector<int> slots_;  // place of a field in what is read for lists, -1 if it is not read
   std::unique_ptr<ResultTable> results_;  // of a query without keys
   std::vector<RowKey> keys_;
   std::vector<Place*> places_;
   std::unordered_map<RowKey, QVector<QVariant>> read_;
   quint64 readAt_ = 0;
+  struct Whole {
+    RowKey key = 0;
+    quint64 readAt = 0;
+    bool valid = false;
+    QVector<QVariant> values;
+  } current_;
   struct Hits {
     QString condition;
     quint64 writes = 0;

@@ -75,8 +75,6 @@ class frmMain final : public platform::Form {
   void title(const QString& text);
 
   void refreshAfterDeletion();
-  void deleteDetail(qint64 racID);
-  void deleteChildren(qint64 racID);
   void deleteAllShown();
   QString deletionQuestion();
 

@@ -51,6 +51,56 @@ store::RecordsetPtr tableByKey(const QString& name) {
   return rs;
 }
 
+// Deletes records of a collection: main row, detail row, then the rows of the sub-collection.
+class RecordEraser final {
+ public:
+  explicit RecordEraser(const tRaccolta& raccolta)
+      : raccolta_(raccolta),
+        main_(tableByKey(raccolta.sTabPrincipale)),
+        detail_(tableByKey(raccolta.sTabDettaglio)) {}
+  ~RecordEraser() {
+    main_->Close();
+    detail_->Close();
+  }
+  RecordEraser(const RecordEraser&) = delete;
+  RecordEraser& operator=(const RecordEraser&) = delete;
+
+  void erase(qint64 lID) {
+    main_->Seek(QStringLiteral("="), {lID});
+    if (main_->NoMatch()) {
+      iMsg(QStringLiteral("Errore in cancellazione tab primaria"), 0);
+      return;
+    }
+    const qint64 racID = NullAZero(main_->Value(QStringLiteral("RacID"))).toLongLong();
+    main_->Delete();
+    detail_->Seek(QStringLiteral("="), {racID});
+    if (detail_->NoMatch()) {
+      iMsg(QStringLiteral("Errore in cancellazione tab secondaria"), 0);
+      return;
+    }
+    detail_->Delete();
+    if (raccolta_.iSottoRaccolta != -1) eraseChildren(racID);
+  }
+
+ private:
+  void eraseChildren(qint64 racID) const {
+    const tRaccolta& sub = aRaccolte(raccolta_.iSottoRaccolta);
+    const store::RecordsetPtr rows = dbArc->OpenRecordset(
+        QStringLiteral("SELECT * FROM ") + sub.sQuery + QStringLiteral(" WHERE ") +
+            sub.sCampoPadre + u'=' + QString::number(racID),
+        store::RecordsetType::Dynaset);
+    while (!rows->NoMatch() && !rows->Eof()) {
+      rows->Delete();
+      rows->MoveNext();
+    }
+    rows->Close();
+  }
+
+  const tRaccolta& raccolta_;
+  store::RecordsetPtr main_;
+  store::RecordsetPtr detail_;
+};
+
 }  // namespace
 
 void frmMain::Salva() {
@@ -136,42 +186,8 @@ void frmMain::refreshAfterDeletion() {
 void frmMain::CancellaRecord(qint64 lID) {
   protetto("frmMain!CancellaRecord", [&] {
     const WriteGroup group(dbArc);
-    const store::RecordsetPtr main = tableByKey(aRaccolte(iRacCorr).sTabPrincipale);
-    main->Seek(QStringLiteral("="), {lID});
-    if (main->NoMatch()) {
-      iMsg(QStringLiteral("Errore in cancellazione tab primaria"), 0);
-      return;
-    }
-    const qint64 racID = NullAZero(main->Value(QStringLiteral("RacID"))).toLongLong();
-    main->Delete();
-    main->Close();
-    deleteDetail(racID);
+    RecordEraser(aRaccolte(iRacCorr)).erase(lID);
   });
-}
-
-void frmMain::deleteDetail(qint64 racID) {
-  const store::RecordsetPtr detail = tableByKey(aRaccolte(iRacCorr).sTabDettaglio);
-  detail->Seek(QStringLiteral("="), {racID});
-  if (detail->NoMatch()) {
-    iMsg(QStringLiteral("Errore in cancellazione tab secondaria"), 0);
-    return;
-  }
-  detail->Delete();
-  detail->Close();
-  if (aRaccolte(iRacCorr).iSottoRaccolta != -1) deleteChildren(racID);
-}
-
-void frmMain::deleteChildren(qint64 racID) {
-  const tRaccolta& sub = aRaccolte(aRaccolte(iRacCorr).iSottoRaccolta);
-  const store::RecordsetPtr rows = dbArc->OpenRecordset(
-      QStringLiteral("SELECT * FROM ") + sub.sQuery + QStringLiteral(" WHERE ") + sub.sCampoPadre +
-          u'=' + QString::number(racID),
-      store::RecordsetType::Dynaset);
-  while (!rows->NoMatch() && !rows->Eof()) {
-    rows->Delete();
-    rows->MoveNext();
-  }
-  rows->Close();
 }
 
 void frmMain::mnuCancellaMultiplo_Click() {
@@ -190,11 +206,13 @@ void frmMain::mnuCancellaMultiplo_Click() {
 // Walks a clone, so that list and form do not follow row by row.
 void frmMain::deleteAllShown() {
   const store::RecordsetPtr rs = dbElenco().Recordset()->Clone();
+  const int id = rs->FieldIndex(kMainId);
+  RecordEraser eraser(aRaccolte(iRacCorr));
   rs->MoveFirst();
   while (!rs->Eof()) {
     WriteGroup group(dbArc);
     for (int i = 0; i < kGroup && !rs->Eof(); ++i) {
-      CancellaRecord(rs->Value(kMainId).toLongLong());
+      protetto("frmMain!CancellaRecord", [&] { eraser.erase(rs->Value(id).toLongLong()); });
       rs->MoveNext();
     }
     group.Commit();

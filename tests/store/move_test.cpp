@@ -299,7 +299,7 @@ TEST(Find, AmongGroups) {
   EXPECT_EQ(rows->Value("Desc"), "Calvino");
   rows->FindNext("TotQuantita = 2");
   EXPECT_EQ(rows->Value("desc"), "Eco");
-  rows->FindLast("[Desc] = 'CALVINO'");
+  rows->FindLast("[Desc] Between 'CALVINO' And 'CALVINO'");
   EXPECT_EQ(rows->Value("TotValore"), 15.0);
   {
     const Transaction transaction(*archive);

@@ -147,7 +147,8 @@ TEST_F(Order, StoredOrderIsThatOfTheFirstTable) {
       last = rows->Value("ID").toLongLong();
     }
   }
-  archive_.outside("UPDATE MAIN SET TipoRac = 0, RacID = 1 + ID % 5; INSERT INTO LIB (ID) VALUES (1), (2), (3)");
+  archive_.outside(
+      "UPDATE MAIN SET TipoRac = 0, RacID = 1 + ID % 5; INSERT INTO LIB (ID) VALUES (1), (2), (3)");
   const RecordsetPtr rows = archive_.open("Q_LIB");
   EXPECT_GT(rows->RecordCount(), 200);
   std::pair<qint64, qint64> last;
@@ -159,6 +160,21 @@ TEST_F(Order, StoredOrderIsThatOfTheFirstTable) {
   // A book's number does not decide where records share it.
   EXPECT_EQ(valuesOf(*archive_.open("SELECT * FROM Q_LIB ORDER BY LIB.ID, Titolo DESC"), "MAIN.ID"),
             expected("Q_LIB", {{"LIB.ID"}, {"Titolo", true}}).join(u' '));
+}
+
+// Rows that point nowhere, at the same row or at what is no number: the join decides.
+TEST_F(Order, OfRowsThatShareAndMissTheirOthers) {
+  archive_.outside(
+      "INSERT INTO LIB (ID) VALUES (-5), (0), (1), (2);"
+      "UPDATE MAIN SET RacID = CASE ID % 9 WHEN 0 THEN NULL WHEN 1 THEN 'testo' WHEN 2 THEN 1.5 "
+      "WHEN 3 THEN -5 WHEN 4 THEN 0 WHEN 5 THEN ID % 4 WHEN 6 THEN 999999 ELSE RacID END");
+  const QString joined = archive_.outsideValues(
+      "SELECT MAIN.ID FROM MAIN JOIN LIB ON RacID = LIB.ID WHERE TipoRac = 0 "
+      "ORDER BY LIB.ID, MAIN.ID");
+  EXPECT_GT(joined.count(u' '), 200);
+  EXPECT_EQ(valuesOf(*archive_.open("Q_LIB"), "MAIN.ID"), joined);
+  EXPECT_EQ(archive_.open("SELECT * FROM Q_LIB ORDER BY Titolo")->RecordCount(),
+            joined.count(u' ') + 1);
 }
 
 }  // namespace
