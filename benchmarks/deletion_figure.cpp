@@ -1,11 +1,11 @@
 // The deletion of all records that a filter shows.
 
+#include "books.h"
 #include "core/modcuore.h"
 #include "desk.h"
 #include "figures.h"
 #include "platform/data_control.h"
 #include "platform/message_box.h"
-#include "raw_file.h"
 #include "workspace/frmmain.h"
 
 namespace bench {
@@ -13,21 +13,6 @@ namespace {
 
 constexpr int kDeletions = 5;         // each of a part of the list as large as the others
 constexpr int kRowsOfDeletion = 500;  // that reach the disk together
-
-using Keys = QVector<std::pair<qint64, qint64>>;
-
-// The keys of MAIN and LIB of the books from one place of the stored order to another.
-Keys booksBetween(const RawFile& file, qint64 first, qint64 count) {
-  RawStatement statement(
-      file,
-      "SELECT MAIN.ID, LIB.ID FROM LIB JOIN MAIN ON MAIN.RacID = LIB.ID AND MAIN.TipoRac = 0 "
-      "ORDER BY LIB.ID LIMIT ? OFFSET ?");
-  statement.bind(1, count);
-  statement.bind(2, first);
-  Keys keys;
-  while (statement.step()) keys.append({statement.number(0), statement.number(1)});
-  return keys;
-}
 
 double deleteOurs(const Keys& keys) {
   filterList(QStringLiteral(" WHERE LIB.ID BETWEEN %1 AND %2")
@@ -60,7 +45,7 @@ void deletionScene(const QStringList& files) {
   RawFile file(files[1]);
   const qint64 count = tavolix::dbElenco().Recordset()->RecordCount() / kDeletions;
   for (int i = 0; i < kDeletions; ++i) {
-    const Keys keys = booksBetween(file, 0, count);
+    const Keys keys = firstBooks(file, count);
     if (i % 2 == 0) report("ours", deleteOurs(keys));
     report("raw", deleteRaw(file, keys));
     if (i % 2 != 0) report("ours", deleteOurs(keys));

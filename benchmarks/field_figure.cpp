@@ -1,12 +1,12 @@
 // A field typed and left: the row is written and shown.
 
+#include "books.h"
 #include "core/modcuore.h"
 #include "core/raccolte.h"
 #include "desk.h"
 #include "figures.h"
 #include "platform/data_control.h"
 #include "platform/form.h"
-#include "raw_file.h"
 
 namespace bench {
 namespace {
@@ -40,22 +40,23 @@ double typeTitle(const QString& title) {
 void fieldScene(const QStringList& files) {
   const RawFile file(files[1]);
   RawStatement update(file, "UPDATE MAIN SET Titolo = ? WHERE ID = ?");
+  const Keys books = firstBooks(file, (kWrites + 1) * kRowStep + 1);
   int rounds[2] = {0, 0};
   const auto title = [](int round) { return QStringLiteral("Titolo di prova %1").arg(round); };
   const auto ours = [&] {
     const int round = ++rounds[0];
     tavolix::dbElenco().Recordset()->SetAbsolutePosition(round * kRowStep);
     showAll();
+    if (valueOf("MAIN.ID") != books.value(round * kRowStep).first) qFatal("another row");
     const double seconds = typeTitle(title(round));
     if (valueOf("Titolo") != title(round)) qFatal("the title was not written");
     return seconds;
   };
-  const qint64 firstKey = valueOf("MAIN.ID").toLongLong();
   const auto raw = [&] {
     const int round = ++rounds[1];
     return secondsOf([&] {
       update.bind(1, title(round).toUtf8());
-      update.bind(2, firstKey + round * kRowStep);
+      update.bind(2, books.value(round * kRowStep).first);
       update.execute();
     });
   };

@@ -5,8 +5,8 @@
 #include <QStringList>
 #include <random>
 
+#include "books.h"
 #include "figures.h"
-#include "raw_file.h"
 #include "store/database.h"
 
 namespace bench {
@@ -17,7 +17,6 @@ constexpr int kRounds = 9;
 constexpr int kPages = 20;  // in a sample
 constexpr int kRowsOfPage = 50;
 constexpr quint32 kSeed = 1998;
-const QByteArray kJoin = " FROM MAIN JOIN LIB ON MAIN.RacID = LIB.ID AND MAIN.TipoRac = 0 ";
 
 double openTime(store::Database& database, const QString& source) {
   return secondsOf([&] {
@@ -42,7 +41,7 @@ QVector<Reading> keyFigure(const Ground& ground, const QString& name, const QStr
   const RawFile file(ground.archive());
   const Sides sides = inTurn(
       kRounds, [&] { return openTime(*database, source); },
-      [&] { return rawKeysTime(file, kJoin + order); });
+      [&] { return rawKeysTime(file, kBooksJoin + order); });
   return {compared(name, sides, limit)};
 }
 
@@ -94,17 +93,8 @@ Page pageOf(const store::Recordset& rows, const QStringList& names) {
     columns += (columns.isEmpty() ? "" : ", ") + column;
     page.fields.append(field);
   }
-  page.sql = "SELECT " + columns + kJoin + joins + " WHERE MAIN.ID = ? AND LIB.ID = ?";
+  page.sql = "SELECT " + columns + kBooksJoin + joins + " WHERE MAIN.ID = ? AND LIB.ID = ?";
   return page;
-}
-
-using Keys = QVector<std::pair<qint64, qint64>>;
-
-Keys storedKeys(const RawFile& file) {
-  RawStatement statement(file, "SELECT MAIN.ID, LIB.ID" + kJoin + "ORDER BY LIB.ID");
-  Keys keys;
-  while (statement.step()) keys.append({statement.number(0), statement.number(1)});
-  return keys;
 }
 
 void readPage(const store::Recordset& rows, const Page& page, qint64 first) {
@@ -134,7 +124,7 @@ QVector<Reading> pageFigure(const Ground& ground) {
   const Page page = pageOf(*rows, listColumns(*database));
   RawFile file(ground.archive());
   RawStatement statement(file, page.sql);
-  const Keys keys = storedKeys(file);
+  const Keys keys = firstBooks(file, -1);
   if (keys.size() != rows->RecordCount()) qFatal("the two sides list different rows");
   std::mt19937 ours(kSeed);
   std::mt19937 raw(kSeed);
@@ -160,7 +150,7 @@ QVector<Figure> rowFigures() {
   return {
       {chiavi,
        [=](const Ground& ground) {
-         return keyFigure(ground, chiavi, QString::fromLatin1(kBooks), "ORDER BY LIB.ID", 1.5);
+         return keyFigure(ground, chiavi, QString::fromLatin1(kBooks), kBooksOrder, 1.5);
        },
        {}},
       ordered("ordine_titolo", "Titolo", "ORDER BY MAIN.Titolo COLLATE NOCASE"),

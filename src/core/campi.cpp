@@ -1,5 +1,7 @@
 #include "core/campi.h"
 
+#include <QPointer>
+#include <QWidget>
 #include <span>
 
 #include "core/raccolte.h"
@@ -335,9 +337,13 @@ tCampo& Campi::operator()(int iRac, int iCampo) {
 void CaricaCampi(int iRac) {
   platform::Form* form = aRaccolte(iRac).oForm;
   if (form == nullptr) return;
-  bool& loaded = aCampiCaricati.at(static_cast<std::size_t>(iRac));
-  if (loaded && form->IsLoaded()) return;
-  loaded = true;
+  // The controls of a window that was unloaded since are gone with it.
+  static std::array<QPointer<QWidget>, 11> windows;
+  const auto place = static_cast<std::size_t>(iRac);
+  QWidget* window = form->Window();
+  if (aCampiCaricati.at(place) && windows.at(place) == window) return;
+  aCampiCaricati.at(place) = true;
+  windows.at(place) = window;
   for (int j = 0; j < iNumeroCampi(iRac); ++j) {
     tCampo& campo = aCampi(iRac, j);
     campo.oControllo = platform::BoundControl::of(form->Control(campo.sControllo));

@@ -52,6 +52,11 @@ platform::DataControl& dbForm(int iRac) {
   return *aRaccolte(iRac).oForm->part<platform::DataControl>(kDbCurr);
 }
 
+qint64 lRecordElenco() {
+  const store::RecordsetPtr rs = dbElenco().Recordset();
+  return rs && rs->IsOpen() ? rs->RecordCount() : 0;
+}
+
 void DBRefresh() {
   protetto("modCuore!DBRefresh", [] {
     dbElenco().SetRecordSource(sTestoElenco(aRaccolte(iRacCorr)));
@@ -72,7 +77,7 @@ void AggiornaBarraStato() {
       .control<QLabel>(QStringLiteral("lblStatus"))
       ->setText(
           (filtrato ? QStringLiteral("Elenco filtrato: ") : QStringLiteral("Elenco completo: ")) +
-          QString::number(dbElenco().Recordset()->RecordCount()) + QStringLiteral(" records"));
+          QString::number(lRecordElenco()) + QStringLiteral(" records"));
 }
 
 void CollegaCampi(bool bCollega, int iRac) {

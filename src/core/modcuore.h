@@ -48,6 +48,8 @@ void ApriComboAttivo();
 // Moves to the next field of the current collection, turning the page where needed.
 void CampoSuccessivo();
 
+// Number of rows the list shows; 0 while there is no list.
+qint64 lRecordElenco();
 // The data control of the list.
 platform::DataControl& dbElenco();
 // The data control of a collection's form.

@@ -63,6 +63,7 @@ void DataGrid::setRowHeight() {
 
 // Connected after setModel: the selection has then taken note of the model's changes.
 void DataGrid::bindModel() {
+  connect(model_, &RecordModel::readFailed, this, &DataGrid::readFailed);
   connect(model_, &RecordModel::rowReached, this, &DataGrid::showCurrentRow);
   connect(model_, &RecordModel::leavingRow, this, &DataGrid::CommitCell);
   connect(model_, &RecordModel::modelReset, this, &DataGrid::showCurrentRow);

@@ -44,6 +44,8 @@ class DataGrid final : public QTableView {
   void beforeUpdate(bool* cancel);
   // The cell could not be written, and shows the stored value.
   void writeFailed(int number, const QString& description);
+  // Rows could not be read; the cells are empty until they can be.
+  void readFailed(int number, const QString& description);
 
  protected:
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;

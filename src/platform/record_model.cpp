@@ -3,12 +3,15 @@
 #include <QDate>
 #include <QLocale>
 #include <QScopeGuard>
+#include <QTimer>
 
 namespace platform {
 
 using store::FieldKind;
 
 namespace {
+
+constexpr int kPauseMilliseconds = 2000;
 
 constexpr int kShownCharacters = 200;
 
@@ -96,6 +99,7 @@ void RecordModel::resetTo(store::RecordsetPtr recordset) {
   if (recordset_ != nullptr && !recordset_->IsOpen()) recordset_.reset();
   rows_ = recordset_ == nullptr ? 0 : static_cast<int>(recordset_->RecordCount());
   changing_ = false;
+  pausing_ = false;
   resolveFields();
   endResetModel();
 }
@@ -187,6 +191,31 @@ QVariant RecordModel::headerData(int section, Qt::Orientation orientation, int r
   return {};
 }
 
+// Views ask while they paint: a failure must not pass through them, nor each cell wait for a file
+// that is locked.
+QVariant RecordModel::valueAt(int row, int field) const {
+  if (pausing_) return {};
+  try {
+    return recordset_->ValueAt(row, field);
+  } catch (const store::Failure& failure) {
+    pause();
+    Q_EMIT readFailed(failure.number(), failure.description());
+    return {};
+  }
+}
+
+void RecordModel::pause() const {
+  pausing_ = true;
+  auto* self = const_cast<RecordModel*>(this);
+  QTimer::singleShot(kPauseMilliseconds, self, [self] {
+    self->pausing_ = false;
+    if (self->rows_ > 0) {
+      Q_EMIT self->dataChanged(self->index(0, 0),
+                               self->index(self->rows_ - 1, self->columnCount() - 1));
+    }
+  });
+}
+
 QVariant RecordModel::data(const QModelIndex& index, int role) const {
   if (!checkIndex(index, CheckIndexOption::IndexIsValid)) return {};
   const ColumnSetup& setup = columns_.at(index.column()).setup;
@@ -195,7 +224,7 @@ QVariant RecordModel::data(const QModelIndex& index, int role) const {
   if (!shown && role != Qt::EditRole) return {};
   const int field = shown ? fields_.at(index.column()).shown : writtenPlace(index.column());
   if (field < 0) return {};
-  const QVariant value = recordset_->ValueAt(index.row(), field);
+  const QVariant value = valueAt(index.row(), field);
   return shown ? cellText(value, setup.kind) : value;
 }
 

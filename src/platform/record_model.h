@@ -64,6 +64,8 @@ class RecordModel final : public QAbstractTableModel {
  Q_SIGNALS:
   void leavingRow();  // the recordset is about to leave its current row
   void rowReached();  // the recordset has another current row
+  // A row could not be read: cells stay empty for a while, then they are tried again.
+  void readFailed(int number, const QString& description) const;
 
  private:
   // Places of a column's fields in the recordset, -1 if missing.
@@ -80,12 +82,15 @@ class RecordModel final : public QAbstractTableModel {
   int writtenPlace(int column) const;
   void showChange(qint64 row, const QVector<int>& fields);
   void resetTo(store::RecordsetPtr recordset);
+  QVariant valueAt(int row, int field) const;
+  void pause() const;
 
   store::RecordsetPtr recordset_;
   QVector<GridColumn> columns_;
   QVector<Fields> fields_;
   QVector<QMetaObject::Connection> connections_;
   int rows_ = 0;
+  mutable bool pausing_ = false;  // after a failure to read
   bool changing_ = false;
 };
 

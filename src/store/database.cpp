@@ -194,7 +194,7 @@ void Database::Rollback() {
 QString Database::ExplainSql(const QString& source) const {
   const Query query(source, connection());
   if (query.keyTables().empty()) return QString::fromUtf8(query.everything().text);
-  return QString::fromUtf8(query.keys(true).text + "\n" + query.rowByKeys({0}).text);
+  return QString::fromUtf8(query.keys().text + "\n" + query.rowByKeys({0}).text);
 }
 
 bool Database::IntegrityCheck() const {

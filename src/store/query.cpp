@@ -161,11 +161,11 @@ void Query::printKeys(sql::Printer& printer) const {
   }
 }
 
-sql::Statement Query::keys(bool withSortValues) const {
+sql::Statement Query::keys() const {
   sql::Printer printer;
   printKeys(printer);
   for (const SortTerm& term : sortTerms_) {
-    if (withSortValues) printer.text(", ").value(*term.expr);
+    printer.text(", ").value(*term.expr);
   }
   printer.text(" FROM ").sources(*resolved_).where(resolved_->where, nullptr).text(" ORDER BY ");
   if (keyOrder_) printer.expression(*keyOrder_).text(keyOrderDescending_ ? " DESC, " : ", ");
@@ -193,7 +193,10 @@ bool Query::walksAnIndex(const QString& pointer) const {
 
 std::optional<Query::Halves> Query::halves() const {
   const QString pointer = joinColumns().first;
-  if (pointer.isEmpty() || !sortTerms_.empty() || !keyOrder_ || keyOrderDescending_ ||
+  const bool sorts = std::all_of(sortTerms_.begin(), sortTerms_.end(), [&](const SortTerm& term) {
+    return sourceOf(*term.expr) == keyTables_[0];
+  });
+  if (pointer.isEmpty() || !sorts || !keyOrder_ || keyOrderDescending_ ||
       sourceOf(*keyOrder_) != keyTables_[1] || !walksAnIndex(pointer)) {
     return std::nullopt;
   }
@@ -205,7 +208,9 @@ std::optional<Query::Halves> Query::halves() const {
   const QByteArray alias = sql::quoteName(first.alias);
   const QByteArray column = alias + "." + sql::quoteName(pointer);
   sql::Printer pointers;
-  pointers.text("SELECT ").text(column).text(", ").text(alias).text(".rowid FROM ");
+  pointers.text("SELECT ").text(column).text(", ").text(alias).text(".rowid");
+  for (const SortTerm& term : sortTerms_) pointers.text(", ").expression(*term.expr);
+  pointers.text(" FROM ");
   pointers.text(sql::quoteName(first.table->name)).text(" AS ").text(alias);
   pointers.where(resolved_->where, nullptr).text(" ORDER BY ").text(column).text(", ");
   pointers.text(alias).text(".rowid");

@@ -34,11 +34,11 @@ class Query final {
   const std::vector<SortTerm>& sortTerms() const { return sortTerms_; }
 
   // Keys of all rows, then the values of sortTerms(); in the stored order.
-  sql::Statement keys(bool withSortValues) const;
+  sql::Statement keys() const;
   // Where the rows of the first table point at those of the second by an index, and no condition
   // but that index's stands in the way: the two tables apart, each ordered by the common number.
   struct Halves {
-    sql::Statement pointers;  // number pointed at, key of the first table
+    sql::Statement pointers;  // number pointed at, key of the first table, values of sortTerms()
     sql::Statement targets;   // key of the second table
   };
   std::optional<Halves> halves() const;

@@ -45,7 +45,7 @@ qint64 secondKey(RowKey key) {
 RowSet::RowSet(std::shared_ptr<Connection> connection, const QString& source)
     : connection_(std::move(connection)), text_(source), query_(source, upToDate(*connection_)) {
   slots_ = QVector<int>(query_.fields().size(), -1);
-  whole_ = query_.rowByKeys(allFields(query_));
+  whole_.statement = query_.rowByKeys(allFields(query_));
   const Connection::Reading reading(*connection_);
   if (query_.keyTables().empty()) {
     readResults();
@@ -64,22 +64,16 @@ RowKey RowSet::keyIn(const HotStatement& row) const {
   return packKey(row.integer(0), query_.keyTables().size() == 2 ? row.integer(1) : 0);
 }
 
-void RowSet::readKeys() {
-  std::vector<RowKey> keys;
-  keys.reserve(keys_.size());
-  if (const auto halves = query_.halves()) {
-    mergeKeys(*halves, keys);
-  } else {
-    HotStatement rows(*connection_, query_.keys(false));
-    while (rows.step()) keys.push_back(keyIn(rows));
-  }
-  keys.shrink_to_fit();
-  keys_ = std::move(keys);
+void RowSet::readRows(const Take& take) {
+  if (const auto halves = query_.halves()) return mergeRows(*halves, take);
+  HotStatement rows(*connection_, query_.keys());
+  const int values = static_cast<int>(query_.keyTables().size());
+  while (rows.step()) take(keyIn(rows), rows, values);
 }
 
 // Both tables are walked side by side in the order of their common number: that spares a search
 // in the one for each row of the other.
-void RowSet::mergeKeys(const Query::Halves& halves, std::vector<RowKey>& keys) {
+void RowSet::mergeRows(const Query::Halves& halves, const Take& take) {
   HotStatement pointers(*connection_, halves.pointers);
   HotStatement targets(*connection_, halves.targets);
   bool more = targets.step();
@@ -88,15 +82,20 @@ void RowSet::mergeKeys(const Query::Halves& halves, std::vector<RowKey>& keys) {
     if (!pointers.isInteger(0)) continue;
     const qint64 wanted = pointers.integer(0);
     while (more && targets.integer(0) < wanted) more = targets.step();
-    if (more && targets.integer(0) == wanted) keys.push_back(packKey(pointers.integer(1), wanted));
+    if (more && targets.integer(0) == wanted)
+      take(packKey(pointers.integer(1), wanted), pointers, 2);
   }
+}
+
+void RowSet::readKeys() {
+  readRows([this](RowKey key, const HotStatement&, int) { keys_.push_back(key); });
+  keys_.shrink_to_fit();
 }
 
 void RowSet::readSorted() {
   RowSorter sorter(*connection_, query_.sortTerms());
-  HotStatement rows(*connection_, query_.keys(true));
-  const int values = query_.keyTables().size() == 2 ? 2 : 1;
-  while (rows.step()) sorter.add(keyIn(rows), rows, values);
+  readRows(
+      [&sorter](RowKey key, const HotStatement& row, int values) { sorter.add(key, row, values); });
   keys_ = sorter.sorted();
 }
 
@@ -121,8 +120,8 @@ void RowSet::append(RowKey key) {
 }
 
 void RowSet::remove(qint64 place) {
-  read_.erase(keyAt(place));
-  current_.valid = false;
+  whole_.rows.erase(keyAt(place));
+  part_.rows.erase(keyAt(place));
   keys_.erase(keys_.begin() + place);
   hits_ = Hits();
   for (Place* other : places_) {
@@ -147,29 +146,24 @@ QVector<QVariant> RowSet::fetch(RowKey key, const sql::Statement& statement) {
   return values;
 }
 
-void RowSet::forgetIfWritten() {
-  if (readAt_ == connection_->writes()) return;
-  read_.clear();
-  readAt_ = connection_->writes();
+void RowSet::forgetIfWritten(Read& read) const {
+  if (read.at == connection_->writes()) return;
+  read.rows.clear();
+  read.at = connection_->writes();
 }
 
-bool RowSet::isRead(qint64 place) const {
-  return place >= 0 && place < count() && read_.count(keyAt(place)) != 0;
+bool RowSet::isRead(const Read& read, qint64 place) const {
+  return place >= 0 && place < count() && read.rows.count(keyAt(place)) != 0;
 }
 
 const QVector<QVariant>& RowSet::row(qint64 place) {
-  const RowKey key = keyAt(place);
-  if (!current_.valid || current_.key != key || current_.readAt != connection_->writes()) {
-    connection_->lookForWrites();
-    current_ = {key, connection_->writes(), true, fetch(key, whole_)};
-  }
-  return current_.values;
+  return rowIn(whole_, place);
 }
 
 void RowSet::expect(const QVector<int>& fields) {
   bool grown = false;
   for (const int field : fields) {
-    if (field < 0 || slots_[field] >= 0) continue;
+    if (field < 0 || field >= slots_.size() || slots_[field] >= 0) continue;
     slots_[field] = 0;
     grown = true;
   }
@@ -180,39 +174,45 @@ void RowSet::expect(const QVector<int>& fields) {
     slots_[field] = static_cast<int>(wanted.size());
     wanted.append(field);
   }
-  part_ = query_.rowByKeys(wanted);
-  read_.clear();
+  part_.statement = query_.rowByKeys(wanted);
+  part_.rows.clear();
 }
 
 QVariant RowSet::cell(qint64 place, int field) {
-  expect({field});
-  forgetIfWritten();
-  auto found = read_.find(keyAt(place));
-  if (found == read_.end()) {
-    fetchAround(place);
-    found = read_.find(keyAt(place));
+  if (slots_[field] < 0) expect({field});
+  const QVector<QVariant>& values = rowIn(part_, place);
+  return values.isEmpty() ? QVariant() : values[slots_[field]];
+}
+
+const QVector<QVariant>& RowSet::rowIn(Read& read, qint64 place) {
+  forgetIfWritten(read);
+  auto found = read.rows.find(keyAt(place));
+  if (found == read.rows.end()) {
+    fetchAround(read, place);
+    found = read.rows.find(keyAt(place));
   }
-  return found->second.isEmpty() ? QVariant() : found->second[slots_[field]];
+  return found->second;
 }
 
 // Who has come from a row next to this one is likely to go on.
-void RowSet::fetchAround(qint64 place) {
+void RowSet::fetchAround(Read& read, qint64 place) {
   const Connection::Reading reading(*connection_);
   connection_->lookForWrites();
-  forgetIfWritten();
-  if (read_.size() > kMostRows) read_.clear();
-  const qint64 first = isRead(place + 1) ? std::max<qint64>(place - kAhead + 1, 0) : place;
-  const qint64 last = isRead(place - 1) ? std::min(place + kAhead, count()) - 1 : place;
+  forgetIfWritten(read);
+  if (read.rows.size() > kMostRows) read.rows.clear();
+  const bool back = isRead(read, place + 1);
+  const bool on = isRead(read, place - 1);
+  const qint64 first = back ? std::max<qint64>(place - kAhead + 1, 0) : place;
+  const qint64 last = on ? std::min(place + kAhead, count()) - 1 : place;
   for (qint64 i = first; i <= last; ++i) {
-    if (!isRead(i)) read_.emplace(keyAt(i), fetch(keyAt(i), part_));
+    if (!isRead(read, i)) read.rows.emplace(keyAt(i), fetch(keyAt(i), read.statement));
   }
 }
 
 void RowSet::refresh(qint64 place) {
   connection_->lookForWrites();
-  forgetIfWritten();
-  read_.erase(keyAt(place));
-  current_.valid = false;
+  whole_.rows.erase(keyAt(place));
+  part_.rows.erase(keyAt(place));
 }
 
 const std::vector<qint64>& RowSet::hits(const QString& condition) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QVector>
+#include <functional>
 #include <memory>
 #include <unordered_map>
 #include <vector>
@@ -65,32 +66,35 @@ class RowSet final {
   Connection& source() { return results_ ? results_->connection() : *connection_; }
   RowKey keyIn(const HotStatement& row) const;
   void readKeys();
-  void mergeKeys(const Query::Halves& halves, std::vector<RowKey>& keys);
+  // Takes each row's key, and the statement with its sort values from a column on.
+  using Take = std::function<void(RowKey, const HotStatement&, int)>;
+  void readRows(const Take& take);
+  void mergeRows(const Query::Halves& halves, const Take& take);
   void readSorted();
   void readResults();
+
+  // Rows read lately by one statement.
+  struct Read {
+    sql::Statement statement;
+    std::unordered_map<RowKey, QVector<QVariant>> rows;
+    quint64 at = 0;  // Connection::writes() then
+  };
+  const QVector<QVariant>& rowIn(Read& read, qint64 place);
   QVector<QVariant> fetch(RowKey key, const sql::Statement& statement);
-  void fetchAround(qint64 place);
-  bool isRead(qint64 place) const;
-  void forgetIfWritten();
+  void fetchAround(Read& read, qint64 place);
+  bool isRead(const Read& read, qint64 place) const;
+  void forgetIfWritten(Read& read) const;
   std::vector<qint64> search(const QString& condition);
 
   std::shared_ptr<Connection> connection_;
   QString text_;
   Query query_;
-  sql::Statement whole_;
-  sql::Statement part_;
+  Read whole_;
+  Read part_;           // of the fields in slots_
   QVector<int> slots_;  // place of a field in what is read for lists, -1 if it is not read
   std::unique_ptr<ResultTable> results_;  // of a query without keys
   std::vector<RowKey> keys_;
   std::vector<Place*> places_;
-  std::unordered_map<RowKey, QVector<QVariant>> read_;
-  quint64 readAt_ = 0;
-  struct Whole {
-    RowKey key = 0;
-    quint64 readAt = 0;
-    bool valid = false;
-    QVector<QVariant> values;
-  } current_;
   struct Hits {
     QString condition;
     quint64 writes = 0;

@@ -98,6 +98,7 @@ void frmGrid::connectControls() {
     Errore(numero, descrizione, {});
   };
   connect(grd, &platform::DataGrid::writeFailed, this, report, Qt::QueuedConnection);
+  connect(grd, &platform::DataGrid::readFailed, this, report, Qt::QueuedConnection);
   connect(part<platform::DataControl>(QStringLiteral("dbCurr")),
           &platform::DataControl::writeFailed, this, report, Qt::QueuedConnection);
 }
@@ -120,6 +121,8 @@ void frmGrid::grd_HeadClick(int iColonna) {
   auto* grd = control<platform::DataGrid>(QStringLiteral("grd"));
   aRaccolte(iRacCorr).sOrdine = QStringLiteral(" ORDER BY ") + grd->Column(iColonna).dataField;
   DBRefresh();
+  // A list that could not be read before opens its record again.
+  FrmMain().AbilitazionePannello();
 }
 
 void RegistraFormGrid() {

@@ -167,6 +167,8 @@ void frmMain::unloadOldForm(int iVecchia) {
 
 void frmMain::loadList() {
   grd()->SetRedraw(false);
+  // A list that cannot be read must not leave another collection's rows beside the new form.
+  dbElenco().SetRecordset(nullptr);
   DBRefresh();
   Cedi();
   CaricaGrigliaConfig(aRaccolte(iRacCorr).sQuery, *grd());
@@ -219,8 +221,7 @@ void frmMain::followFind() {
 }
 
 void frmMain::AbilitazionePannello() {
-  protetto("frmMain!AbilitazionePannello",
-           [&] { AbilitazionePannello(dbElenco().Recordset()->RecordCount() != 0); });
+  protetto("frmMain!AbilitazionePannello", [&] { AbilitazionePannello(lRecordElenco() != 0); });
 }
 
 void frmMain::AbilitazionePannello(bool bAbilita) {

@@ -136,6 +136,7 @@ void frmMain::CreaNuovo(bool bDuplica) {
     Cedi();
     const tRaccolta& raccolta = aRaccolte(iRacCorr);
     const store::RecordsetPtr rs = dbForm(iRacCorr).Recordset();
+    if (!rs) throw store::Failure(store::failure::kClosed, QStringLiteral("Nessun elenco aperto"));
     if (bDuplica) ScambiaValoriCampi(iRacCorr, 0);
     rs->AddNew();
     if (bDuplica) {
@@ -192,7 +193,7 @@ void frmMain::CancellaRecord(qint64 lID) {
 
 void frmMain::mnuCancellaMultiplo_Click() {
   protetto("frmMain!CancellaMultiplo", [&] {
-    if (dbElenco().Recordset()->RecordCount() == 0) return;
+    if (lRecordElenco() == 0) return;
     const QString question = QStringLiteral(
         "Vuoi veramente cancellare tutti i record correntemente visualizzati nell'elenco?");
     if (iMsg(question, 2) != 1) return;

@@ -75,7 +75,9 @@ QPushButton* button(QWidget* parent, const RecordButton& record) {
 QWidget* recordButtons(QWidget* parent) {
   QWidget* panCrea = panel(parent, "panCrea");
   QHBoxLayout* row = rowIn(panCrea, 0);
-  for (const RecordButton& record : kRecordButtons) row->addWidget(button(panCrea, record));
+  for (const RecordButton& record : kRecordButtons) {
+    row->addWidget(button(panCrea, record), 0, Qt::AlignTop);
+  }
   // Room for the longest sub-collection from the start, so that nothing moves at a change.
   auto* cmdSubRac = panCrea->findChild<QPushButton*>(QStringLiteral("cmdSubRac"));
   cmdSubRac->setText(QStringLiteral("Contatti    "));
@@ -83,7 +85,6 @@ QWidget* recordButtons(QWidget* parent) {
   QSizePolicy policy = cmdSubRac->sizePolicy();
   policy.setRetainSizeWhenHidden(true);
   cmdSubRac->setSizePolicy(policy);
-  panCrea->setMaximumHeight(panCrea->sizeHint().height());
   panCrea->resize(panCrea->sizeHint());
   return panCrea;
 }
