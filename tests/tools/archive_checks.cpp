@@ -95,7 +95,7 @@ void expectLookupsInTheirLists(store::Database& database) {
     for (const QVariantList& record : recordsOf(database, i)) {
       for (int j = 0; j < iNumeroCampi(i); ++j) {
         const tCampo& campo = aCampi(i, j);
-        if (campo.sTipo != QLatin1String(CBO) || record[j].isNull()) continue;
+        if (campo.sTipo != QLatin1String(CBO) || record[j].toLongLong() == 0) continue;
         ASSERT_EQ(lists.value(record[j].toLongLong()),
                   campo.sCodTab + u':' + QString::number(campo.iRacTab));
       }
