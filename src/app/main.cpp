@@ -3,8 +3,8 @@
 
 #include "app/program_folder.h"
 #include "archives/modmanarc.h"
-#include "core/errore.h"
 #include "assist/frmbasic.h"
+#include "core/errore.h"
 #include "core/modini.h"
 #include "core/modmain.h"
 #include "core/modutil.h"
@@ -55,11 +55,11 @@ int main(int argc, char** argv) {
   QApplication::setQuitOnLastWindowClosed(false);
   tavolix::ImpostaCartellaProgramma(tavolix::programFolder());
   const platform::SingleInstance instance;
-  applyLooks(application);
   if (!instance.isFirst()) {
     platform::MsgBox(QStringLiteral("Attenzione: programma gia' in esecuzione!"));
     return 1;
   }
   tavolix::prepareProgramFolder();
+  applyLooks(application);
   return run(application);
 }

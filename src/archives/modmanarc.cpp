@@ -86,12 +86,10 @@ bool isCompatible(const Stamp& archive) {
   if (archive.version <= required.version && archive.application == required.application) {
     return true;
   }
-  platform::MsgBox(QStringLiteral("%1Viene richiesto un database V.%2/%1 mentre il database aperto "
-                                  "e': V.%3/%4")
-                       .arg(required.application)
-                       .arg(required.version)
-                       .arg(archive.version)
-                       .arg(archive.application));
+  platform::MsgBox(required.application + QStringLiteral("Viene richiesto un database V.") +
+                   QString::number(required.version) + u'/' + required.application +
+                   QStringLiteral(" mentre il database aperto e': V.") +
+                   QString::number(archive.version) + u'/' + archive.application);
   return false;
 }
 
@@ -147,7 +145,7 @@ bool openArchive(int iModo, const QString& sFileIni, const QString& sSezione,
   if (iModo != 2) sPath.clear();
   if (iModo == 0) sPath = nameFromSettings();
   for (;;) {
-    if (sPath.isEmpty() || !platform::exists(sPath)) {
+    if (sPath.isEmpty() || !platform::exists(sPath) || platform::folderExists(sPath)) {
       sPath = askForArchive(sPath);
       if (sPath.isEmpty()) return false;
     }

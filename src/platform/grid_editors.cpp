@@ -125,7 +125,10 @@ void CellDelegate::setEditorData(QWidget* editor, const QModelIndex& index) cons
 void CellDelegate::setModelData(QWidget* editor, QAbstractItemModel*,
                                 const QModelIndex& index) const {
   const BoundControl* box = BoundControl::of(editor);
-  if (box != nullptr && box->DataChanged() && box->IsValid()) writer_(index, box->Value());
+  if (box == nullptr || !box->DataChanged()) return;
+  // What is no date clears the cell, like what is no number.
+  const bool isDate = qobject_cast<DateBox*>(editor) != nullptr;
+  if (isDate || box->IsValid()) writer_(index, box->Value());
 }
 
 void CellDelegate::updateEditorGeometry(QWidget* editor, const QStyleOptionViewItem& option,
@@ -151,10 +154,11 @@ void CellDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   painter->restore();
 }
 
-// A date or time that is not complete can be left, but not confirmed.
+// A time that is not complete can be left, but not confirmed.
 bool CellDelegate::eventFilter(QObject* watched, QEvent* event) {
   const BoundControl* box = BoundControl::of(qobject_cast<QWidget*>(watched));
-  if (box == nullptr || box->IsValid() || !confirms(event)) {
+  const bool isDate = qobject_cast<DateBox*>(watched) != nullptr;
+  if (box == nullptr || isDate || box->IsValid() || !confirms(event)) {
     return QStyledItemDelegate::eventFilter(watched, event);
   }
   QApplication::beep();

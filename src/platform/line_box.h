@@ -36,6 +36,8 @@ class LineBox : public QLineEdit, public BoundControl {
   // Makes what was typed the value, if it is valid, and shows it in its full form.
   void settle();
   bool focused() const { return focused_; }
+  // The text before the edit that is being made.
+  const QString& lastText() const { return lastText_; }
   // Cuts a text to a length by taking away the end of what was just put in.
   static void cut(QString& text, int& cursor, int length);
 

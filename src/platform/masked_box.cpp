@@ -61,8 +61,15 @@ bool MaskedBox::takes(QChar letter) const {
   return !number_ || (letter >= u'0' && letter <= u'9');
 }
 
+// Digits typed over others take their places, as the places of a mask are.
+void MaskedBox::overtype(QString& text, int cursor) const {
+  const qsizetype put = text.size() - lastText().size();
+  if (put > 0) text.remove(cursor, std::min(put, text.size() - cursor));
+}
+
 void MaskedBox::clean(QString& text, int& cursor) const {
   LineBox::clean(text, cursor);
+  if (number_) overtype(text, cursor);
   cut(text, cursor, places_);
 }
 

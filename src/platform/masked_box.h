@@ -29,6 +29,8 @@ class MaskedBox final : public LineBox {
   void focusOutEvent(QFocusEvent* event) override;
 
  private:
+  void overtype(QString& text, int cursor) const;
+
   int places_ = 0;
   bool number_ = false;
   bool grouped_ = false;

@@ -1,6 +1,7 @@
 #include "platform/tab_strip.h"
 
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QStyleOptionTab>
 #include <QStylePainter>
 
@@ -50,6 +51,13 @@ void TabStrip::addTab(const QIcon& icon, const QString& caption, const QString& 
   setTabData(index, tag);
   blockSignals(wasBlocked);
   if (count() == 1) Q_EMIT currentChanged(index);
+}
+
+// The tab in front may not have been chosen yet.
+void TabStrip::mousePressEvent(QMouseEvent* event) {
+  QTabBar::mousePressEvent(event);
+  const int index = tabAt(event->position().toPoint());
+  if (index >= 0 && index == currentIndex() && announced_ != index) announce(index);
 }
 
 QSize TabStrip::tabSizeHint(int index) const {

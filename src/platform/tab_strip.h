@@ -30,6 +30,7 @@ class TabStrip final : public QTabBar {
   QSize minimumTabSizeHint(int index) const override;
   void paintEvent(QPaintEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
 
  private:
   void drawTab(QStylePainter& painter, int index) const;

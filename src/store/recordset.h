@@ -18,7 +18,7 @@ class Cursor;
 // Failure; the set and its current row are then as before.
 class Recordset final : public RecordsetSignals {
  public:
-  // What a database keeps of the clones of its recordsets, to close them with itself.
+  // The clones of a database's recordsets: they close with it.
   using Clones = std::shared_ptr<QVector<std::weak_ptr<Recordset>>>;
   // Made by Database::OpenRecordset and Clone only.
   Recordset(RecordsetType type, std::shared_ptr<Cursor> cursor, Clones clones);
@@ -48,14 +48,12 @@ class Recordset final : public RecordsetSignals {
   QByteArray Bookmark() const;
   void SetBookmark(const QByteArray& bookmark);
   QByteArray LastModified() const { return lastModified_; }
-  // A second cursor on the same rows, with no current row: before the first. A row that one of
-  // them adds or deletes comes and goes for all; signals are the recordset's own.
+  // A second cursor, before the first of the same rows; they come and go for all such cursors.
   std::shared_ptr<Recordset> Clone() const;
 
   const QVector<FieldInfo>& Fields() const;
-  // Place of a field by name, without case, also as "table.column"; -1 if there is none.
+  // Place of a field by name or "table.column", without case; else -1, or failure 3265.
   int FindField(const QString& name) const;
-  // The same, but a missing field is failure 3265.
   int FieldIndex(const QString& name) const;
   QVariant Value(const QString& name) const { return Value(FieldIndex(name)); }
   QVariant Value(int field) const;
@@ -65,7 +63,7 @@ class Recordset final : public RecordsetSignals {
   void SetValue(int field, const QVariant& value);
   // A value of any row, without moving; Null where the row has gone. Not for table recordsets.
   QVariant ValueAt(qint64 position, int field) const;
-  // The fields that ValueAt will be asked for, so that rows are read with just these at once.
+  // The fields that ValueAt will be asked for: rows are read with just these.
   void ExpectFields(const QVector<int>& fields);
 
   EditMode Mode() const { return mode_; }
@@ -92,8 +90,7 @@ class Recordset final : public RecordsetSignals {
 
   // Runs the query again; the first row becomes current. Clones keep the rows they know.
   void Requery();
-  // Reads the current row again from the archive, and tells those who show it. Fails with 3167
-  // if the row is gone.
+  // Reads the current row again, and tells those who show it; 3167 if it is gone.
   void RefreshRow();
 
  private:

@@ -122,7 +122,7 @@ void frmGrid::grd_HeadClick(int iColonna) {
   aRaccolte(iRacCorr).sOrdine = QStringLiteral(" ORDER BY ") + grd->Column(iColonna).dataField;
   DBRefresh();
   // A list that could not be read before opens its record again.
-  FrmMain().AbilitazionePannello();
+  if (lRecordElenco() != 0) FrmMain().AbilitazionePannello();
 }
 
 void RegistraFormGrid() {

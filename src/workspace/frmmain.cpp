@@ -356,8 +356,9 @@ void frmMain::restorePosition() {
   if (bLeggiInt(QStringLiteral("Win_Lar"), value)) {
     platform::SetWidth(window, std::max(value, kLeastWindow));
   }
-  if (bLeggiInt(QStringLiteral("Win_Stato"), value) && value == 2) {
-    window->setWindowState(Qt::WindowMaximized);
+  if (bLeggiInt(QStringLiteral("Win_Stato"), value)) {
+    if (value == 1) window->setWindowState(Qt::WindowMinimized);
+    if (value == 2) window->setWindowState(Qt::WindowMaximized);
   }
   const QSize screen = window->screen()->geometry().size();
   if (window->x() < 0 || window->x() > screen.width()) window->move(0, window->y());
@@ -408,6 +409,10 @@ void frmMain::tick() {
       ->setText(QLocale().toString(now.date(), QLocale::ShortFormat));
   control<QLabel>(QStringLiteral("lblOra"))
       ->setText(QLocale().toString(now.time(), QLocale::ShortFormat));
+}
+
+void frmMain::unloaded() {
+  DeregistraForm(*this);
 }
 
 void frmMain::resized() {

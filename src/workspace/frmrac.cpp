@@ -27,6 +27,10 @@ bool isLoneModifier(int key) {
          key == Qt::Key_AltGr || key == Qt::Key_Meta || key == Qt::Key_CapsLock;
 }
 
+bool isInPopup(const QWidget* widget) {
+  return (widget->window()->windowFlags() & Qt::WindowType_Mask) == Qt::Popup;
+}
+
 bool movesFocus(int key) {
   return key == Qt::Key_Tab || key == Qt::Key_Backtab;
 }
@@ -95,7 +99,9 @@ bool frmRac::holds(const QWidget* widget) const {
 }
 
 void frmRac::focusMoved(QWidget* from, QWidget* to) {
-  if (from != nullptr && holds(from)) {
+  // While a combo's list is open its box stays marked.
+  if (to != nullptr && isInPopup(to)) return;
+  if (from != nullptr && (holds(from) || isInPopup(from))) {
     EvidenziaFocus(false);
     bInNote_ = false;
   }

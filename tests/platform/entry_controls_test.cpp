@@ -104,9 +104,11 @@ TEST(MaskedBoxTest, TakesAsManyDigitsAsItsMask) {
   } cases[] = {
       {QString(), 0, QStringLiteral("12ab"), QStringLiteral("12")},
       {QString(), 0, QStringLiteral("-1.234,5"), QStringLiteral("1234")},
-      {QStringLiteral("1234"), 1, QStringLiteral("9"), QStringLiteral("1234")},
+      {QStringLiteral("1234"), 1, QStringLiteral("9"), QStringLiteral("1934")},
+      {QStringLiteral("1980"), 0, QStringLiteral("2005"), QStringLiteral("2005")},
+      {QStringLiteral("1980"), 4, QStringLiteral("7"), QStringLiteral("1980")},
       {QStringLiteral("12"), 2, QStringLiteral("5678"), QStringLiteral("1256")},
-      {QStringLiteral("12"), 0, QStringLiteral("5678"), QStringLiteral("5612")},
+      {QStringLiteral("12"), 0, QStringLiteral("5678"), QStringLiteral("5678")},
       {QStringLiteral("12"), 1, QStringLiteral("x"), QStringLiteral("12")},
   };
   box.enter();

@@ -151,7 +151,7 @@ TEST_F(Layout, IsRestoredFromTheSettings) {
       {"Win_Y", "750", [] { return platform::Top(window()); }, 750},
       {"Win_Y", "999999", [] { return platform::Top(window()); }, 0},
       {"Win_Stato", "2", [] { return static_cast<int>(window()->isMaximized()); }, 1},
-      {"Win_Stato", "1", [] { return static_cast<int>(window()->isMinimized()); }, 0},
+      {"Win_Stato", "1", [] { return static_cast<int>(window()->isMinimized()); }, 1},
   };
   const QByteArray settings = [this] {
     QFile file(folder_.path("tvx.ini"));
