@@ -191,7 +191,7 @@ TEST_F(Archives, AreNotAnyFiles) {
   } cases[] = {
       {"testo.tvx", "Attenzione! 48 Errore nr.3343:", " durante apertura testo.tvx"},
       {"vuoto.tvx", "Attenzione! 48 Errore nr.", " durante apertura vuoto.tvx"},
-      {"cartella.tvx", "Attenzione! 48 Errore nr.", " durante apertura cartella.tvx"},
+      {"cartella.tvx", "Attenzione! 48 L'archivio cartella.tvx", "non e' utilizzabile."},
       {"tronco.tvx", "Attenzione! 48 Errore nr.3049:", " durante apertura tronco.tvx"},
       {"estraneo.tvx", "Attenzione! 48 Errore nr.3343:", " durante apertura estraneo.tvx"},
       {"senza.tvx", " 65552 Si e' verificato un errore", "Procedura: modManArc!bManArc"},

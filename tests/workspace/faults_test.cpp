@@ -149,25 +149,27 @@ TEST_F(Faults, AListThatIsNotThere) {
 TEST_F(Faults, ALockedArchive) {
   ASSERT_TRUE(start());
   goTo(3);
-  const QString title = stored("Titolo");
-  {
-    Outside other(folder_.path("esempio.tvx"), SQLite::OPEN_READWRITE);
-    other.exec("BEGIN EXCLUSIVE");
-    ready();
-    fill("txtTitolo", "In attesa");
-    EXPECT_TRUE(message().contains("3260"));
-    ready(8);
-    press(Qt::Key_F12);
-    EXPECT_TRUE(message().contains("3260"));
-    other.exec("COMMIT");
-  }
+  const QString key = stored("RacID");
+  Outside other(folder_.path("esempio.tvx"), SQLite::OPEN_READWRITE);
+  other.exec("BEGIN EXCLUSIVE");
+  ready();
+  fill("txtTitolo", "In attesa");
+  EXPECT_TRUE(message().contains("3260"));
+  EXPECT_EQ(boxText("txtTitolo"), QString("In attesa"));
+  other.exec("COMMIT");
+  press(Qt::Key_Down);
+  EXPECT_EQ(folder_.found("SELECT Titolo FROM MAIN WHERE TipoRac = 0 AND RacID = " + key),
+            QString("In attesa"));
+  EXPECT_EQ(message(), QString("-"));
+  other.exec("BEGIN EXCLUSIVE");
   ready(8);
-  selectByTab(2);
-  selectByTab(0);
-  message();
+  press(Qt::Key_F12);
+  EXPECT_TRUE(message().contains("3260"));
+  other.exec("COMMIT");
   EXPECT_EQ(folder_.found("SELECT count(*) FROM LIB"), QString("588"));
   EXPECT_EQ(folder_.found("SELECT ID FROM CONT"), QString("1538"));
-  expectAlive(0);
+  expectAlive(2);
+  selectByTab(0);
   press(Qt::Key_F12);
   EXPECT_EQ(folder_.found("SELECT count(*) FROM LIB"), QString("589"));
 }
