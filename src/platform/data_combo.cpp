@@ -151,6 +151,11 @@ void DataCombo::keyPressEvent(QKeyEvent* event) {
     return;
   }
   search_.clear();
+  // The key that has opened the list moves in it, and does not change the value behind it.
+  if (DroppedDown() && movesRow(event->key())) {
+    QCoreApplication::sendEvent(view(), event);
+    return;
+  }
   useList();
   QComboBox::keyPressEvent(event);
 }

@@ -72,6 +72,19 @@ TEST_F(DataComboTest, ShowsStoredKeysWithoutReadingTheList) {
   }
 }
 
+// The form drops the list down at a key, which the combo gets afterwards.
+TEST_F(DataComboTest, MovesInTheListThatAKeyHasOpened) {
+  combo_->ShowValue(7);
+  combo_->SetDroppedDown(true);
+  const int row = combo_->view()->currentIndex().row();
+  combo_.press(Qt::Key_Down);
+  EXPECT_EQ(combo_->view()->currentIndex().row(), row + 1);
+  EXPECT_EQ(key(), 7);
+  pressInList(Qt::Key_Return);
+  EXPECT_EQ(key(), 3);
+  EXPECT_TRUE(combo_->DataChanged());
+}
+
 TEST_F(DataComboTest, SelectsByTheBeginningThatIsTyped) {
   QSignalSpy activated(combo_.get(), &QComboBox::activated);
   combo_.type(QStringLiteral("EL"));
