@@ -188,9 +188,15 @@ class PageBuilder {
     }
   }
 
+  QLabel* newLabel(const QString& caption, QWidget* buddy) {
+    auto* label = new QLabel(caption, page_);
+    label->setObjectName(QStringLiteral("Label1(%1)").arg(labels_++));
+    label->setBuddy(buddy);
+    return label;
+  }
+
   void addLabel(const Box& box, QWidget* widget) {
-    auto* label = new QLabel(text(box.label), page_);
-    label->setBuddy(widget);
+    QLabel* label = newLabel(text(box.label), widget);
     const bool tall = box.kind == Kind::Memo;
     grid_->addWidget(label, ++row_, kLabel,
                      tall ? Qt::AlignTop | Qt::AlignRight : Qt::AlignVCenter | Qt::AlignRight);
@@ -198,9 +204,7 @@ class PageBuilder {
 
   // A box that shares the label of another one still tells a screen reader its own name.
   void addHiddenLabel(int campo, QWidget* widget) {
-    auto* label = new QLabel(aCampi(iRac_, campo).sTitolo, page_);
-    label->setBuddy(widget);
-    label->hide();
+    newLabel(aCampi(iRac_, campo).sTitolo, widget)->hide();
   }
 
   QToolButton* buttonFor(int campo, const Box& box, QWidget* widget) {
@@ -256,6 +260,7 @@ class PageBuilder {
   QHBoxLayout* line_ = nullptr;
   int row_ = -1;
   int buttons_ = 0;
+  int labels_ = 0;
 };
 
 }  // namespace
