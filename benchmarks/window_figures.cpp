@@ -62,8 +62,12 @@ QVector<Reading> rowFigure(const Ground& ground) {
   return {{riga, median(samples), kRowLimit}};
 }
 
+// Lists are read afresh, as after a write: in other words each time.
 void collectionScene(const QStringList&) {
   for (int i = 0; i <= kChanges; ++i) {
+    for (const int collection : {kVideos, kBooks}) {
+      tavolix::aRaccolte(collection).sOrdine = QString(i + 1, u' ');
+    }
     const double seconds = secondsOf([&] {
       changeCollection(kVideos);
       changeCollection(kBooks);

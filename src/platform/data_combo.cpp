@@ -65,7 +65,9 @@ void DataCombo::SetList(LookupListPtr list) {
 
 void DataCombo::useOwnText() {
   if (DroppedDown()) hidePopup();
-  ownText_.setStringList({list_ == nullptr ? QString() : list_->text(key_)});
+  const QStringList text{list_ == nullptr ? QString() : list_->text(key_)};
+  if (model() == &ownText_ && ownText_.stringList() == text) return;
+  ownText_.setStringList(text);
   if (model() != &ownText_) setModel(&ownText_);
   setCurrentIndex(0);
 }

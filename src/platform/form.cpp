@@ -43,6 +43,7 @@ bool Form::Unload() {
   window_->setObjectName(QString());
   QWidget* window = window_;
   window_ = nullptr;
+  found_.clear();
   if (window->parentWidget() != nullptr) window->setParent(nullptr);
   window->deleteLater();
   unloaded();
@@ -85,16 +86,20 @@ bool Form::IsVisible() const {
   return window_ && window_->isVisible();
 }
 
+QObject* Form::find(const QString& name) {
+  Load();
+  QPointer<QObject>& known = found_[name];
+  if (known.isNull()) known = window_->findChild<QObject*>(name);
+  if (known.isNull()) missing(Name() + u'!' + name);
+  return known;
+}
+
 QWidget* Form::Control(const QString& name) {
-  auto* widget = Window()->findChild<QWidget*>(name);
-  if (widget == nullptr) missing(Name() + u'!' + name);
-  return widget;
+  return require<QWidget>(find(name), Name() + u'!' + name);
 }
 
 QObject* Form::Part(const QString& name) {
-  auto* object = Window()->findChild<QObject*>(name);
-  if (object == nullptr) missing(Name() + u'!' + name);
-  return object;
+  return find(name);
 }
 
 void Form::missing(const QString& name) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QObject>
 #include <QPointer>
 #include <QString>
@@ -75,7 +76,10 @@ class Form : public QObject {
     return typed;
   }
 
+  QObject* find(const QString& name);
+
   QPointer<QWidget> window_;
+  QHash<QString, QPointer<QObject>> found_;  // by name, so that each is searched for once
 };
 
 // The forms of the program by name, each made at its first touch.

@@ -17,6 +17,7 @@ void LookupList::clear() {
   texts_.clear();
   keys_.clear();
   rows_.clear();
+  singleTexts_.clear();
 }
 
 void LookupList::ensureLoaded() {
@@ -39,7 +40,10 @@ void LookupList::invalidate() {
 
 QString LookupList::text(qint64 key) const {
   if (key == 0) return {};
-  return loaded_ ? textAt(rows_.value(key, -1)) : source_.textOf(key);
+  if (loaded_) return textAt(rows_.value(key, -1));
+  auto known = singleTexts_.constFind(key);
+  if (known == singleTexts_.constEnd()) known = singleTexts_.insert(key, source_.textOf(key));
+  return *known;
 }
 
 qint64 LookupList::keyAt(int row) const {

@@ -53,6 +53,7 @@ class LookupList final : public QAbstractListModel {
   QVector<QString> texts_;
   QVector<qint64> keys_;
   QHash<qint64, int> rows_;
+  mutable QHash<qint64, QString> singleTexts_;  // asked for before the list was read
 };
 
 using LookupListPtr = std::shared_ptr<LookupList>;

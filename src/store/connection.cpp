@@ -2,6 +2,9 @@
 
 #include <sqlite3.h>
 
+#include <utility>
+
+#include "store/hot_statement.h"
 #include "store/sqlite_language.h"
 
 namespace store {
@@ -9,6 +12,7 @@ namespace {
 
 constexpr qsizetype kMostStatements = 200;
 constexpr int kBusyMilliseconds = 2000;
+constexpr qsizetype kMostLists = 11;
 
 // An archive is data: nothing that its schema may hold is run.
 void harden(sqlite3* handle) {
@@ -58,6 +62,7 @@ Connection::Connection(const QString& path, int flags)
     : path_(path), database_(path.toStdString(), flags | SQLite::OPEN_NOMUTEX, kBusyMilliseconds) {
   harden(database_.getHandle());
   addLanguage(database_.getHandle());
+  addTake(database_.getHandle(), &taken_);
   database_.exec(
       "PRAGMA synchronous = FULL; PRAGMA cell_size_check = ON; PRAGMA cache_size = -5000;");
 }
@@ -181,6 +186,25 @@ void Connection::lookForWrites() {
   dataVersion_ = version;
   ++writes_;
   forgetQueries();
+}
+
+std::vector<qint64> Connection::take(const sql::Statement& statement) {
+  taken_.clear();
+  HotStatement scan(*this, statement);
+  while (scan.step()) {
+  }
+  return std::exchange(taken_, {});
+}
+
+const std::vector<quint64>* Connection::keptKeys(const QString& text) const {
+  const auto found = keptKeys_.constFind(text);
+  return keptAt_ == writes_ && found != keptKeys_.constEnd() ? &*found : nullptr;
+}
+
+void Connection::keepKeys(const QString& text, const std::vector<quint64>& keys) {
+  if (keptAt_ != writes_ || keptKeys_.size() >= kMostLists) keptKeys_.clear();
+  keptAt_ = writes_;
+  keptKeys_.insert(text, keys);
 }
 
 }  // namespace store

@@ -5,6 +5,7 @@
 
 #include <QHash>
 #include <memory>
+#include <vector>
 
 #include "store/catalog.h"
 #include "store/failure.h"
@@ -60,6 +61,8 @@ class Connection final : public Catalog {
   };
   Lease prepare(const QByteArray& text) const;
   Lease prepare(const sql::Statement& statement) const;
+  // Runs a statement that takes numbers by tvx_take in its condition; returns what was taken.
+  std::vector<qint64> take(const sql::Statement& statement);
   // Runs a writing statement; the number of rows it changed.
   int execute(const QByteArray& text, const QVariantList& values = {});
   qint64 lastInsertKey() const;
@@ -87,6 +90,10 @@ class Connection final : public Catalog {
   quint64 writes() const { return writes_; }
   void lookForWrites();
 
+  // The keys of lists read lately, by the lists' texts; none once something has been written.
+  const std::vector<quint64>* keptKeys(const QString& text) const;
+  void keepKeys(const QString& text, const std::vector<quint64>& keys);
+
  private:
   void readTable(TableInfo& table) const;
   void readIndexes(TableInfo& table) const;
@@ -102,6 +109,9 @@ class Connection final : public Catalog {
   mutable QHash<QString, std::shared_ptr<const TableInfo>> tables_;
   mutable QHash<QString, std::optional<QString>> queries_;
   int depth_ = 0;
+  std::vector<qint64> taken_;
+  QHash<QString, std::vector<quint64>> keptKeys_;
+  quint64 keptAt_ = 0;
   quint64 writes_ = 0;
   qint64 dataVersion_ = 0;
 };

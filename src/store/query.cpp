@@ -205,17 +205,24 @@ std::optional<Query::Halves> Query::halves() const {
   if (second.table->findColumn(joinColumns().second) != second.table->keyColumn) {
     return std::nullopt;
   }
-  const QByteArray alias = sql::quoteName(first.alias);
-  const QByteArray column = alias + "." + sql::quoteName(pointer);
-  sql::Printer pointers;
-  pointers.text("SELECT ").text(column).text(", ").text(alias).text(".rowid");
-  for (const SortTerm& term : sortTerms_) pointers.text(", ").expression(*term.expr);
-  pointers.text(" FROM ");
-  pointers.text(sql::quoteName(first.table->name)).text(" AS ").text(alias);
-  pointers.where(resolved_->where, nullptr).text(" ORDER BY ").text(column).text(", ");
-  pointers.text(alias).text(".rowid");
   const QByteArray target = sql::quoteName(second.table->name);
-  return Halves{pointers.take(), {"SELECT rowid FROM " + target + " ORDER BY rowid", {}}};
+  return Halves{pointersOf(first, pointer),
+                {"SELECT rowid FROM " + target + " WHERE tvx_take(rowid) ORDER BY rowid", {}}};
+}
+
+// With sort values they are rows; without, the scan hands number and key over by itself.
+sql::Statement Query::pointersOf(const Source& first, const QString& pointer) const {
+  const QByteArray alias = sql::quoteName(first.alias);
+  const QByteArray both = alias + "." + sql::quoteName(pointer) + ", " + alias + ".rowid";
+  sql::Printer printer;
+  printer.text("SELECT ").text(both);
+  for (const SortTerm& term : sortTerms_) printer.text(", ").expression(*term.expr);
+  printer.text(" FROM ").text(sql::quoteName(first.table->name)).text(" AS ").text(alias);
+  printer.where(resolved_->where, nullptr);
+  if (sortTerms_.empty()) {
+    printer.text(resolved_->where ? " AND " : " WHERE ").text("tvx_take(" + both + ")");
+  }
+  return printer.text(" ORDER BY ").text(both).take();
 }
 
 sql::Statement Query::keysWhere(const ExprPtr& condition) const {

@@ -38,8 +38,10 @@ class Query final {
   // Where the rows of the first table point at those of the second by an index, and no condition
   // but that index's stands in the way: the two tables apart, each ordered by the common number.
   struct Halves {
-    sql::Statement pointers;  // number pointed at, key of the first table, values of sortTerms()
-    sql::Statement targets;   // key of the second table
+    // Number pointed at, key of the first table, sort values. Without sort values both columns are
+    // taken by the scan itself (see Connection::take), and there are no rows.
+    sql::Statement pointers;
+    sql::Statement targets;  // keys of the second table, taken
   };
   std::optional<Halves> halves() const;
   // Keys of the rows that meet a condition, in any order.
@@ -67,6 +69,7 @@ class Query final {
   bool isKey(const sql::Expr& expr) const;
   bool isUnique(const sql::Expr& key) const;
   void printKeys(sql::Printer& printer) const;
+  sql::Statement pointersOf(const sql::Source& first, const QString& pointer) const;
   bool walksAnIndex(const QString& pointer) const;
 
   sql::ResolvedPtr resolved_;

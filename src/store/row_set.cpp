@@ -49,11 +49,19 @@ RowSet::RowSet(std::shared_ptr<Connection> connection, const QString& source)
   const Connection::Reading reading(*connection_);
   if (query_.keyTables().empty()) {
     readResults();
-  } else if (query_.sortTerms().empty()) {
+    return;
+  }
+  // A list that was left comes back at once, as long as nothing has been written since.
+  if (const std::vector<RowKey>* kept = connection_->keptKeys(text_)) {
+    keys_ = *kept;
+    return;
+  }
+  if (query_.sortTerms().empty()) {
     readKeys();
   } else {
     readSorted();
   }
+  connection_->keepKeys(text_, keys_);
 }
 
 std::shared_ptr<RowSet> RowSet::again() const {
@@ -64,39 +72,52 @@ RowKey RowSet::keyIn(const HotStatement& row) const {
   return packKey(row.integer(0), query_.keyTables().size() == 2 ? row.integer(1) : 0);
 }
 
-void RowSet::readRows(const Take& take) {
-  if (const auto halves = query_.halves()) return mergeRows(*halves, take);
-  HotStatement rows(*connection_, query_.keys());
-  const int values = static_cast<int>(query_.keyTables().size());
-  while (rows.step()) take(keyIn(rows), rows, values);
+void RowSet::readKeys() {
+  if (const auto halves = query_.halves()) {
+    mergeKeys(connection_->take(halves->pointers), connection_->take(halves->targets));
+  } else {
+    HotStatement rows(*connection_, query_.keys());
+    while (rows.step()) keys_.push_back(keyIn(rows));
+  }
+  keys_.shrink_to_fit();
 }
 
 // Both tables are walked side by side in the order of their common number: that spares a search
-// in the one for each row of the other.
-void RowSet::mergeRows(const Query::Halves& halves, const Take& take) {
-  HotStatement pointers(*connection_, halves.pointers);
-  HotStatement targets(*connection_, halves.targets);
-  bool more = targets.step();
-  while (more && pointers.step()) {
-    // Null points at no row, neither does a text.
-    if (!pointers.isInteger(0)) continue;
-    const qint64 wanted = pointers.integer(0);
-    while (more && targets.integer(0) < wanted) more = targets.step();
-    if (more && targets.integer(0) == wanted)
-      take(packKey(pointers.integer(1), wanted), pointers, 2);
+// in the one for each row of the other. `pointers` are pairs of number and key.
+void RowSet::mergeKeys(const std::vector<qint64>& pointers, const std::vector<qint64>& targets) {
+  keys_.reserve(std::min(pointers.size() / 2, targets.size()));
+  auto target = targets.begin();
+  for (std::size_t i = 0; i < pointers.size(); i += 2) {
+    while (target != targets.end() && *target < pointers[i]) ++target;
+    if (target == targets.end()) return;
+    if (*target == pointers[i]) keys_.push_back(packKey(pointers[i + 1], *target));
   }
-}
-
-void RowSet::readKeys() {
-  readRows([this](RowKey key, const HotStatement&, int) { keys_.push_back(key); });
-  keys_.shrink_to_fit();
 }
 
 void RowSet::readSorted() {
   RowSorter sorter(*connection_, query_.sortTerms());
-  readRows(
-      [&sorter](RowKey key, const HotStatement& row, int values) { sorter.add(key, row, values); });
+  if (const auto halves = query_.halves()) {
+    addPointers(*halves, sorter);
+  } else {
+    HotStatement rows(*connection_, query_.keys());
+    const int values = static_cast<int>(query_.keyTables().size());
+    while (rows.step()) sorter.add(keyIn(rows), rows, values);
+  }
   keys_ = sorter.sorted();
+}
+
+void RowSet::addPointers(const Query::Halves& halves, RowSorter& sorter) {
+  const std::vector<qint64> targets = connection_->take(halves.targets);
+  HotStatement pointers(*connection_, halves.pointers);
+  auto target = targets.begin();
+  while (pointers.step()) {
+    // Null points at no row, neither does a text.
+    if (!pointers.isInteger(0)) continue;
+    const qint64 wanted = pointers.integer(0);
+    while (target != targets.end() && *target < wanted) ++target;
+    if (target == targets.end()) return;
+    if (*target == wanted) sorter.add(packKey(pointers.integer(1), wanted), pointers, 2);
+  }
 }
 
 void RowSet::readResults() {

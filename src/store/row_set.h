@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QVector>
-#include <functional>
 #include <memory>
 #include <unordered_map>
 #include <vector>
@@ -13,6 +12,7 @@
 namespace store {
 
 class HotStatement;
+class RowSorter;
 
 // The keys of a row: the row numbers of its one or two tables, packed into eight bytes.
 using RowKey = quint64;
@@ -66,10 +66,8 @@ class RowSet final {
   Connection& source() { return results_ ? results_->connection() : *connection_; }
   RowKey keyIn(const HotStatement& row) const;
   void readKeys();
-  // Takes each row's key, and the statement with its sort values from a column on.
-  using Take = std::function<void(RowKey, const HotStatement&, int)>;
-  void readRows(const Take& take);
-  void mergeRows(const Query::Halves& halves, const Take& take);
+  void mergeKeys(const std::vector<qint64>& pointers, const std::vector<qint64>& targets);
+  void addPointers(const Query::Halves& halves, RowSorter& sorter);
   void readSorted();
   void readResults();
 

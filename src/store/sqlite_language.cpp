@@ -72,12 +72,26 @@ void addFunction(sqlite3* handle, const char* name, int arguments,
                              function, nullptr, nullptr, nullptr);
 }
 
+void takeCallback(sqlite3_context* context, int count, sqlite3_value** arguments) {
+  auto& sink = *static_cast<std::vector<qint64>*>(sqlite3_user_data(context));
+  sqlite3_result_int(context, 0);
+  for (int i = 0; i < count; ++i) {
+    if (sqlite3_value_type(arguments[i]) != SQLITE_INTEGER) return;
+  }
+  for (int i = 0; i < count; ++i) sink.push_back(sqlite3_value_int64(arguments[i]));
+}
+
 }  // namespace
 
 void addLanguage(sqlite3* handle) {
   sqlite3_create_collation_v2(handle, "ITALIANO", SQLITE_UTF8, nullptr, compareCallback, nullptr);
   addFunction(handle, "tvx_like", 2, likeCallback);
   addFunction(handle, "tvx_text", 1, textCallback);
+}
+
+void addTake(sqlite3* handle, std::vector<qint64>* sink) {
+  sqlite3_create_function_v2(handle, "tvx_take", -1, SQLITE_UTF8, sink, takeCallback, nullptr,
+                             nullptr, nullptr);
 }
 
 }  // namespace store

@@ -138,6 +138,8 @@ void frmMain::CreaNuovo(bool bDuplica) {
     const store::RecordsetPtr rs = dbForm(iRacCorr).Recordset();
     if (!rs) throw store::Failure(store::failure::kClosed, QStringLiteral("Nessun elenco aperto"));
     if (bDuplica) ScambiaValoriCampi(iRacCorr, 0);
+    // Counter and both rows reach the file together, or none of them.
+    store::Transaction transaction(*dbArc);
     rs->AddNew();
     if (bDuplica) {
       ScambiaValoriCampi(iRacCorr, 1);
@@ -147,8 +149,6 @@ void frmMain::CreaNuovo(bool bDuplica) {
     if (!control<QPushButton>(QStringLiteral("cmdEspandi"))->isChecked()) setExtended(false);
     static_cast<QTabWidget*>(panRecord(iRacCorr))->setCurrentIndex(0);
     aCampi(iRacCorr, 1).oControllo->widget()->setFocus(Qt::OtherFocusReason);
-    // Counter and both rows reach the file together, or none of them.
-    store::Transaction transaction(*dbArc);
     const int lNuovo = lNewCont();
     rs->SetValue(raccolta.sCampoLegame, lNuovo);
     rs->SetValue(raccolta.sTabDettaglio + u'.' + raccolta.sCampoID, lNuovo);
