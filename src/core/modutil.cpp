@@ -101,8 +101,7 @@ void EvidenziaFocus(bool bEntra) {
   if (bEntra) {
     evidenziato.controllo = QApplication::focusWidget();
     if (evidenziato.controllo && hasEntryName(evidenziato.controllo)) {
-      platform::FlashTarget::SetBackColor(evidenziato.controllo, kGialloChiaro);
-      platform::FlashTarget::SetForeColor(evidenziato.controllo, kNero);
+      platform::FlashTarget::SetColors(evidenziato.controllo, kNero, kGialloChiaro);
     }
     return;
   }

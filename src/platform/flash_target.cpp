@@ -78,9 +78,17 @@ BgrColor FlashTarget::BackColor(const QWidget* widget) {
 }
 
 void FlashTarget::SetBackColor(QWidget* widget, BgrColor color) {
-  setColor(widget, rolesOf(widget).background, color);
+  SetColors(widget, ForeColor(widget), color);
+}
+
+void FlashTarget::SetColors(QWidget* widget, BgrColor text, BgrColor background) {
+  const Roles roles = rolesOf(widget);
+  QPalette palette = widget->palette();
+  palette.setColor(roles.text, fromBgr(text));
+  palette.setColor(roles.background, fromBgr(background));
+  widget->setPalette(palette);
   // A label or a panel lets its parent show through until it is told to fill itself.
-  if (rolesOf(widget).background == QPalette::Window && !widget->autoFillBackground()) {
+  if (roles.background == QPalette::Window && !widget->autoFillBackground()) {
     widget->setAutoFillBackground(true);
     widget->setProperty(kFilledByUs, true);
   }

@@ -22,6 +22,8 @@ class FlashTarget final {
   static void SetForeColor(QWidget* widget, BgrColor color);
   static BgrColor BackColor(const QWidget* widget);
   static void SetBackColor(QWidget* widget, BgrColor color);
+  // Both at once: a control repaints itself for each change of its colours.
+  static void SetColors(QWidget* widget, BgrColor text, BgrColor background);
   // Gives both colours back to the theme.
   static void ResetColors(QWidget* widget);
 };

@@ -305,12 +305,13 @@ void Recordset::writeChanges() {
   if (!changes.isEmpty()) {
     RowTransaction transaction(cursor_->connection());
     cursor_->updateRow(changes);
+    // Read within the transaction, which has the file's lock anyway.
+    cursor_->refreshRow();
     transaction.commit();
   }
   mode_ = EditMode::None;
   lastModified_ = cursor_->bookmark();
   if (fields.isEmpty()) return;
-  cursor_->refreshRow();
   Q_EMIT rowChanged(cursor_->place(), fields);
 }
 

@@ -174,6 +174,53 @@ TEST_F(Faults, ALockedArchive) {
   EXPECT_EQ(folder_.found("SELECT count(*) FROM LIB"), QString("589"));
 }
 
+TEST_F(Faults, AFileThatBreaks) {
+  const struct {
+    const char* way;
+    function<void()> act;
+    bool told;
+  } cases[] = {
+      {"scrolling", [] { for (int i = 0; i < 12; ++i) press(Qt::Key_PageDown); }, true},
+      {"the last row", [] { press(Qt::Key_End); }, true},
+      {"a list", [] { enter("cboLingua"); type("fr"); press(Qt::Key_Return); }, true},
+      {"a list clicked", [] { click(box("cboLingua")); }, true},
+      {"a list in a cell", [] {
+         for (int i = 0; i < 7; ++i) press(Qt::Key_Right);
+         press(Qt::Key_F2);
+       }, true},
+      {"sorting", [] { aRaccolte(0).sOrdine = " ORDER BY Titolo"; DBRefresh(); }, true},
+      {"another collection", [] { selectByTab(3); selectByTab(0); }, true},
+      {"a new record", [] { press(Qt::Key_F12); }, true},
+      {"a copy", [] { press(Qt::Key_F11); }, true},
+      {"a deletion", [] { press(Qt::Key_C, Qt::AltModifier); }, true},
+      {"typing", [] { fill("txtTitolo", "Prova"); }, true},
+      {"columns", [] { trigger("mnuVarieSalva"); }, true},
+      {"a larger window", [] { window()->resize(1300, 1400); grid()->viewport()->repaint(); }, false},
+      {"the end", [] { trigger("mnuFileChiudi"); }, false},
+  };
+  const QByteArray whole = [this] {
+    QFile file(folder_.path("esempio.tvx"));
+    file.open(QIODevice::ReadOnly);
+    return file.readAll();
+  }();
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.way);
+    folder_.writeFile("esempio.tvx", whole);
+    ASSERT_TRUE(start());
+    ASSERT_EQ(list()->RecordCount(), 588);
+    QFile(folder_.path("esempio.tvx")).resize(100);
+    if (QByteArray(c.way) == "a deletion") answer(platform::kYes);
+    ready(40);
+    c.act();
+    QApplication::processEvents();
+    const QString told = message();
+    EXPECT_EQ(told.contains("3049"), c.told) << qPrintable(told);
+    ready(40);
+    end();
+    message();
+  }
+}
+
 // Without its counter an archive gives the key 0: it is told each time, and made once at most.
 TEST_F(Faults, AnArchiveWithoutACounter) {
   folder_.outside("DELETE FROM CONT");
