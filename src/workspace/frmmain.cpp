@@ -281,6 +281,7 @@ void frmMain::mnuMaxExtension_Click() {
 }
 
 void frmMain::mnuEliminaFiltro_Click() {
+  if (iRacCorr < 0) return;
   Puntatore(kClessidra);
   aRaccolte(iRacCorr).sFiltro.clear();
   DBRefresh();

@@ -117,7 +117,7 @@ void frmMain::Salva() {
 }
 
 void frmMain::TastoAddNew() {
-  if (!pressable(Control(QStringLiteral("cmdAddNew")))) return;
+  if (iRacCorr < 0 || !pressable(Control(QStringLiteral("cmdAddNew")))) return;
   Salva();
   AbilitazionePannello(true);
   CreaNuovo(false);
@@ -221,6 +221,7 @@ void frmMain::deleteAllShown() {
 }
 
 void frmMain::mnuVarieSalva_Click() {
+  if (iRacCorr < 0) return;
   protetto("frmMain!VarieSalva", [&] {
     auto* grid = platform::forms()[QStringLiteral("frmGrid")].control<platform::DataGrid>(
         QStringLiteral("grd"));

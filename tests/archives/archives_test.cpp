@@ -76,14 +76,14 @@ TEST_F(Archives, ReadAndWriteNamedValues) {
   EXPECT_EQ(folder_.found("SELECT count(*) FROM CFG", "modello.tvx"), QString("4"));
   rs->Close();
   MessageBoxSeam::setNextAnswer(platform::kOk);
-  EXPECT_FALSE(bConfRead(db_->OpenRecordset("CFG", store::RecordsetType::Snapshot), "x", text, number));
+  EXPECT_FALSE(
+      bConfRead(db_->OpenRecordset("CFG", store::RecordsetType::Snapshot), "x", text, number));
   EXPECT_TRUE(MessageBoxSeam::shown().last().text.endsWith("Procedura: modManArc!bConfRead"));
 }
 
 TEST_F(Archives, TakeTheNameFromTheSettings) {
   const QString none = "Attenzione! 48 Nessun archivio da aprire.";
-  const QString missing =
-      "Attenzione! 48 L'archivio altro.tvx non esiste o non e' utilizzabile.";
+  const QString missing = "Attenzione! 48 L'archivio altro.tvx non esiste o non e' utilizzabile.";
   const struct {
     int mode;
     const char* lastOpen;
@@ -119,8 +119,9 @@ TEST_F(Archives, TakeTheNameFromTheSettings) {
 }
 
 TEST_F(Archives, AreJudgedByTheirStamps) {
-  const QString required = " 0 TavolixViene richiesto un database V.1/Tavolix mentre il database "
-                           "aperto e': V.";
+  const QString required =
+      " 0 TavolixViene richiesto un database V.1/Tavolix mentre il database "
+      "aperto e': V.";
   const QString locked =
       "Attenzione! 48 L'archivio e' protetto da un codice di accesso e non puo' essere aperto.";
   const struct {
@@ -136,8 +137,8 @@ TEST_F(Archives, AreJudgedByTheirStamps) {
       {"UPDATE CFG SET nVal = NULL WHERE dsc = 'DB_VERSION'", true, "", 0},
       {"DELETE FROM CFG WHERE dsc = 'DB_VERSION'", true, "", 0},
       {"UPDATE CFG SET sVal = 'Altro' WHERE dsc = 'DB_APPLICATION'", true, required + "1/Altro", 1},
-      {"UPDATE CFG SET sVal = 'tavolix' WHERE dsc = 'DB_APPLICATION'", true,
-       required + "1/tavolix", 1},
+      {"UPDATE CFG SET sVal = 'tavolix' WHERE dsc = 'DB_APPLICATION'", true, required + "1/tavolix",
+       1},
       {"DELETE FROM CFG", true, required + "0/", 0},
       {"UPDATE CFG SET sVal = 'xyz' WHERE dsc = 'PWD'", true, locked, 1},
       {"UPDATE CFG SET sVal = 'xyz' WHERE dsc = 'PWD'", false, "", 1},
@@ -164,8 +165,11 @@ TEST_F(Archives, AreCheckedAgainstTheSettings) {
     const char* version;
     const char* application;
     bool opened;
-  } cases[] = {{"1", "Tavolix", true}, {"3", "Tavolix", true}, {"0", "Tavolix", false},
-               {"1", "", false},       {"uno", "Tavolix", false}};
+  } cases[] = {{"1", "Tavolix", true},
+               {"3", "Tavolix", true},
+               {"0", "Tavolix", false},
+               {"1", "", false},
+               {"uno", "Tavolix", false}};
   for (const auto& c : cases) {
     folder_.set("ManArc", "db_version", c.version);
     folder_.set("ManArc", "db_application", c.application);
@@ -218,7 +222,8 @@ class Manager final : public platform::Form {
   QWidget* build() override { return new QWidget; }
   void loaded() override {
     setProperty("FileName", answers_.isEmpty() ? QString() : answers_.takeFirst());
-    QMetaObject::invokeMethod(this, [this] { Hide(); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this, [this] { Hide(); }, Qt::QueuedConnection);
   }
 
   QStringList& answers_;

@@ -1,9 +1,8 @@
-#include "core/modcuore.h"
-
 #include <gtest/gtest.h>
 
 #include <QApplication>
 
+#include "core/modcuore.h"
 #include "core/modmain.h"
 #include "core/raccolte.h"
 #include "platform/data_control.h"
@@ -59,8 +58,8 @@ TEST_F(Cuore, AddsAValueToItsListOnce) {
     QString text;
     bool isNew;
   } cases[] = {
-      {"LINGUA", -1, "Italiano", false}, {"LINGUA", -1, "Volapuk", true},
-      {"LINGUA", -1, "volapuk", false}, {"LINGUA", 3, "Volapuk", true},
+      {"LINGUA", -1, "Italiano", false},     {"LINGUA", -1, "Volapuk", true},
+      {"LINGUA", -1, "volapuk", false},      {"LINGUA", 3, "Volapuk", true},
       {"GENERE", 0, "L'altro genere", true},
   };
   qlonglong newest = last.toLongLong();
@@ -79,13 +78,13 @@ TEST_F(Cuore, AddsAValueToItsListOnce) {
 TEST_F(Cuore, OffersTheValuesOfOneList) {
   const platform::LookupListPtr list = ListaValori(-1, "LINGUA");
   EXPECT_EQ(ListaValori(-1, "LINGUA"), list);
-  const qint64 key = folder_.found("SELECT ID FROM TAB WHERE TipoTab = 'LINGUA' AND \"Default\" <> 0")
-                         .toLongLong();
+  const qint64 key =
+      folder_.found("SELECT ID FROM TAB WHERE TipoTab = 'LINGUA' AND \"Default\" <> 0")
+          .toLongLong();
   EXPECT_EQ(list->text(key), QString("Italiano"));
   EXPECT_FALSE(list->isLoaded());
   list->ensureLoaded();
-  const QString count =
-      folder_.found("SELECT count(*) FROM TAB WHERE TipoTab = 'LINGUA'");
+  const QString count = folder_.found("SELECT count(*) FROM TAB WHERE TipoTab = 'LINGUA'");
   EXPECT_EQ(list->rowCount(), count.toInt() + 1);
   EXPECT_EQ(list->textAt(0), QString(""));
   EXPECT_LE(list->textAt(1), list->textAt(2));

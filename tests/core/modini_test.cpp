@@ -39,11 +39,16 @@ TEST_F(ModIni, ReadsValuesOfTheCurrentSection) {
     QString text;
     QString number;
   } cases[] = {
-      {"Uno", "Testo", "valore", "0"},     {"Due", "Testo", "altro", "0"},
-      {"uno", "testo", "valore", "0"},     {"Uno", "Numero", "12", "12"},
-      {"Uno", "Meno", "-1", "-1"},         {"Uno", "Limite", "-32768", "-"},
-      {"Uno", "Assente", "-", "0"},        {"Uno", "Nessuno", "-", "-"},
-      {"Tre", "Testo", "-", "-"},          {"Uno", "Parola", "dodici", "0"},
+      {"Uno", "Testo", "valore", "0"},
+      {"Due", "Testo", "altro", "0"},
+      {"uno", "testo", "valore", "0"},
+      {"Uno", "Numero", "12", "12"},
+      {"Uno", "Meno", "-1", "-1"},
+      {"Uno", "Limite", "-32768", "-"},
+      {"Uno", "Assente", "-", "0"},
+      {"Uno", "Nessuno", "-", "-"},
+      {"Tre", "Testo", "-", "-"},
+      {"Uno", "Parola", "dodici", "0"},
       {"Due", "Lungo", QString(255, 'x'), "0"},
   };
   for (const auto& c : cases) {

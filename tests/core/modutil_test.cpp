@@ -1,10 +1,11 @@
+#include "core/modutil.h"
+
 #include <gtest/gtest.h>
 
 #include <QApplication>
 #include <QComboBox>
 
 #include "core/errore.h"
-#include "core/modutil.h"
 #include "platform/data_combo.h"
 #include "platform/form.h"
 #include "platform/message_box.h"
@@ -90,8 +91,9 @@ TEST_F(Messages, ComeFromProtectedProceduresOnly) {
   EXPECT_TRUE(MessageBoxSeam::shown().isEmpty());
   MessageBoxSeam::setNextAnswer(platform::kOk);
   EXPECT_EQ(protetto("mod!Proc", [&] { return fail(true); }), 0);
-  EXPECT_TRUE(last().text.endsWith("3021\rDescrizione: Nessun record corrente\r"
-                                   "Procedura: mod!Proc"));
+  EXPECT_TRUE(
+      last().text.endsWith("3021\rDescrizione: Nessun record corrente\r"
+                           "Procedura: mod!Proc"));
 }
 
 TEST(ModUtil, FillsYearsAndMonths) {
@@ -122,12 +124,12 @@ TEST(ModUtil, SelectsARowWhateverBlanksStandAroundIt) {
 
 TEST(ModUtil, SetsACombosRowByTextOrKey) {
   platform::DataCombo combo;
-  combo.SetList(std::make_shared<platform::LookupList>(platform::LookupList::Source{
-      [](platform::LookupList& list) {
-        list.addItem("Adelphi", 31);
-        list.addItem("Bompiani", 12);
-      },
-      [](qint64) { return QString(); }}));
+  combo.SetList(std::make_shared<platform::LookupList>(
+      platform::LookupList::Source{[](platform::LookupList& list) {
+                                     list.addItem("Adelphi", 31);
+                                     list.addItem("Bompiani", 12);
+                                   },
+                                   [](qint64) { return QString(); }}));
   const struct {
     int column;
     QVariant value;

@@ -42,23 +42,22 @@ TEST_F(Registro, NamesElevenCollections) {
   QStringList rows;
   for (int i = 0; i < kRaccolte; ++i) {
     const tRaccolta& r = aRaccolte(i);
-    rows << QStringList{r.sNome,         r.sQuery,   r.sTabPrincipale,
-                        r.sCampoLegame,  r.sTabDettaglio, r.sCampoID,
-                        r.sCampoPadre,   r.sRifPadre, QString::number(r.iSottoRaccolta)}
+    rows << QStringList{r.sNome,        r.sQuery,        r.sTabPrincipale,
+                        r.sCampoLegame, r.sTabDettaglio, r.sCampoID,
+                        r.sCampoPadre,  r.sRifPadre,     QString::number(r.iSottoRaccolta)}
                 .join(' ');
   }
-  EXPECT_EQ(rows.join('\n'),
-            QString("Libri Q_LIB MAIN RacID LIB ID   -1\n"
-                    "Riviste Q_RIV MAIN RacID RIV ID   8\n"
-                    "Audio Q_AUD MAIN RacID AUD ID   9\n"
-                    "Video Q_VID MAIN RacID VID ID   -1\n"
-                    "Software Q_COM MAIN RacID COM ID   -1\n"
-                    "Medicinali Q_MED MAIN RacID MED ID   -1\n"
-                    "Oggetti Vari Q_OGG MAIN RacID OGG ID   -1\n"
-                    "Persone Q_PER MAIN RacID PER ID   10\n"
-                    "Articoli Q_RIVSUB RIVSUB    RivID RIV.ID -1\n"
-                    "Brani Q_AUDSUB AUDSUB    AudID AUD.ID -1\n"
-                    "Contatti Q_PERSUB PERSUB    PerID PER.ID -1"));
+  EXPECT_EQ(rows.join('\n'), QString("Libri Q_LIB MAIN RacID LIB ID   -1\n"
+                                     "Riviste Q_RIV MAIN RacID RIV ID   8\n"
+                                     "Audio Q_AUD MAIN RacID AUD ID   9\n"
+                                     "Video Q_VID MAIN RacID VID ID   -1\n"
+                                     "Software Q_COM MAIN RacID COM ID   -1\n"
+                                     "Medicinali Q_MED MAIN RacID MED ID   -1\n"
+                                     "Oggetti Vari Q_OGG MAIN RacID OGG ID   -1\n"
+                                     "Persone Q_PER MAIN RacID PER ID   10\n"
+                                     "Articoli Q_RIVSUB RIVSUB    RivID RIV.ID -1\n"
+                                     "Brani Q_AUDSUB AUDSUB    AudID AUD.ID -1\n"
+                                     "Contatti Q_PERSUB PERSUB    PerID PER.ID -1"));
 }
 
 TEST_F(Registro, RefusesPlacesOutside) {
@@ -148,7 +147,8 @@ TEST_F(Registro, HasFieldsThatAreColumnsOfTableAndList) {
     EXPECT_EQ(table->Fields()[column].kind, kinds[campo.sTipo]);
     const int field = list->FindField(campo.sCampoDB);
     ASSERT_GE(field, 0);
-    EXPECT_EQ(field, list->FindField(sCampoQualificato(i, static_cast<int>(&campo - &aCampi(i, 0)))));
+    EXPECT_EQ(field,
+              list->FindField(sCampoQualificato(i, static_cast<int>(&campo - &aCampi(i, 0)))));
     EXPECT_EQ(list->Fields()[field].table.toUpper(), name);
     EXPECT_TRUE(list->Fields()[field].updatable);
   });

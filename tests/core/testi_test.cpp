@@ -101,7 +101,7 @@ TEST(Testi, TurnsSecondsIntoATimeOfDay) {
   const struct {
     int seconds;
     QTime time;
-  } cases[] = {{3725, {1, 2, 5}}, {0, {0, 0, 0}},      {-5, {0, 0, 0}},
+  } cases[] = {{3725, {1, 2, 5}}, {0, {0, 0, 0}},        {-5, {0, 0, 0}},
                {59, {0, 0, 59}},  {86399, {23, 59, 59}}, {90000, {1, 0, 0}}};
   for (const auto& c : cases) EXPECT_EQ(SecondiAData(c.seconds), c.time) << c.seconds;
 }

@@ -36,7 +36,8 @@ class Accessibility : public Desk {
     QVector<QWidget*> order;
     QWidget* widget = first;
     do {
-      const bool reached = (widget->focusPolicy() & Qt::TabFocus) != 0 && widget->focusProxy() == nullptr;
+      const bool reached =
+          (widget->focusPolicy() & Qt::TabFocus) != 0 && widget->focusProxy() == nullptr;
       if (reached && form()->isAncestorOf(widget)) order << widget;
       widget = widget->nextInFocusChain();
     } while (widget != first);

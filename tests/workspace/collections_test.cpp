@@ -43,9 +43,10 @@ class Collections : public Desk {
     EXPECT_EQ(iRacCorr, collection);
     EXPECT_EQ(title(), QString("Raccolta ") + kNames[collection]);
     EXPECT_EQ(tabs()->SelectedTag(), QString::number(collection));
-    EXPECT_EQ(status(), "Elenco completo: " +
-                            folder_.found("SELECT count(*) FROM " + aRaccolte(collection).sTabDettaglio) +
-                            " records");
+    EXPECT_EQ(status(),
+              "Elenco completo: " +
+                  folder_.found("SELECT count(*) FROM " + aRaccolte(collection).sTabDettaglio) +
+                  " records");
     QStringList captions;
     for (int i = 0; i < grid()->ColumnCount(); ++i) captions << grid()->Column(i).caption;
     EXPECT_EQ(captions.join('|'), headings()[aRaccolte(collection).sQuery].join('|'));
@@ -71,10 +72,10 @@ TEST_F(Collections, AreChosenByTabMenuOrKey) {
     const char* menu;
     Qt::Key key;
   } cases[] = {
-      {1, "mnuRaccolteRiviste", Qt::Key_R},  {2, "mnuRaccolteAudio", Qt::Key_A},
-      {3, "mnuRaccolteVideo", Qt::Key_V},    {4, "mnuRaccolteSoftware", Qt::Key_S},
+      {1, "mnuRaccolteRiviste", Qt::Key_R},    {2, "mnuRaccolteAudio", Qt::Key_A},
+      {3, "mnuRaccolteVideo", Qt::Key_V},      {4, "mnuRaccolteSoftware", Qt::Key_S},
       {5, "mnuRaccolteMedicinali", Qt::Key_M}, {6, "mnuRaccolteOggetti", Qt::Key_O},
-      {7, "mnuRaccoltePersone", Qt::Key_P},  {0, "mnuRaccolteLibri", Qt::Key_L},
+      {7, "mnuRaccoltePersone", Qt::Key_P},    {0, "mnuRaccolteLibri", Qt::Key_L},
   };
   for (const auto& c : cases) {
     selectByTab(c.collection);
@@ -105,9 +106,10 @@ TEST_F(Collections, KeepTheirFilterAndOrder) {
   DBRefresh();
   const QString filtered = status();
   const QString first = stored("Titolo");
-  EXPECT_EQ(filtered, "Elenco filtrato: " +
-                          folder_.found("SELECT count(*) FROM MAIN WHERE TipoRac = 0 AND Anno > 1990") +
-                          " records");
+  EXPECT_EQ(filtered,
+            "Elenco filtrato: " +
+                folder_.found("SELECT count(*) FROM MAIN WHERE TipoRac = 0 AND Anno > 1990") +
+                " records");
   selectByTab(3);
   expectCollection(3);
   EXPECT_FALSE(mainControl("cmdBar(8)")->isEnabled());

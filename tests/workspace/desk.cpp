@@ -128,13 +128,27 @@ QStringList Desk::fileRow(int collection, const QString& key) const {
     const QString names = folder_.found("SELECT name FROM pragma_table_info('" + table + "')");
     for (const QString& name : names.split('\n')) {
       row << table + '.' + name + '=' +
-                 folder_.found("SELECT \"" + name + "\" FROM " + table + " WHERE " + column + " = " + key);
+                 folder_.found("SELECT \"" + name + "\" FROM " + table + " WHERE " + column +
+                               " = " + key);
     }
   }
   return row;
 }
 QStringList Desk::fileRow() const {
   return fileRow(iRacCorr, stored(aRaccolte(iRacCorr).sCampoLegame));
+}
+
+QString Desk::changesBy(const std::function<void()>& work) const {
+  const int collection = iRacCorr;
+  const QString key = stored(aRaccolte(collection).sCampoLegame);
+  const QStringList before = fileRow(collection, key);
+  work();
+  const QStringList after = fileRow(collection, key);
+  QStringList changed;
+  for (int i = 0; i < after.size(); ++i) {
+    if (before[i] != after[i]) changed << after[i];
+  }
+  return changed.join(", ");
 }
 
 void Desk::selectByTab(int collection) {
@@ -145,7 +159,8 @@ void Desk::selectByTab(int collection) {
   QApplication::processEvents();
 }
 void Desk::trigger(const QString& name) {
-  action(name)->trigger();
+  // As from the menu: within an event.
+  QMetaObject::invokeMethod(action(name), &QAction::trigger, Qt::QueuedConnection);
   QApplication::processEvents();
 }
 void Desk::click(QWidget* widget) {
@@ -170,7 +185,8 @@ void Desk::type(const QString& text) {
 }
 void Desk::enter(const QString& name) {
   for (int j = 0; j < iNumeroCampi(iRacCorr); ++j) {
-    if (aCampi(iRacCorr, j).sControllo == name) pages()->setCurrentIndex(aCampi(iRacCorr, j).iPagina);
+    if (aCampi(iRacCorr, j).sControllo == name)
+      pages()->setCurrentIndex(aCampi(iRacCorr, j).iPagina);
   }
   box(name)->setFocus(Qt::MouseFocusReason);
   QApplication::processEvents();
@@ -192,7 +208,10 @@ QString Desk::message() {
   MessageBoxSeam::reset();
   MessageBoxSeam::setNoWindow(true);
   if (all.isEmpty()) return "-";
-  return QStringLiteral("%1 %2 %3").arg(all.last().title).arg(all.last().style).arg(all.last().text);
+  return QStringLiteral("%1 %2 %3")
+      .arg(all.last().title)
+      .arg(all.last().style)
+      .arg(all.last().text);
 }
 
 }  // namespace tavolix

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QWidget>
+#include <functional>
 
 #include "core/program_folder.h"
 #include "platform/data_grid.h"
@@ -51,6 +52,8 @@ class Desk : public ::testing::Test {
   QStringList fileRow(int collection, const QString& key) const;
   // The same for the current row.
   QStringList fileRow() const;
+  // The columns of the current row that some work changes in the file.
+  QString changesBy(const std::function<void()>& work) const;
 
   static void selectByTab(int collection);
   static void trigger(const QString& name);

@@ -34,10 +34,11 @@ class Faults : public Desk {
     EXPECT_EQ(boxText("txtCod"), cell(3, "Cod"));
     const QString key = stored("RacID");
     fill("txtNote", "ancora viva");
-    EXPECT_EQ(folder_.found(QStringLiteral("SELECT Note FROM MAIN WHERE TipoRac = %1 AND RacID = %2")
-                                .arg(collection)
-                                .arg(key)),
-              QString("ancora viva"));
+    EXPECT_EQ(
+        folder_.found(QStringLiteral("SELECT Note FROM MAIN WHERE TipoRac = %1 AND RacID = %2")
+                          .arg(collection)
+                          .arg(key)),
+        QString("ancora viva"));
     EXPECT_EQ(message(), QString("-"));
   }
 };
@@ -50,13 +51,36 @@ TEST_F(Faults, ARowThatIsGone) {
   } cases[] = {
       {"typing", [] { fill("txtTitolo", "Troppo tardi"); }},
       {"a tick", [] { fill("txtVoto", "5"); }},
-      {"a cell", [] { goTo(4, "Titolo"); type("Troppo tardi"); press(Qt::Key_Return); }},
-      {"keys", [] { leave(); press(Qt::Key_Down); press(Qt::Key_Up); press(Qt::Key_Up); }},
+      {"a cell",
+       [] {
+         goTo(4, "Titolo");
+         type("Troppo tardi");
+         press(Qt::Key_Return);
+       }},
+      {"keys",
+       [] {
+         leave();
+         press(Qt::Key_Down);
+         press(Qt::Key_Up);
+         press(Qt::Key_Up);
+       }},
       {"a copy", [] { press(Qt::Key_F11); }},
       {"a new record", [] { press(Qt::Key_F12); }},
-      {"another collection", [] { selectByTab(2); selectByTab(0); }},
-      {"sorting", [] { aRaccolte(0).sOrdine = " ORDER BY Titolo"; DBRefresh(); }},
-      {"extension", [] { trigger("mnuMaxExtension"); trigger("mnuMaxExtension"); }},
+      {"another collection",
+       [] {
+         selectByTab(2);
+         selectByTab(0);
+       }},
+      {"sorting",
+       [] {
+         aRaccolte(0).sOrdine = " ORDER BY Titolo";
+         DBRefresh();
+       }},
+      {"extension",
+       [] {
+         trigger("mnuMaxExtension");
+         trigger("mnuMaxExtension");
+       }},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.way);
@@ -74,7 +98,8 @@ TEST_F(Faults, ARowThatIsGone) {
     message();
     expectAlive(2);
     selectByTab(0);
-    EXPECT_EQ(status(), "Elenco completo: " + folder_.found("SELECT count(*) FROM LIB") + " records");
+    EXPECT_EQ(status(),
+              "Elenco completo: " + folder_.found("SELECT count(*) FROM LIB") + " records");
   }
 }
 
@@ -99,8 +124,9 @@ TEST_F(Faults, ADeletionOfWhatIsGone) {
 }
 
 TEST_F(Faults, AColumnThatTheListDoesNotHave) {
-  folder_.outside("UPDATE GRDCONFIG SET NomeCampo = 'Prezzo', titolo = 'Prezzo'"
-                  " WHERE NomeQuery = 'Q_LIB' AND Colonna = 1");
+  folder_.outside(
+      "UPDATE GRDCONFIG SET NomeCampo = 'Prezzo', titolo = 'Prezzo'"
+      " WHERE NomeQuery = 'Q_LIB' AND Colonna = 1");
   ASSERT_TRUE(start());
   EXPECT_EQ(message(), QString("-"));
   EXPECT_EQ(grid()->ColumnCount(), 12);
@@ -146,6 +172,20 @@ TEST_F(Faults, AListThatIsNotThere) {
   expectAlive(2);
 }
 
+TEST_F(Faults, AFirstListThatIsNotThere) {
+  folder_.outside("DELETE FROM QUERYDEF WHERE Name = 'Q_LIB'");
+  ready();
+  ASSERT_TRUE(start());
+  EXPECT_TRUE(message().contains("3078"));
+  ready(20);
+  for (const char* name : {"mnuModNuovo", "mnuModDuplica", "mnuModElimina", "mnuCancellaMultiplo",
+                           "mnuEliminaFiltro", "mnuVarieSalva", "mnuMaxExtension"}) {
+    trigger(name);
+  }
+  trigger("mnuMaxExtension");
+  expectAlive(2);
+}
+
 TEST_F(Faults, ALockedArchive) {
   ASSERT_TRUE(start());
   goTo(3);
@@ -180,22 +220,49 @@ TEST_F(Faults, AFileThatBreaks) {
     function<void()> act;
     bool told;
   } cases[] = {
-      {"scrolling", [] { for (int i = 0; i < 12; ++i) press(Qt::Key_PageDown); }, true},
+      {"scrolling",
+       [] {
+         for (int i = 0; i < 12; ++i) press(Qt::Key_PageDown);
+       },
+       true},
       {"the last row", [] { press(Qt::Key_End); }, true},
-      {"a list", [] { enter("cboLingua"); type("fr"); press(Qt::Key_Return); }, true},
+      {"a list",
+       [] {
+         enter("cboLingua");
+         type("fr");
+         press(Qt::Key_Return);
+       },
+       true},
       {"a list clicked", [] { click(box("cboLingua")); }, true},
-      {"a list in a cell", [] {
+      {"a list in a cell",
+       [] {
          for (int i = 0; i < 7; ++i) press(Qt::Key_Right);
          press(Qt::Key_F2);
-       }, true},
-      {"sorting", [] { aRaccolte(0).sOrdine = " ORDER BY Titolo"; DBRefresh(); }, true},
-      {"another collection", [] { selectByTab(3); selectByTab(0); }, true},
+       },
+       true},
+      {"sorting",
+       [] {
+         aRaccolte(0).sOrdine = " ORDER BY Titolo";
+         DBRefresh();
+       },
+       true},
+      {"another collection",
+       [] {
+         selectByTab(3);
+         selectByTab(0);
+       },
+       true},
       {"a new record", [] { press(Qt::Key_F12); }, true},
       {"a copy", [] { press(Qt::Key_F11); }, true},
       {"a deletion", [] { press(Qt::Key_C, Qt::AltModifier); }, true},
       {"typing", [] { fill("txtTitolo", "Prova"); }, true},
       {"columns", [] { trigger("mnuVarieSalva"); }, true},
-      {"a larger window", [] { window()->resize(1300, 1400); grid()->viewport()->repaint(); }, false},
+      {"a larger window",
+       [] {
+         window()->resize(1300, 1400);
+         grid()->viewport()->repaint();
+       },
+       true},
       {"the end", [] { trigger("mnuFileChiudi"); }, false},
   };
   const QByteArray whole = [this] {
@@ -257,8 +324,13 @@ TEST_F(Faults, SettingsThatAreNoSettings) {
     const char* way;
     function<void(const QString&)> spoil;
   } cases[] = {
-      {"folder", [](const QString& path) { QFile::remove(path); QDir().mkdir(path); }},
-      {"bytes", [](const QString& path) {
+      {"folder",
+       [](const QString& path) {
+         QFile::remove(path);
+         QDir().mkdir(path);
+       }},
+      {"bytes",
+       [](const QString& path) {
          QFile file(path);
          file.open(QIODevice::WriteOnly);
          file.write(QByteArray("[Application]\0\xFF\xFE", 16));

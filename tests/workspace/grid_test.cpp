@@ -23,24 +23,14 @@ class Grid : public Desk {
     QApplication::processEvents();
   }
   // Types into a cell and confirms it.
-  static void edit(int row, const QString& field, const QString& keys, Qt::Key last = Qt::Key_Return) {
+  static void edit(int row, const QString& field, const QString& keys,
+                   Qt::Key last = Qt::Key_Return) {
     goTo(row, field);
     press(Qt::Key_F2);
     if (QApplication::activePopupWidget() == nullptr) press(Qt::Key_A, Qt::ControlModifier);
     if (keys.isEmpty()) press(Qt::Key_Delete);
     type(keys);
     press(last);
-  }
-  QString changesBy(const std::function<void()>& work) const {
-    const QString key = stored("RacID");
-    const QStringList before = fileRow(iRacCorr, key);
-    work();
-    const QStringList after = fileRow(iRacCorr, key);
-    QStringList changed;
-    for (int i = 0; i < after.size(); ++i) {
-      if (before[i] != after[i]) changed << after[i];
-    }
-    return changed.join(", ");
   }
 };
 
@@ -129,8 +119,7 @@ TEST_F(Grid, LeavesACellAsItWas) {
     EXPECT_EQ(changesBy([&] { edit(4, field, "t", Qt::Key_Escape); }), QString("")) << field;
   }
   // The length of the column is the length of its cell.
-  EXPECT_EQ(changesBy([&] { edit(4, "Cod", QString(20, 'x')); }),
-            "MAIN.Cod=" + QString(15, 'x'));
+  EXPECT_EQ(changesBy([&] { edit(4, "Cod", QString(20, 'x')); }), "MAIN.Cod=" + QString(15, 'x'));
   // Texts of several lines are for the form alone.
   selectByTab(3);
   goTo(4, "Attori");
@@ -177,8 +166,9 @@ TEST_F(Grid, KeepsItsColumnsAsTheyAreSaved) {
   EXPECT_EQ(width("Autore"), 2400);
   grid()->horizontalHeader()->resizeSection(columnOf("Autore"), 211);
   trigger("mnuVarieSalva");
-  EXPECT_EQ(folder_.found("SELECT Larghezza FROM GRDCONFIG WHERE NomeQuery = 'Q_LIB' AND Colonna = 1"),
-            QString("3165.0"));
+  EXPECT_EQ(
+      folder_.found("SELECT Larghezza FROM GRDCONFIG WHERE NomeQuery = 'Q_LIB' AND Colonna = 1"),
+      QString("3165.0"));
   selectByTab(2);
   EXPECT_EQ(width("Autore"), 2400);
   selectByTab(0);

@@ -14,8 +14,8 @@ namespace {
 // Layers from the lowest; the areas share one, and know nothing of each other.
 const QMap<QString, int>& layers() {
   static const QMap<QString, int> all = {
-      {"store", 0},  {"platform", 1}, {"core", 2},   {"archives", 3}, {"workspace", 3}, {"query", 3},
-      {"analysis", 3}, {"output", 3}, {"assist", 3}, {"app", 4}};
+      {"store", 0}, {"platform", 1}, {"core", 2},   {"archives", 3}, {"workspace", 3},
+      {"query", 3}, {"analysis", 3}, {"output", 3}, {"assist", 3},   {"app", 4}};
   return all;
 }
 

@@ -1,3 +1,5 @@
+#include <QtTest/qtestspontaneevent.h>
+
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
@@ -5,7 +7,6 @@
 #include <QScreen>
 #include <QTest>
 #include <QTimer>
-#include <QtTest/qtestspontaneevent.h>
 
 #include "core/raccolte.h"
 #include "desk.h"
@@ -75,7 +76,8 @@ TEST_F(Layout, KeepsListAndFormInPlace) {
   const struct {
     int width;
     int height;
-  } sizes[] = {{1300, 900}, {1101, 777}, {first.width(), first.height()}, {1600, 1000}, {1240, 800}};
+  } sizes[] = {
+      {1300, 900}, {1101, 777}, {first.width(), first.height()}, {1600, 1000}, {1240, 800}};
   for (const auto& s : sizes) {
     SCOPED_TRACE(s.width);
     resizeTo(s.width, s.height);
@@ -182,7 +184,8 @@ TEST_F(Layout, IsWrittenAtTheEndOfTheProgram) {
   } cases[] = {
       {"menu", [] { action("mnuFileChiudi")->trigger(); }},
       {"bar", [] { QTest::mouseClick(mainControl("cmdBar(3)"), Qt::LeftButton); }},
-      {"window", [] {
+      {"window",
+       [] {
          QCloseEvent close;
          QSpontaneKeyEvent::setSpontaneous(&close);
          qApp->notify(window(), &close);

@@ -34,10 +34,11 @@ class Record : public Desk {
   QString inFile(const QString& key, int j) const {
     const tRaccolta& raccolta = aRaccolte(iRacCorr);
     const tCampo& campo = aCampi(iRacCorr, j);
-    const QString where =
-        campo.bPrincipale ? raccolta.sTabPrincipale + " WHERE " + raccolta.sCampoLegame
-                          : raccolta.sTabDettaglio + " WHERE " + raccolta.sCampoID;
-    const QString value = folder_.found("SELECT \"" + campo.sCampoDB + "\" FROM " + where + '=' + key);
+    const QString where = campo.bPrincipale
+                              ? raccolta.sTabPrincipale + " WHERE " + raccolta.sCampoLegame
+                              : raccolta.sTabDettaglio + " WHERE " + raccolta.sCampoID;
+    const QString value =
+        folder_.found("SELECT \"" + campo.sCampoDB + "\" FROM " + where + '=' + key);
     return value == "-" && (campo.sTipo == CBO || campo.sTipo == CHK) ? "0" : value;
   }
   void expectNewRecord(const QString& key) const {
@@ -59,13 +60,29 @@ TEST_F(Record, IsMadeByKeyMenuOrButton) {
     const char* way;
     function<void()> make;
   } cases[] = {
-      {"Alt+N in the list", [] { leave(); press(Qt::Key_N, Qt::AltModifier); }},
-      {"Alt+N in a box", [] { enter("txtNote"); press(Qt::Key_N, Qt::AltModifier); }},
-      {"Alt+N on another page", [] { enter("txtVoto"); press(Qt::Key_N, Qt::AltModifier); }},
+      {"Alt+N in the list",
+       [] {
+         leave();
+         press(Qt::Key_N, Qt::AltModifier);
+       }},
+      {"Alt+N in a box",
+       [] {
+         enter("txtNote");
+         press(Qt::Key_N, Qt::AltModifier);
+       }},
+      {"Alt+N on another page",
+       [] {
+         enter("txtVoto");
+         press(Qt::Key_N, Qt::AltModifier);
+       }},
       {"F12", [] { press(Qt::Key_F12); }},
       {"button", [] { click(mainControl("cmdAddNew")); }},
       {"menu", [] { trigger("mnuModNuovo"); }},
-      {"extended list", [] { trigger("mnuMaxExtension"); press(Qt::Key_F12); }},
+      {"extended list",
+       [] {
+         trigger("mnuMaxExtension");
+         press(Qt::Key_F12);
+       }},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.way);
@@ -87,8 +104,9 @@ TEST_F(Record, IsMadeByKeyMenuOrButton) {
 }
 
 TEST_F(Record, BeginsWithTheListsStartValues) {
-  folder_.outside("UPDATE TAB SET \"Default\" = -1 WHERE ID IN"
-                  " (SELECT max(ID) FROM TAB WHERE TipoTab IN ('GENERE', 'STATO') GROUP BY TipoTab, TipoRac)");
+  folder_.outside(
+      "UPDATE TAB SET \"Default\" = -1 WHERE ID IN"
+      " (SELECT max(ID) FROM TAB WHERE TipoTab IN ('GENERE', 'STATO') GROUP BY TipoTab, TipoRac)");
   ASSERT_TRUE(start());
   for (int collection = 0; collection < kRaccoltePrincipali; ++collection) {
     if (collection != 0) selectByTab(collection);
@@ -170,7 +188,8 @@ TEST_F(Record, TakesItsSubRecordsAlong) {
   for (const auto& c : cases) {
     SCOPED_TRACE(c.table);
     selectByTab(c.collection);
-    const QString key = folder_.found(QStringLiteral("SELECT max(%1) FROM %2").arg(c.parent, c.table));
+    const QString key =
+        folder_.found(QStringLiteral("SELECT max(%1) FROM %2").arg(c.parent, c.table));
     const QString where = QStringLiteral("%1 WHERE %2 = %3").arg(c.table, c.parent, key);
     const qint64 all = count(c.table);
     const qint64 own = count(where);
@@ -217,7 +236,8 @@ TEST_F(Record, IsAskedForInAnEmptyList) {
   ASSERT_TRUE(start("modello.tvx"));
   auto* cmdAddNew = mainControl("cmdAddNew");
   const platform::BgrColor normal = FlashTarget::ForeColor(mainControl("cmdEspandi"));
-  for (const char* name : {"cmdCancella", "cmdDuplica"}) EXPECT_FALSE(mainControl(name)->isEnabled());
+  for (const char* name : {"cmdCancella", "cmdDuplica"})
+    EXPECT_FALSE(mainControl(name)->isEnabled());
   EXPECT_FALSE(pages()->isEnabled());
   EXPECT_TRUE(cmdAddNew->hasFocus());
   const platform::BgrColor red = platform::qbColor(12);

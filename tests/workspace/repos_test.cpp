@@ -1,5 +1,3 @@
-#include "workspace/modrepos.h"
-
 #include <gtest/gtest.h>
 
 #include <QWidget>
@@ -7,6 +5,7 @@
 #include "core/program_folder.h"
 #include "platform/form.h"
 #include "platform/message_box.h"
+#include "workspace/modrepos.h"
 
 namespace tavolix {
 namespace {
@@ -131,8 +130,11 @@ TEST_F(Repos, TellsItsLimits) {
   EXPECT_EQ(MessageBoxSeam::shown().last().title, QString("Attenzione!"));
   EXPECT_EQ(MessageBoxSeam::shown().last().style, 48);
   std::vector<std::unique_ptr<Plain>> others;
-  for (int i = 1; i < 12; ++i) others.push_back(std::make_unique<Plain>(QStringLiteral("frm%1").arg(i), 1));
-  for (int i = 0; i < 10; ++i) PosRegistra(*others[static_cast<std::size_t>(i)], others[static_cast<std::size_t>(i)]->c(0), 0, 0);
+  for (int i = 1; i < 12; ++i)
+    others.push_back(std::make_unique<Plain>(QStringLiteral("frm%1").arg(i), 1));
+  for (int i = 0; i < 10; ++i)
+    PosRegistra(*others[static_cast<std::size_t>(i)], others[static_cast<std::size_t>(i)]->c(0), 0,
+                0);
   EXPECT_EQ(MessageBoxSeam::shown().size(), 1);
   MessageBoxSeam::setNextAnswer(platform::kOk);
   PosRegistra(*others[10], others[10]->c(0), 0, 0);

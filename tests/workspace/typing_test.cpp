@@ -25,18 +25,6 @@ class Typing : public Desk {
   void turnTo(int collection) {
     if (iRacCorr != collection) selectByTab(collection);
   }
-  // The columns of the current row that some work changes in the file.
-  QString changesBy(const std::function<void()>& work) const {
-    const QString key = stored("RacID");
-    const QStringList before = fileRow(iRacCorr, key);
-    work();
-    const QStringList after = fileRow(iRacCorr, key);
-    QStringList changed;
-    for (int i = 0; i < after.size(); ++i) {
-      if (before[i] != after[i]) changed << after[i];
-    }
-    return changed.join(", ");
-  }
   QString keyOf(const char* code, int collection, const char* text) const {
     return folder_.found(QStringLiteral("SELECT ID FROM TAB WHERE TipoTab = '%1' AND TipoRac = %2"
                                         " AND \"Desc\" = '%3'")
@@ -96,8 +84,10 @@ TEST_F(Typing, TicksBoxes) {
     int collection;
     const char* box;
     const char* column;
-  } cases[] = {{2, "chkAudOriginale", "AUD.Originale"}, {4, "chkOriginale", "COM.Originale"},
-               {4, "chkInstallato", "COM.Installato"},  {5, "chkRicetta", "MED.Ricetta"}};
+  } cases[] = {{2, "chkAudOriginale", "AUD.Originale"},
+               {4, "chkOriginale", "COM.Originale"},
+               {4, "chkInstallato", "COM.Installato"},
+               {5, "chkRicetta", "MED.Ricetta"}};
   for (const auto& c : cases) {
     turnTo(c.collection);
     const bool ticked = boxText(c.box) != "No";
@@ -145,7 +135,11 @@ TEST_F(Typing, ChoosesFromLists) {
     };
     const QString before = boxText(c.box);
     ASSERT_NE(before, QString(c.text));
-    EXPECT_EQ(changesBy([&] { choose(Qt::Key_Escape); leave(); }), QString(""));
+    EXPECT_EQ(changesBy([&] {
+                choose(Qt::Key_Escape);
+                leave();
+              }),
+              QString(""));
     EXPECT_EQ(boxText(c.box), before);
     EXPECT_EQ(changesBy([&] { choose(Qt::Key_Tab); }), QString(c.column) + '=' + key);
     EXPECT_FALSE(combo->hasFocus());
@@ -298,11 +292,13 @@ TEST_F(Typing, MarksTheBoxWithTheFocus) {
   ASSERT_TRUE(start());
   const auto ground = [](const char* name) {
     const QPalette palette = box(name)->palette();
-    return dynamic_cast<platform::DataCombo*>(box(name)) != nullptr ? palette.color(QPalette::Button)
-                                                                    : palette.color(QPalette::Base);
+    return dynamic_cast<platform::DataCombo*>(box(name)) != nullptr
+               ? palette.color(QPalette::Button)
+               : palette.color(QPalette::Base);
   };
   const QColor yellow(0xFF, 0xFF, 0xC0);
-  const char* const boxes[] = {"txtTitolo", "cboGenere", "txtAnno", "txtNote", "txtDtaAcq", "txtValore"};
+  const char* const boxes[] = {"txtTitolo", "cboGenere", "txtAnno",
+                               "txtNote",   "txtDtaAcq", "txtValore"};
   QVector<QColor> normal;
   for (const char* name : boxes) normal << ground(name);
   for (const char* name : boxes) {
@@ -330,7 +326,8 @@ TEST_F(Typing, IsWrittenWhenTheRowOrTheWindowIsLeft) {
     std::function<void()> move;
   } cases[] = {
       {"next row", [] { list()->MoveNext(); }},
-      {"click", [] {
+      {"click",
+       [] {
          const QRect third = grid()->visualRect(cellAt(2, "Titolo"));
          QTest::mouseClick(grid()->viewport(), Qt::LeftButton, {}, third.center());
        }},
