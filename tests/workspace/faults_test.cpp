@@ -25,6 +25,13 @@ class Faults : public Desk {
   static void ready(int answers = 4) {
     for (int i = 0; i < answers; ++i) answer(platform::kOk);
   }
+  // How many records of a table the file has.
+  int inFile(const QString& table) const {
+    return folder_.found("SELECT count(*) FROM " + table).toInt();
+  }
+  static QString complete(int rows) {
+    return QStringLiteral("Elenco completo: %1 records").arg(rows);
+  }
   // The program still shows, changes and writes records.
   void expectAlive(int collection) {
     message();
@@ -105,6 +112,7 @@ TEST_F(Faults, ARowThatIsGone) {
 
 TEST_F(Faults, ADeletionOfWhatIsGone) {
   ASSERT_TRUE(start());
+  const int all = inFile("LIB");
   goTo(4);
   const QString key = stored("RacID");
   folder_.outside("DELETE FROM MAIN WHERE TipoRac = 0 AND RacID = " + key);
@@ -112,14 +120,14 @@ TEST_F(Faults, ADeletionOfWhatIsGone) {
   ready();
   press(Qt::Key_C, Qt::AltModifier);
   EXPECT_EQ(message(), QString("Attenzione! 48 Errore in cancellazione tab primaria"));
-  EXPECT_EQ(status(), QString("Elenco completo: 587 records"));
+  EXPECT_EQ(status(), complete(all - 1));
   goTo(4);
   folder_.outside("DELETE FROM LIB WHERE ID = " + stored("RacID"));
   answer(platform::kYes);
   ready();
   press(Qt::Key_C, Qt::AltModifier);
   EXPECT_EQ(message(), QString("Attenzione! 48 Errore in cancellazione tab secondaria"));
-  EXPECT_EQ(status(), QString("Elenco completo: 586 records"));
+  EXPECT_EQ(status(), complete(all - 2));
   expectAlive(0);
 }
 
@@ -138,7 +146,7 @@ TEST_F(Faults, AColumnThatTheListDoesNotHave) {
   QTest::mouseClick(head->viewport(), Qt::LeftButton, {},
                     {head->sectionViewportPosition(column) + 8, head->height() / 2});
   EXPECT_TRUE(message().contains("3061"));
-  EXPECT_EQ(status(), QString("Elenco completo: 588 records"));
+  EXPECT_EQ(status(), complete(inFile("LIB")));
   // The order that cannot be stays until another is chosen; nothing else is shown meanwhile.
   ready();
   selectByTab(2);
@@ -149,7 +157,7 @@ TEST_F(Faults, AColumnThatTheListDoesNotHave) {
   QTest::mouseClick(head->viewport(), Qt::LeftButton, {},
                     {head->sectionViewportPosition(0) + 8, head->height() / 2});
   EXPECT_EQ(message(), QString("-"));
-  EXPECT_EQ(list()->RecordCount(), 588);
+  EXPECT_EQ(list()->RecordCount(), inFile("LIB"));
   expectAlive(0);
 }
 
@@ -201,17 +209,19 @@ TEST_F(Faults, ALockedArchive) {
   EXPECT_EQ(folder_.found("SELECT Titolo FROM MAIN WHERE TipoRac = 0 AND RacID = " + key),
             QString("In attesa"));
   EXPECT_EQ(message(), QString("-"));
+  const int all = inFile("LIB");
+  const QString counter = folder_.found("SELECT ID FROM CONT");
   other.exec("BEGIN EXCLUSIVE");
   ready(8);
   press(Qt::Key_F12);
   EXPECT_TRUE(message().contains("3260"));
   other.exec("COMMIT");
-  EXPECT_EQ(folder_.found("SELECT count(*) FROM LIB"), QString("588"));
-  EXPECT_EQ(folder_.found("SELECT ID FROM CONT"), QString("1538"));
+  EXPECT_EQ(inFile("LIB"), all);
+  EXPECT_EQ(folder_.found("SELECT ID FROM CONT"), counter);
   expectAlive(2);
   selectByTab(0);
   press(Qt::Key_F12);
-  EXPECT_EQ(folder_.found("SELECT count(*) FROM LIB"), QString("589"));
+  EXPECT_EQ(inFile("LIB"), all + 1);
 }
 
 TEST_F(Faults, AFileThatBreaks) {
@@ -274,7 +284,7 @@ TEST_F(Faults, AFileThatBreaks) {
     SCOPED_TRACE(c.way);
     folder_.writeFile("esempio.tvx", whole);
     ASSERT_TRUE(start());
-    ASSERT_EQ(list()->RecordCount(), 588);
+    ASSERT_GT(list()->RecordCount(), 500);
     QFile(folder_.path("esempio.tvx")).resize(100);
     if (QByteArray(c.way) == "a deletion") answer(platform::kYes);
     ready(40);
@@ -291,16 +301,18 @@ TEST_F(Faults, AFileThatBreaks) {
 // Without its counter an archive gives the key 0: it is told each time, and made once at most.
 TEST_F(Faults, AnArchiveWithoutACounter) {
   folder_.outside("DELETE FROM CONT");
+  const int all = inFile("MAIN");
   ASSERT_TRUE(start());
   ready();
   press(Qt::Key_F12);
   EXPECT_TRUE(message().endsWith("Procedura: cuore!lNewCont"));
-  EXPECT_EQ(folder_.found("SELECT count(*), min(RacID) FROM MAIN"), QString("1539|0"));
+  EXPECT_EQ(inFile("MAIN"), all + 1);
+  EXPECT_EQ(folder_.found("SELECT min(RacID) FROM MAIN"), QString("0"));
   ready();
   press(Qt::Key_F11);
   EXPECT_TRUE(message().contains("3022"));
-  EXPECT_EQ(folder_.found("SELECT count(*), count(DISTINCT RacID) FROM MAIN"),
-            QString("1539|1539"));
+  EXPECT_EQ(inFile("MAIN"), all + 1);
+  EXPECT_EQ(folder_.found("SELECT count(DISTINCT RacID) FROM MAIN").toInt(), all + 1);
   expectAlive(2);
 }
 
@@ -313,7 +325,7 @@ TEST_F(Faults, AFilterOrOrderThatCannotBe) {
     ready();
     DBRefresh();
     EXPECT_TRUE(message().endsWith("Procedura: modCuore!DBRefresh"));
-    EXPECT_EQ(list()->RecordCount(), 588);
+    EXPECT_EQ(list()->RecordCount(), inFile("LIB"));
     part.clear();
     expectAlive(0);
   }

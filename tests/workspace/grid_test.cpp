@@ -50,10 +50,10 @@ TEST_F(Grid, SortsByTheHeadingThatIsClicked) {
   }
   clickHeading("Anno");
   EXPECT_EQ(aRaccolte(0).sOrdine, QString(" ORDER BY Anno"));
-  for (int row = 1; row < 588; ++row) {
+  for (int row = 1; row < grid()->model()->rowCount(); ++row) {
     ASSERT_LE(cell(row - 1, "Anno").toDouble(), cell(row, "Anno").toDouble()) << row;
   }
-  EXPECT_EQ(status(), QString("Elenco completo: 588 records"));
+  EXPECT_EQ(status(), "Elenco completo: " + folder_.found("SELECT count(*) FROM LIB") + " records");
 }
 
 TEST_F(Grid, SortsEveryColumnOfEveryCollection) {
