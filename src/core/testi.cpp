@@ -99,6 +99,7 @@ QTime SecondiAData(int secondi) {
 }
 
 void CifraStringa(QString& testo, const QString& chiave) {
+  if (chiave.isEmpty()) return;
   int carry = 0;
   for (qsizetype i = 0; i < testo.size(); ++i) {
     const int code = codeAt(testo, i);
@@ -109,6 +110,7 @@ void CifraStringa(QString& testo, const QString& chiave) {
 }
 
 void DecifraStringa(QString& testo, const QString& chiave) {
+  if (chiave.isEmpty()) return;
   int carry = 0;
   for (qsizetype i = 0; i < testo.size(); ++i) {
     const int key = codeAt(chiave, i % chiave.size());

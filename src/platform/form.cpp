@@ -124,6 +124,13 @@ bool Form::watchesKey(QObject* watched) const {
 }
 
 bool Form::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::ShortcutOverride && watchesKey(watched)) {
+    auto* key = static_cast<QKeyEvent*>(event);
+    if (wantsShortcut(key->key(), key->modifiers())) {
+      event->accept();
+      return true;
+    }
+  }
   if (event->type() == QEvent::KeyPress && watchesKey(watched)) {
     auto* key = static_cast<QKeyEvent*>(event);
     return keyDown(key->key(), key->modifiers());

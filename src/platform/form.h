@@ -64,6 +64,9 @@ class Form : public QObject {
   // A key pressed in the window, seen before the control that has the focus.
   // True if the key has been used up.
   virtual bool keyDown(int key, Qt::KeyboardModifiers modifiers);
+  // True for a key that keyDown is to get even where it is a shortcut of the window: a button
+  // pressed by its letter acts only after a moment, in which keys typed on would be lost.
+  virtual bool wantsShortcut(int, Qt::KeyboardModifiers) { return false; }
 
  private:
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -107,6 +107,10 @@ void frmGrid::resized() {
   PosChange(*this);
 }
 
+bool frmGrid::wantsShortcut(int key, Qt::KeyboardModifiers modifiers) {
+  return frmMain::bTastoGestMain(key, modifiers);
+}
+
 bool frmGrid::keyDown(int key, Qt::KeyboardModifiers modifiers) {
   return FrmMain().TastiGestMain(key, modifiers);
 }

@@ -16,6 +16,7 @@ class frmGrid final : public platform::Form {
   void loaded() override;
   void resized() override;
   bool keyDown(int key, Qt::KeyboardModifiers modifiers) override;
+  bool wantsShortcut(int key, Qt::KeyboardModifiers modifiers) override;
   void placeControls();
   void connectControls();
   void tabSelez_Click();

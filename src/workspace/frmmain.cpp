@@ -293,16 +293,19 @@ void frmMain::SelezionaRaccolta(int iRac) {
   iSelRaccolta(iRac);
 }
 
+bool frmMain::bTastoGestMain(int key, Qt::KeyboardModifiers modifiers) {
+  return (modifiers & ~Qt::KeypadModifier) == Qt::AltModifier &&
+         (key == Qt::Key_N || key == Qt::Key_C || key == Qt::Key_D);
+}
+
 bool frmMain::TastiGestMain(int key, Qt::KeyboardModifiers modifiers) {
-  if ((modifiers & ~Qt::KeypadModifier) != Qt::AltModifier) return false;
+  if (!bTastoGestMain(key, modifiers)) return false;
   if (key == Qt::Key_N) {
     TastoAddNew();
   } else if (key == Qt::Key_C) {
     TastoCancella();
-  } else if (key == Qt::Key_D) {
-    TastoDuplica();
   } else {
-    return false;
+    TastoDuplica();
   }
   return true;
 }

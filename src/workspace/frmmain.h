@@ -31,6 +31,7 @@ class frmMain final : public platform::Form {
   void AbilitazionePannello(bool bAbilita);
   // Alt+N, Alt+C, Alt+D in list and forms; true if the key was one of them.
   bool TastiGestMain(int key, Qt::KeyboardModifiers modifiers);
+  static bool bTastoGestMain(int key, Qt::KeyboardModifiers modifiers);
 
   // Writes what was typed in the current record. Failures are ignored.
   Q_INVOKABLE void Salva();

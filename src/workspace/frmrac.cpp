@@ -79,6 +79,10 @@ void frmRac::resized() {
   PosChange(*this);
 }
 
+bool frmRac::wantsShortcut(int key, Qt::KeyboardModifiers modifiers) {
+  return frmMain::bTastoGestMain(key, modifiers);
+}
+
 bool frmRac::keyDown(int key, Qt::KeyboardModifiers modifiers) {
   if (FrmMain().TastiGestMain(key, modifiers)) return true;
   bool used = false;

@@ -18,6 +18,7 @@ class frmRac final : public platform::Form {
   void unloaded() override;
   void resized() override;
   bool keyDown(int key, Qt::KeyboardModifiers modifiers) override;
+  bool wantsShortcut(int key, Qt::KeyboardModifiers modifiers) override;
   void focusMoved(QWidget* from, QWidget* to);
   void gotFocus(QWidget* control);
   bool holds(const QWidget* widget) const;
