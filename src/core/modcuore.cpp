@@ -141,6 +141,8 @@ int lNuovaVoceTab(const QString& sCodTab, int iRacTab, const QString& sDesc) {
     rs->SetValue(QStringLiteral("TipoRac"), iRacTab);
     rs->SetValue(QStringLiteral("Desc"), sDesc);
     rs->Update();
+    // Who offers the list reads it again.
+    ListaValori(iRacTab, sCodTab)->invalidate();
     rs->SetIndex(QStringLiteral("1u"));
     rs->Seek(QStringLiteral("<="), {9999999});
   }

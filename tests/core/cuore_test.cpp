@@ -94,7 +94,6 @@ TEST_F(Cuore, OffersTheValuesOfOneList) {
   none->ensureLoaded();
   EXPECT_EQ(none->rowCount(), 1);
   lNuovaVoceTab("LINGUA", -1, "Volapuk");
-  DimenticaListe();
   EXPECT_GT(list->rowOfText("Volapuk"), 0);
 }
 
