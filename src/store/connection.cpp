@@ -6,12 +6,15 @@
 
 #include "store/hot_statement.h"
 #include "store/sqlite_language.h"
+#include "store/text_bytes.h"
 
 namespace store {
 namespace {
 
 constexpr qsizetype kMostStatements = 200;
-constexpr int kBusyMilliseconds = 2000;
+constexpr qsizetype kLongestStatement = 1 << 16;  // that is kept
+constexpr int kLongestValue = 1 << 26;            // bytes
+constexpr int kStepsACall = 100000;
 constexpr qsizetype kMostLists = 11;
 constexpr std::size_t kRoomToTake = 1 << 18;  // untouched room costs nothing
 
@@ -21,7 +24,10 @@ void harden(sqlite3* handle) {
   sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_TRIGGER, 0, nullptr);
   sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_VIEW, 0, nullptr);
   sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+  sqlite3_db_config(handle, SQLITE_DBCONFIG_ENABLE_FKEY, 0, nullptr);
   sqlite3_db_config(handle, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+  sqlite3_limit(handle, SQLITE_LIMIT_ATTACHED, 0);
+  sqlite3_limit(handle, SQLITE_LIMIT_LENGTH, kLongestValue);
 }
 
 QByteArray savepoint(int depth) {
@@ -34,7 +40,7 @@ void bindValue(SQLite::Statement& statement, int place, const QVariant& value) {
   if (!value.isValid() || value.isNull()) {
     statement.bind(place);
   } else if (value.typeId() == QMetaType::QString) {
-    statement.bind(place, value.toString().toStdString());
+    statement.bind(place, bytesOf(value.toString()).toStdString());
   } else if (value.typeId() == QMetaType::Double) {
     statement.bind(place, value.toDouble());
   } else {
@@ -53,19 +59,24 @@ QVariant columnValue(const SQLite::Statement& statement, int column) {
       return {};
     default: {
       const char* text = value.getText();
-      return QString::fromUtf8(text, value.getBytes());
+      return textOf(text, value.getBytes());
     }
   }
 }
 
 Connection::Connection(const QString& path, int flags)
     // One thread uses it: SQLite's own locks would cost more than a look at a column.
-    : path_(path), database_(path.toStdString(), flags | SQLite::OPEN_NOMUTEX, kBusyMilliseconds) {
+    : path_(path), database_(path.toStdString(), flags | SQLite::OPEN_NOMUTEX) {
+  patience_.waitFor(database_.getHandle());
   harden(database_.getHandle());
   addLanguage(database_.getHandle());
   addTake(database_.getHandle(), &taken_);
+  sqlite3_progress_handler(
+      database_.getHandle(), kStepsACall,
+      [](void* self) { return static_cast<Connection*>(self)->isTooMuchWork() ? 1 : 0; }, this);
   database_.exec(
-      "PRAGMA synchronous = FULL; PRAGMA cell_size_check = ON; PRAGMA cache_size = -5000;");
+      "PRAGMA synchronous = FULL; PRAGMA cell_size_check = ON; PRAGMA cache_size = -5000;"
+      "PRAGMA ignore_check_constraints = ON;");
 }
 
 Connection::~Connection() {
@@ -84,12 +95,28 @@ Connection::Lease::~Lease() {
   statement_->clearBindings();
 }
 
+// Pages that made no sense are read from the disk again, not taken from the engine's memory.
+void Connection::forgetMisread() const {
+  const int last = database_.getErrorCode();
+  if (last == SQLITE_CORRUPT || last == SQLITE_NOTADB) {
+    sqlite3_db_release_memory(database_.getHandle());
+  }
+}
+
+bool Connection::isTooMuchWork() {
+  work_ += kStepsACall;
+  return work_ > mostSteps;
+}
+
 Connection::Lease Connection::prepare(const QByteArray& text) const {
+  beginWork();
+  forgetMisread();
   const auto found = statements_.constFind(text);
   // A statement that is in use elsewhere is not shared: use counts tell.
   if (found != statements_.constEnd() && found->use_count() == 1) return Lease(*found);
   return guarded([&] {
     auto statement = std::make_shared<SQLite::Statement>(database_, text.toStdString());
+    if (text.size() > kLongestStatement) return Lease(std::move(statement));
     if (statements_.size() >= kMostStatements) statements_.clear();
     if (!statements_.contains(text)) statements_.insert(text, statement);
     return Lease(std::move(statement));
@@ -109,7 +136,16 @@ int Connection::execute(const QByteArray& text, const QVariantList& values) {
   requireTransaction();
   ++writes_;
   const Lease lease = prepare(sql::Statement{text, values});
-  return guarded([&] { return lease->exec(); });
+  return run(*lease);
+}
+
+// Locks are given back last: where just that fails, what was to be written is in the file.
+int Connection::run(SQLite::Statement& statement) const {
+  const int code = statement.tryExecuteStep();
+  if (code != SQLITE_DONE && database_.getExtendedErrorCode() != SQLITE_IOERR_UNLOCK) {
+    throwFailure(SQLite::Exception(database_.getHandle(), code));
+  }
+  return database_.getChanges();
 }
 
 qint64 Connection::lastInsertKey() const {
@@ -119,7 +155,7 @@ qint64 Connection::lastInsertKey() const {
 // Transactions change nothing by themselves: they leave the count of writes alone.
 void Connection::control(const QByteArray& text) const {
   const Lease lease = prepare(text);
-  guarded([&] { lease->exec(); });
+  run(*lease);
 }
 
 bool Connection::isInTransaction() const {
@@ -146,7 +182,7 @@ void Connection::commit() {
   try {
     requireTransaction();
     control(depth_ == 1 ? QByteArray("COMMIT") : "RELEASE " + savepoint(depth_ - 1));
-    --depth_;
+    if (--depth_ == 0) patience_.restore();
   } catch (const Failure&) {
     // A commit that failed must leave nothing half done and no transaction open.
     rollback();
@@ -161,6 +197,7 @@ void Connection::rollback() {
 void Connection::rollbackTo(int depth) {
   ++writes_;
   forgetQueries();
+  forgetMisread();
   if (!isInTransaction()) return;
   const QByteArray name = savepoint(depth);
   const QByteArray text =
@@ -175,6 +212,7 @@ Connection::Reading::Reading(const Connection& connection) : connection_(connect
 }
 
 Connection::Reading::~Reading() {
+  connection_.forgetMisread();
   if (began_) connection_.database_.tryExec("COMMIT");
 }
 

@@ -9,12 +9,21 @@
 
 #include "store/catalog.h"
 #include "store/failure.h"
+#include "store/patience.h"
 #include "store/sql_printer.h"
 
 namespace store {
 
+// Steps of the engine that one query may take before it fails with 3360: some twenty seconds, more
+// than any list of the program comes near. For tests to lower.
+inline qint64 mostSteps = 1'000'000'000;
+// Tables whose rows' numbers go no further are checked whole when they are first used.
+inline qint64 mostRowsChecked = 10'000;
+
 // Runs work of SQLite and turns its failures into the store's own.
 [[noreturn]] void throwFailure(const SQLite::Exception& exception);
+// The failure of a table that contradicts itself.
+[[noreturn]] void throwDamaged(const QString& table, const QString& found);
 template <typename Work>
 auto guarded(Work&& work) -> decltype(work()) {
   try {
@@ -85,6 +94,9 @@ class Connection final : public Catalog {
     bool began_ = false;
   };
 
+  // A statement begins: what it may take of the engine's steps is counted from here.
+  void beginWork() const { work_ = 0; }
+
   // Grows with every write, so that what was read before can be told as old: at once for writes
   // of this process, at the next lookForWrites() for those of others.
   quint64 writes() const { return writes_; }
@@ -97,19 +109,27 @@ class Connection final : public Catalog {
  private:
   void readTable(TableInfo& table) const;
   void readIndexes(TableInfo& table) const;
+  void probeIndex(const TableInfo& table, const QString& index, const QVector<int>& columns) const;
+  void checkSmall(const TableInfo& table) const;
+  qint64 mostBytesOf(const TableInfo& table, qint64 rows) const;
   void rollbackTo(int depth);
   void control(const QByteArray& text) const;
+  void forgetMisread() const;
+  int run(SQLite::Statement& statement) const;
   bool isInTransaction() const;
+  bool isTooMuchWork();
   void requireTransaction() const;
 
   QString path_;
+  Patience patience_;
   mutable SQLite::Database database_;
   mutable QHash<QByteArray, std::shared_ptr<SQLite::Statement>> statements_;
   // Compiled queries point at tables: these stay for the life of the connection.
   mutable QHash<QString, std::shared_ptr<const TableInfo>> tables_;
-  mutable QHash<QString, std::optional<QString>> queries_;
+  mutable QHash<QString, QString> queries_;
   int depth_ = 0;
   std::vector<qint64> taken_;
+  mutable qint64 work_ = 0;
   QHash<QString, std::vector<quint64>> keptKeys_;
   quint64 keptAt_ = 0;
   quint64 writes_ = 0;

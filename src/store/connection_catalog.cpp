@@ -1,9 +1,13 @@
+#include <QFileInfo>
 #include <algorithm>
 
 #include "store/connection.h"
 
 namespace store {
 namespace {
+
+constexpr qint64 kMostBytesChecked = 1 << 24;
+constexpr qint64 kNumberBytes = 8;
 
 FieldKind kindOfDeclaration(const QString& declaration) {
   static const QHash<QString, FieldKind> kinds = {
@@ -17,6 +21,21 @@ FieldKind kindOfDeclaration(const QString& declaration) {
 
 int sizeOfDeclaration(const QString& declaration) {
   return declaration.section(u'(', 1, 1).section(u')', 0, 0).toInt();
+}
+
+// A schema may hold what is worked out whenever rows are read or written: none of ours does.
+[[noreturn]] void refuse(const TableInfo& table, const QString& what) {
+  throw Failure(
+      failure::kUnknownFormat,
+      QStringLiteral("La tabella %1 non e' quella di un archivio: %2").arg(table.name, what));
+}
+
+bool isPlainDefault(const QVariant& value) {
+  bool isNumber = false;
+  const QString text = value.toString();
+  text.toDouble(&isNumber);
+  return !value.isValid() || isNumber ||
+         text.compare(QLatin1String("NULL"), Qt::CaseInsensitive) == 0;
 }
 
 }  // namespace
@@ -37,6 +56,7 @@ const TableInfo* Connection::table(const QString& name) const {
     readTable(*info);
     if (info->columns.isEmpty()) return nullptr;
     readIndexes(*info);
+    checkSmall(*info);
     found = tables_.insert(key, std::move(info));
   }
   return found->get();
@@ -47,17 +67,28 @@ void Connection::readTable(TableInfo& table) const {
     const Lease schema = prepare(
         "SELECT name, sql LIKE '%AUTOINCREMENT%' FROM sqlite_schema WHERE type = 'table' "
         "AND name = ? COLLATE NOCASE AND name NOT LIKE 'sqlite~_%' ESCAPE '~' "
-        "AND sql NOT LIKE 'CREATE VIRTUAL%'");
+        "AND sql LIKE 'CREATE TABLE%'");
     bindValue(*schema, 1, table.name);
     if (!schema->executeStep()) return;
     table.name = columnValue(*schema, 0).toString();
     const bool counter = schema->getColumn(1).getInt() != 0;
-    const Lease columns = prepare("SELECT name, type, pk FROM pragma_table_info(?)");
+    const Lease columns =
+        prepare("SELECT name, type, pk, hidden, dflt_value FROM pragma_table_xinfo(?)");
     bindValue(*columns, 1, table.name);
     while (columns->executeStep()) {
       const QString type = columnValue(*columns, 1).toString();
       ColumnInfo info{columnValue(*columns, 0).toString(), kindOfDeclaration(type),
                       sizeOfDeclaration(type)};
+      if (columns->getColumn(3).getInt() != 0) {
+        refuse(table, QStringLiteral("la colonna %1 e' calcolata").arg(info.name));
+      }
+      if (!isPlainDefault(columnValue(*columns, 4))) {
+        refuse(table, QStringLiteral("la colonna %1 ha un valore predefinito").arg(info.name));
+      }
+      // Statements name a row's number so.
+      if (info.name.compare(QLatin1String("rowid"), Qt::CaseInsensitive) == 0) {
+        refuse(table, QStringLiteral("la colonna %1 non e' ammessa").arg(info.name));
+      }
       if (columns->getColumn(2).getInt() == 1 &&
           type.compare(QLatin1String("INTEGER"), Qt::CaseInsensitive) == 0) {
         table.keyColumn = static_cast<int>(table.columns.size());
@@ -71,25 +102,78 @@ void Connection::readTable(TableInfo& table) const {
 // The indexes of a table MAIN are MAIN_1u, MAIN_2, ...; "1u" may be the key column itself.
 void Connection::readIndexes(TableInfo& table) const {
   guarded([&] {
-    const Lease list = prepare("SELECT name, \"unique\" FROM pragma_index_list(?)");
+    const Lease list = prepare("SELECT name, \"unique\", partial FROM pragma_index_list(?)");
     bindValue(*list, 1, table.name);
     const QString prefix = table.name + u'_';
     while (list->executeStep()) {
       const QString name = columnValue(*list, 0).toString();
-      if (!name.startsWith(prefix, Qt::CaseInsensitive)) continue;
       IndexInfo index{name.mid(prefix.size()), {}, list->getColumn(1).getInt() != 0};
       const Lease columns = prepare("SELECT name FROM pragma_index_info(?)");
       bindValue(*columns, 1, name);
       while (columns->executeStep()) {
         index.columns.append(table.findColumn(columnValue(*columns, 0).toString()));
       }
-      if (!index.columns.contains(-1)) table.indexes.append(std::move(index));
+      if (list->getColumn(2).getInt() != 0 || index.columns.contains(-1)) {
+        refuse(table, QStringLiteral("l'indice %1 e' calcolato").arg(name));
+      }
+      probeIndex(table, name, index.columns);
+      if (name.startsWith(prefix, Qt::CaseInsensitive)) table.indexes.append(std::move(index));
     }
   });
   const auto first = [](const IndexInfo& index) { return index.name == QLatin1String("1u"); };
   if (table.keyColumn >= 0 && std::none_of(table.indexes.begin(), table.indexes.end(), first)) {
     table.indexes.append(IndexInfo{QStringLiteral("1u"), {table.keyColumn}, true});
   }
+}
+
+// An index that is another one's, or of other columns than the schema says, is so from its first
+// entries on.
+void Connection::probeIndex(const TableInfo& table, const QString& index,
+                            const QVector<int>& columns) const {
+  QByteArray entry = "rowid AS n";
+  QByteArray order;
+  QByteArray differs;
+  for (qsizetype i = 0; i < columns.size(); ++i) {
+    const QByteArray column = sql::quoteName(table.columns[columns[i]].name);
+    const QByteArray value = "v" + QByteArray::number(i);
+    entry += ", " + column + " AS " + value;
+    order += (i > 0 ? ", " : "") + column;
+    differs += (i > 0 ? " OR t." : "t.") + column + " IS NOT s." + value;
+  }
+  const QByteArray name = sql::quoteName(table.name);
+  const Lease found =
+      prepare("SELECT 1 FROM (SELECT " + entry + " FROM " + name + " INDEXED BY " +
+              sql::quoteName(index) + " ORDER BY " + order + " LIMIT 16) AS s LEFT JOIN " + name +
+              " AS t ON t.rowid = s.n WHERE " + differs + " LIMIT 1");
+  if (found->executeStep()) throwDamaged(table.name, QStringLiteral("indice %1 errato").arg(index));
+}
+
+// Lists are read by indexes, which damage may have made lie. A table of a few thousand rows is
+// looked through in milliseconds; larger ones are checked as their lists are read.
+void Connection::checkSmall(const TableInfo& table) const {
+  guarded([&] {
+    const QByteArray name = sql::quoteName(table.name);
+    const Lease last = prepare("SELECT max(rowid) FROM " + name);
+    if (!last->executeStep()) return;
+    const qint64 rows = last->getColumn(0).getInt64();
+    if (rows > mostRowsChecked || mostBytesOf(table, rows) > kMostBytesChecked) return;
+    const Lease check = prepare("PRAGMA integrity_check(" + name + ")");
+    if (!check->executeStep()) return;
+    const QString found = columnValue(*check, 0).toString();
+    if (found != QLatin1String("ok")) throwDamaged(table.name, found);
+  });
+}
+
+qint64 Connection::mostBytesOf(const TableInfo& table, qint64 rows) const {
+  qint64 row = 0;
+  for (const ColumnInfo& column : table.columns) row += std::max<qint64>(column.size, kNumberBytes);
+  return std::min(rows * row, QFileInfo(path_).size());
+}
+
+void throwDamaged(const QString& table, const QString& found) {
+  throw Failure(
+      failure::kDamaged,
+      QStringLiteral("L'archivio e' danneggiato: tabella %1 (%2)").arg(table, found.simplified()));
 }
 
 std::optional<QString> Connection::querySql(const QString& name) const {
@@ -104,7 +188,8 @@ std::optional<QString> Connection::querySql(const QString& name) const {
       if (lease->executeStep()) sql = columnValue(*lease, 0).toString();
     });
   }
-  queries_.insert(key, sql);
+  // Names that lead nowhere are not kept: they may be of any number and length.
+  if (sql) queries_.insert(key, *sql);
   return sql;
 }
 

@@ -5,17 +5,23 @@
 
 namespace store {
 
-// The one failure of store and platform: a number, and a description in Italian for the user.
+// The one failure of store and platform: a number, and a description in Italian for the user. What
+// it quotes may be of any length: the description is cut to what a message box can show.
 class Failure final : public std::exception {
  public:
   Failure(int number, QString description)
-      : number_(number), description_(std::move(description)), text_(description_.toUtf8()) {}
+      : number_(number), description_(shortened(description)), text_(description_.toUtf8()) {}
 
   int number() const noexcept { return number_; }
   const QString& description() const noexcept { return description_; }
   const char* what() const noexcept override { return text_.constData(); }
 
  private:
+  static QString shortened(const QString& description) {
+    constexpr qsizetype kLongest = 400;
+    return description.size() > kLongest ? description.left(kLongest) + u'…' : description;
+  }
+
   int number_;
   QString description_;
   QByteArray text_;

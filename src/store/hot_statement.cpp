@@ -3,10 +3,13 @@
 #include <SQLiteCpp/Exception.h>
 #include <sqlite3.h>
 
+#include "store/text_bytes.h"
+
 namespace store {
 
 HotStatement::HotStatement(Connection& connection, const sql::Statement& statement)
     : connection_(connection) {
+  connection_.beginWork();
   const int code =
       sqlite3_prepare_v2(connection_.database().getHandle(), statement.text.constData(),
                          static_cast<int>(statement.text.size()), &statement_, nullptr);
@@ -29,7 +32,7 @@ void HotStatement::bind(const QVariantList& values) {
     if (!value.isValid()) {
       sqlite3_bind_null(statement_, place);
     } else if (value.typeId() == QMetaType::QString) {
-      const QByteArray text = value.toString().toUtf8();
+      const QByteArray text = bytesOf(value.toString());
       sqlite3_bind_text(statement_, place, text.constData(), static_cast<int>(text.size()),
                         SQLITE_TRANSIENT);
     } else if (value.typeId() == QMetaType::Double) {

@@ -13,6 +13,10 @@ namespace {
 
 enum class Kind : std::uint8_t { kLiteral, kAny, kDigit, kSet, kRun };
 
+constexpr std::size_t kLongestNeedle = 64;
+constexpr std::size_t kStepsACharacter = 64;
+constexpr std::size_t kLeastSteps = 100000;
+
 struct Range {
   char32_t first;
   char32_t last;
@@ -68,8 +72,10 @@ Token parseCharacter(char32_t code) {
 
 std::vector<Token> parse(std::u32string_view pattern) {
   std::vector<Token> tokens;
+  const std::size_t lastClose = pattern.rfind(']');
   for (std::size_t at = 0; at < pattern.size(); ++at) {
-    const std::size_t close = pattern[at] == '[' ? pattern.find(']', at) : pattern.npos;
+    const bool opens = pattern[at] == '[' && lastClose != pattern.npos && lastClose > at;
+    const std::size_t close = opens ? pattern.find(']', at) : pattern.npos;
     if (close != pattern.npos) {
       auto set = parseSet(pattern.substr(at + 1, close - at - 1));
       if (set) tokens.push_back(*std::move(set));
@@ -89,7 +95,7 @@ const char* skipTo(const Token& token, const char* at, const char* end) {
   return at;
 }
 
-// The longest ASCII text that every match contains; empty if there is none.
+// The longest ASCII text that every match contains, or enough of it; empty if there is none.
 std::string longestAscii(const std::vector<Token>& tokens) {
   std::string longest;
   std::string current;
@@ -97,6 +103,7 @@ std::string longestAscii(const std::vector<Token>& tokens) {
     if (token.kind == Kind::kLiteral && token.code < 0x80) {
       current.push_back(static_cast<char>(token.code));
       if (current.size() > longest.size()) longest = current;
+      if (longest.size() == kLongestNeedle) break;
     } else {
       current.clear();
     }
@@ -115,8 +122,8 @@ struct LikePattern::Impl {
     needle = AsciiNeedle(std::move(ascii));
   }
 
-  bool matches(std::string_view text) const;
-  bool match(std::string_view text, bool& metMark) const;
+  LikeAnswer matches(std::string_view text) const;
+  LikeAnswer match(std::string_view text, bool& metMark) const;
 
   std::vector<Token> tokens;
   // Of a pattern that begins with "*": what a text must contain, and whether that is enough.
@@ -124,8 +131,11 @@ struct LikePattern::Impl {
   bool needleIsAll = false;
 };
 
-// A run takes as little as possible; on a mismatch only the last run takes one character more.
-bool LikePattern::Impl::match(std::string_view text, bool& metMark) const {
+// A run takes as little as possible; on a mismatch only the last run takes one character more. A
+// long pattern of little variety would still take its length at each character: it is given up.
+LikeAnswer LikePattern::Impl::match(std::string_view text, bool& metMark) const {
+  const std::size_t mostSteps = kLeastSteps + kStepsACharacter * (text.size() + tokens.size());
+  std::size_t steps = 0;
   const char* at = text.data();
   const char* const end = at + text.size();
   auto token = tokens.begin();
@@ -134,12 +144,14 @@ bool LikePattern::Impl::match(std::string_view text, bool& metMark) const {
   metMark = letters::mayBeMark(at, end);
   while (true) {
     if (token != tokens.end() && token->kind == Kind::kRun) {
-      if (++token == tokens.end()) return true;
+      if (++token == tokens.end()) return LikeAnswer::Yes;
       afterRun = token;
       runEnd = at = skipTo(*token, at, end);
       metMark = metMark || letters::mayBeMark(at, end);
     }
-    if (at == end) return token == tokens.end();
+    if (at == end) return token == tokens.end() ? LikeAnswer::Yes : LikeAnswer::No;
+    steps += token == tokens.end() ? 1 : 1 + token->ranges.size();
+    if (steps > mostSteps) return LikeAnswer::TooComplex;
     const char32_t code = letters::foldedCode(letters::decode(at, end));
     metMark = metMark || letters::mayBeMark(at, end);
     if (token != tokens.end() && token->accepts(code)) {
@@ -150,29 +162,29 @@ bool LikePattern::Impl::match(std::string_view text, bool& metMark) const {
       metMark = metMark || letters::mayBeMark(at, end);
       token = afterRun;
     } else {
-      return false;
+      return LikeAnswer::No;
     }
   }
 }
 
 // Combining marks change the letter before them: such a text is composed first.
-bool LikePattern::Impl::matches(std::string_view text) const {
+LikeAnswer LikePattern::Impl::matches(std::string_view text) const {
   if (needle.size() != 0) {
     const char* const end = text.data() + text.size();
     const char* const hit = needle.find(text.data(), end);
-    if (hit == nullptr) return false;
-    if (needleIsAll && !letters::mayBeMark(hit + needle.size(), end)) return true;
+    if (hit == nullptr) return LikeAnswer::No;
+    if (needleIsAll && !letters::mayBeMark(hit + needle.size(), end)) return LikeAnswer::Yes;
   }
   bool metMark = false;
-  const bool matched = match(text, metMark);
-  return metMark ? match(foldCase(text), metMark) : matched;
+  const LikeAnswer answer = match(text, metMark);
+  return metMark ? match(foldCase(text), metMark) : answer;
 }
 
 LikePattern::LikePattern(std::string_view pattern) : impl_(std::make_unique<Impl>(pattern)) {}
 LikePattern::~LikePattern() = default;
 LikePattern::LikePattern(LikePattern&&) noexcept = default;
 
-bool LikePattern::matches(std::string_view text) const {
+LikeAnswer LikePattern::matches(std::string_view text) const {
   return impl_->matches(text);
 }
 

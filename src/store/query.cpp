@@ -174,16 +174,21 @@ sql::Statement Query::keys() const {
   return printer.take();
 }
 
+// True if the condition just gives a column of the first table its value.
+bool Query::fixesColumn() const {
+  const ExprPtr& where = resolved_->where;
+  return where && where->kind == ExprKind::Binary && where->name == QLatin1String("=") &&
+         sourceOf(*where->args[0]) == keyTables_.front() &&
+         where->args[1]->kind == ExprKind::Literal;
+}
+
 // True if an index of the first table begins with what the condition fixes, then the pointer.
 bool Query::walksAnIndex(const QString& pointer) const {
   const Source& first = *keyTables_.front();
   const TableInfo& table = *first.table;
   QVector<int> wanted;
   if (const ExprPtr& where = resolved_->where) {
-    const bool fixes = where->kind == ExprKind::Binary && where->name == QLatin1String("=") &&
-                       sourceOf(*where->args[0]) == &first &&
-                       where->args[1]->kind == ExprKind::Literal;
-    if (!fixes) return false;
+    if (!fixesColumn()) return false;
     wanted.append(table.findColumn(where->args[0]->name));
   }
   wanted.append(table.findColumn(pointer));
@@ -208,6 +213,17 @@ std::optional<Query::Halves> Query::halves() const {
   const QByteArray target = sql::quoteName(second.table->name);
   return Halves{pointersOf(first, pointer),
                 {"SELECT rowid FROM " + target + " WHERE tvx_take(rowid) ORDER BY rowid", {}}};
+}
+
+sql::Statement Query::pairCount() const {
+  const QByteArray first = sql::quoteName(keyTables_[0]->alias);
+  const QByteArray second = sql::quoteName(keyTables_[1]->alias);
+  sql::Printer printer;
+  printer.text("SELECT count(*) FROM ").text(sql::quoteName(keyTables_[0]->table->name));
+  printer.text(" AS ").text(first).text(" NOT INDEXED CROSS JOIN ");
+  printer.text(sql::quoteName(keyTables_[1]->table->name)).text(" AS ").text(second);
+  printer.text(" NOT INDEXED ON ").text(second).text(".rowid = ").text(first).text(".");
+  return printer.text(sql::quoteName(joinColumns().first)).where(resolved_->where, nullptr).take();
 }
 
 // With sort values they are rows; without, the scan hands number and key over by itself.
@@ -259,6 +275,12 @@ sql::Statement Query::rowByKeys(const QVector<int>& fields) const {
         .text(sql::quoteName(resultName()))
         .text(" WHERE rowid = ?")
         .take();
+  }
+  printer.text(", ");
+  if (fixesColumn()) {
+    printer.expression(*resolved_->where);
+  } else {
+    printer.text("1");
   }
   printer.text(" FROM ").sources(*resolved_);
   first = true;

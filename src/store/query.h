@@ -35,6 +35,8 @@ class Query final {
 
   // Keys of all rows, then the values of sortTerms(); in the stored order.
   sql::Statement keys() const;
+  // True if keys() are to grow: those of one table, in its own order.
+  bool keysGrow() const { return keyTables_.size() == 1 && keyOrder_ && !keyOrderDescending_; }
   // Where the rows of the first table point at those of the second by an index, and no condition
   // but that index's stands in the way: the two tables apart, each ordered by the common number.
   struct Halves {
@@ -44,9 +46,12 @@ class Query final {
     sql::Statement targets;  // keys of the second table, taken
   };
   std::optional<Halves> halves() const;
+  // Number of rows that halves() should make, found without any index.
+  sql::Statement pairCount() const;
   // Keys of the rows that meet a condition, in any order.
   sql::Statement keysWhere(const sql::ExprPtr& condition) const;
-  // Some fields of one row by its keys, which are the statement's values behind those given.
+  // Some fields of one row by its keys, which are the statement's values behind those given; last,
+  // whether it is a row that an index of the first table may be walked for.
   sql::Statement rowByKeys(const QVector<int>& fields) const;
   // Place in keyTables() of the table whose key a field is, -1 if it is none.
   int keyTableOf(int field) const;
@@ -71,6 +76,7 @@ class Query final {
   void printKeys(sql::Printer& printer) const;
   sql::Statement pointersOf(const sql::Source& first, const QString& pointer) const;
   bool walksAnIndex(const QString& pointer) const;
+  bool fixesColumn() const;
 
   sql::ResolvedPtr resolved_;
   QVector<FieldInfo> fields_;

@@ -5,6 +5,7 @@
 #include <numeric>
 
 #include "store/hot_statement.h"
+#include "store/pairing.h"
 #include "store/row_sorter.h"
 
 namespace store {
@@ -44,6 +45,7 @@ qint64 secondKey(RowKey key) {
 
 RowSet::RowSet(std::shared_ptr<Connection> connection, const QString& source)
     : connection_(std::move(connection)), text_(source), query_(source, upToDate(*connection_)) {
+  readAt_ = connection_->writes();
   slots_ = QVector<int>(query_.fields().size(), -1);
   whole_.statement = query_.rowByKeys(allFields(query_));
   const Connection::Reading reading(*connection_);
@@ -78,19 +80,35 @@ void RowSet::readKeys() {
   } else {
     HotStatement rows(*connection_, query_.keys());
     while (rows.step()) keys_.push_back(keyIn(rows));
+    const auto grows = [](RowKey a, RowKey b) { return firstKey(a) < firstKey(b); };
+    if (query_.keysGrow() && !std::is_sorted(keys_.begin(), keys_.end(), grows)) {
+      throwDamaged(query_.keyTables().front()->table->name, QStringLiteral("record non ordinati"));
+    }
   }
   keys_.shrink_to_fit();
 }
 
-// Both tables are walked side by side in the order of their common number: that spares a search
-// in the one for each row of the other. `pointers` are pairs of number and key.
+// `pointers` are pairs of number and key.
 void RowSet::mergeKeys(const std::vector<qint64>& pointers, const std::vector<qint64>& targets) {
   keys_.reserve(std::min(pointers.size() / 2, targets.size()));
-  auto target = targets.begin();
+  Pairing pairing(targets);
   for (std::size_t i = 0; i < pointers.size(); i += 2) {
-    while (target != targets.end() && *target < pointers[i]) ++target;
-    if (target == targets.end()) return;
-    if (*target == pointers[i]) keys_.push_back(packKey(pointers[i + 1], *target));
+    if (pairing.meets(pointers[i], pointers[i + 1])) {
+      keys_.push_back(packKey(pointers[i + 1], pointers[i]));
+    }
+  }
+  requireWhole(pairing);
+}
+
+// Both sides come from indexes. A row without a partner is rare: the tables are asked, for it may
+// be the index that lacks it.
+void RowSet::requireWhole(const Pairing& pairing) {
+  const QString& table = query_.keyTables().front()->table->name;
+  if (!pairing.inOrder()) throwDamaged(table, QStringLiteral("indice non ordinato"));
+  if (pairing.isComplete()) return;
+  HotStatement count(*connection_, query_.pairCount());
+  if (!count.step() || count.integer(0) != pairing.pairs()) {
+    throwDamaged(table, QStringLiteral("indice incompleto"));
   }
 }
 
@@ -109,15 +127,15 @@ void RowSet::readSorted() {
 void RowSet::addPointers(const Query::Halves& halves, RowSorter& sorter) {
   const std::vector<qint64> targets = connection_->take(halves.targets);
   HotStatement pointers(*connection_, halves.pointers);
-  auto target = targets.begin();
+  Pairing pairing(targets);
   while (pointers.step()) {
     // Null points at no row, neither does a text.
     if (!pointers.isInteger(0)) continue;
-    const qint64 wanted = pointers.integer(0);
-    while (target != targets.end() && *target < wanted) ++target;
-    if (target == targets.end()) return;
-    if (*target == wanted) sorter.add(packKey(pointers.integer(1), wanted), pointers, 2);
+    const qint64 target = pointers.integer(0);
+    const qint64 pointer = pointers.integer(1);
+    if (pairing.meets(target, pointer)) sorter.add(packKey(pointer, target), pointers, 2);
   }
+  requireWhole(pairing);
 }
 
 void RowSet::readResults() {
@@ -226,7 +244,14 @@ void RowSet::fetchAround(Read& read, qint64 place) {
   const qint64 first = back ? std::max<qint64>(place - kAhead + 1, 0) : place;
   const qint64 last = on ? std::min(place + kAhead, count()) - 1 : place;
   for (qint64 i = first; i <= last; ++i) {
-    if (!isRead(read, i)) read.rows.emplace(keyAt(i), fetch(keyAt(i), read.statement));
+    if (isRead(read, i)) continue;
+    QVector<QVariant> values = fetch(keyAt(i), read.statement);
+    // Nobody has written: it was an index that said there is such a row.
+    const bool isThere = !values.isEmpty() && (results_ || values.last().toBool());
+    if (!isThere && readAt_ == connection_->writes()) {
+      throwDamaged(query_.keyTables().front()->table->name, QStringLiteral("indice errato"));
+    }
+    read.rows.emplace(keyAt(i), std::move(values));
   }
 }
 

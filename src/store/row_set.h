@@ -12,6 +12,7 @@
 namespace store {
 
 class HotStatement;
+class Pairing;
 class RowSorter;
 
 // The keys of a row: the row numbers of its one or two tables, packed into eight bytes.
@@ -68,6 +69,7 @@ class RowSet final {
   void readKeys();
   void mergeKeys(const std::vector<qint64>& pointers, const std::vector<qint64>& targets);
   void addPointers(const Query::Halves& halves, RowSorter& sorter);
+  void requireWhole(const Pairing& pairing);
   void readSorted();
   void readResults();
 
@@ -92,6 +94,7 @@ class RowSet final {
   QVector<int> slots_;  // place of a field in what is read for lists, -1 if it is not read
   std::unique_ptr<ResultTable> results_;  // of a query without keys
   std::vector<RowKey> keys_;
+  quint64 readAt_ = 0;  // Connection::writes() when they were read
   std::vector<Place*> places_;
   struct Hits {
     QString condition;

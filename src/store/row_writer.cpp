@@ -92,11 +92,18 @@ qint64 insertInto(Connection& connection, const TableInfo& table,
     places += places.isEmpty() ? "?" : ", ?";
     bound.append(value);
   }
-  const QByteArray target = "INSERT INTO " + sql::quoteName(table.name);
+  const QByteArray target = "INSERT OR ABORT INTO " + sql::quoteName(table.name);
   connection.execute(values.isEmpty() ? target + " DEFAULT VALUES"
                                       : target + " (" + names + ") VALUES (" + places + ")",
                      bound);
-  return connection.lastInsertKey();
+  // A number beyond what other tables' columns can hold would be a row that nothing can point at.
+  const qint64 key = connection.lastInsertKey();
+  if (key > std::numeric_limits<qint32>::max()) {
+    throw Failure(
+        failure::kOverflow,
+        QStringLiteral("La tabella %1 non ha piu' numeri per nuovi record").arg(table.name));
+  }
+  return key;
 }
 
 void updateIn(Connection& connection, const TableInfo& table, qint64 key,
@@ -112,7 +119,7 @@ void updateIn(Connection& connection, const TableInfo& table, qint64 key,
     bound.append(value);
   }
   bound.append(key);
-  text = "UPDATE " + sql::quoteName(table.name) + " SET " + text + " WHERE rowid = ?";
+  text = "UPDATE OR ABORT " + sql::quoteName(table.name) + " SET " + text + " WHERE rowid = ?";
   if (connection.execute(text, bound) == 0) rowGone();
 }
 

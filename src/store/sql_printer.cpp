@@ -17,13 +17,14 @@ QByteArray quoteName(const QString& name) {
 }
 
 Printer& Printer::expression(const Expr& expr) {
-  if (statement_.text.size() > kLongest) {
+  if (statement_.text.size() + valuesSize_ > kLongest) {
     throw Failure(failure::kTooComplex, QStringLiteral("Query troppo complessa"));
   }
   switch (expr.kind) {
     case ExprKind::Literal:
       if (!expr.value.isValid()) return text("NULL");
       statement_.values.append(expr.value);
+      if (kindOf(expr) == FieldKind::Text) valuesSize_ += expr.value.toString().size();
       return text("?");
     case ExprKind::Column:
       return text(quoteName(expr.qualifier)).text(".").text(quoteName(expr.name));

@@ -38,6 +38,7 @@ class Printer {
   Printer& asText(const Expr& expr);
 
   Statement statement_;
+  qsizetype valuesSize_ = 0;  // characters of the texts among them
 };
 
 Statement printAction(const ResolvedAction& action);

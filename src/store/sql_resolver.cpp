@@ -13,6 +13,8 @@ constexpr int kDeepestQuery = 20;
 constexpr int kMostSelects = 200;
 constexpr std::size_t kMostSources = 60;
 constexpr std::size_t kMostColumns = 1000;
+constexpr std::size_t kMostLooks = 20'000'000;  // at columns, to find names
+constexpr int kDeepestBound = 1000;
 
 [[noreturn]] void tooComplex() {
   throw Failure(failure::kTooComplex, QStringLiteral("Query troppo complessa"));
@@ -116,6 +118,7 @@ class Resolver {
   ExprPtr bind(const ExprPtr& expr, const Scope& scope) {
     if (!expr) return nullptr;
     if (expr->kind == ExprKind::Name) return bindName(*expr, scope);
+    if (++bound_ > kDeepestBound) tooComplex();
     Expr bound = *expr;
     if (bound.kind == ExprKind::Call) checkFunction(bound);
     if (bound.kind == ExprKind::Subquery) {
@@ -123,12 +126,19 @@ class Resolver {
       bound.type = bound.resolved->columns.front().kind;
     }
     for (ExprPtr& arg : bound.args) arg = bind(arg, scope);
+    --bound_;
     return makeExpr(std::move(bound));
   }
 
  private:
+  const OutColumn* find(const Expr& name, const Scope& scope) {
+    for (const Scope* in = &scope; in != nullptr; in = in->outer) looks_ += in->columns.size();
+    if (looks_ > kMostLooks) tooComplex();
+    return scope.find(name.qualifier, name.name);
+  }
+
   ExprPtr bindName(const Expr& name, const Scope& scope) {
-    const OutColumn* column = scope.find(name.qualifier, name.name);
+    const OutColumn* column = find(name, scope);
     if (column == nullptr) {
       const QString full = name.qualifier.isEmpty() ? name.name : name.qualifier + u'.' + name.name;
       throw Failure(failure::kUnknownName, QStringLiteral("Campo sconosciuto: '%1'").arg(full));
@@ -265,7 +275,7 @@ class Resolver {
   OutColumn outColumn(const SelectItem& item, const Scope& scope, std::size_t place) {
     OutColumn column;
     if (item.expr->kind == ExprKind::Name) {
-      const OutColumn* source = scope.find(item.expr->qualifier, item.expr->name);
+      const OutColumn* source = find(*item.expr, scope);
       if (source != nullptr) column = *source;
     }
     column.expr = bind(item.expr, scope);
@@ -308,8 +318,7 @@ class Resolver {
     for (const OrderTerm& term : select.orderBy) {
       OrderTerm bound = term;
       const Expr& expr = *term.expr;
-      const bool isOutput =
-          expr.kind == ExprKind::Name && outputs.find(expr.qualifier, expr.name) != nullptr;
+      const bool isOutput = expr.kind == ExprKind::Name && find(expr, outputs) != nullptr;
       bound.expr = bind(term.expr, isOutput ? outputs : scope);
       result.orderBy.push_back(std::move(bound));
     }
@@ -321,6 +330,8 @@ class Resolver {
   int aliases_ = 0;
   int depth_ = 0;
   int selects_ = 0;
+  int bound_ = 0;
+  std::size_t looks_ = 0;
 };
 
 }  // namespace

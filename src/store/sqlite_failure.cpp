@@ -27,6 +27,7 @@ constexpr Message kMessages[] = {
     {SQLITE_TOOBIG, failure::kTextTooLong, "Il valore e' troppo lungo"},
     {SQLITE_CONSTRAINT, failure::kDuplicateKey, "Valore duplicato o non ammesso"},
     {SQLITE_MISMATCH, failure::kConversion, "Valore non valido"},
+    {SQLITE_INTERRUPT, failure::kTooComplex, "Query troppo complessa"},
     {SQLITE_NOMEM, failure::kOutOfMemory, "Memoria insufficiente"},
 };
 

@@ -36,7 +36,11 @@ void likeCallback(sqlite3_context* context, int, sqlite3_value** arguments) {
     own = std::make_unique<LikePattern>(textArgument(arguments[1]));
     pattern = own.get();
   }
-  sqlite3_result_int(context, pattern->matches(textArgument(arguments[0])) ? 1 : 0);
+  const LikeAnswer answer = pattern->matches(textArgument(arguments[0]));
+  sqlite3_result_int(context, answer == LikeAnswer::Yes ? 1 : 0);
+  if (answer == LikeAnswer::TooComplex) {
+    sqlite3_result_error(context, "pattern is too large for its text", -1);
+  }
   if (own) {
     sqlite3_set_auxdata(context, 1, own.release(),
                         [](void* kept) { delete static_cast<LikePattern*>(kept); });

@@ -18,6 +18,8 @@ int compareText(std::string_view left, std::string_view right);
 // compares. A key has no byte 0, so that keys of several fields can be joined with one.
 void appendSortKey(std::string_view text, std::string& key);
 
+enum class LikeAnswer { No, Yes, TooComplex };
+
 // A pattern of Like: "*" any run, "?" one character, "#" one digit, "[a-z]" and "[!a-z]" sets;
 // without case in the sense of compareText, accents count. In a set "*", "?", "#" and "[" stand for
 // themselves, so do "-" at either end and "!" alone; ranges go by the codes of small letters. "[]"
@@ -27,8 +29,8 @@ class LikePattern final {
   explicit LikePattern(std::string_view pattern);
   ~LikePattern();
   LikePattern(LikePattern&&) noexcept;
-  // Bounded time: at most pattern length x text length steps.
-  bool matches(std::string_view text) const;
+  // Takes time by the length of pattern and text, not by their product.
+  LikeAnswer matches(std::string_view text) const;
 
  private:
   struct Impl;
