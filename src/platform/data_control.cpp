@@ -118,6 +118,10 @@ void DataControl::forgetUnchanged() {
   }
 }
 
+void DataControl::forgetChanges() {
+  for (BoundControl* control : std::as_const(controls_)) control->SetDataChanged(false);
+}
+
 void DataControl::pushChanges() {
   const store::RecordsetPtr rows = recordset_;
   if (rows == nullptr) return;
@@ -145,14 +149,18 @@ void DataControl::UpdateRecord() {
   for (BoundControl* control : changed) accept(*control);
 }
 
-void DataControl::writePending() {
+bool DataControl::writePending() {
   // Whoever tells the user of a failure takes the focus from the controls.
-  if (writing_) return;
+  if (writing_) return true;
   const QScopedValueRollback guard(writing_, true);
   try {
     UpdateRecord();
+    return true;
   } catch (const store::Failure& failure) {
+    // What was typed for a row that is gone stays to be read, but is not tried again.
+    if (failure.number() == store::failure::kRecordDeleted) forgetChanges();
     Q_EMIT writeFailed(failure.number(), failure.description());
+    return false;
   }
 }
 

@@ -33,8 +33,8 @@ class DataControl final : public QObject {
   // being added is left to Recordset::Update.
   // Fails as the store does; the controls then keep what was typed.
   void UpdateRecord();
-  // The same, but a failure is told by writeFailed.
-  void writePending();
+  // The same, but a failure is told by writeFailed; false if there was one.
+  bool writePending();
   // True if a bound control holds something that is not written.
   bool Pending() const;
 
@@ -59,6 +59,7 @@ class DataControl final : public QObject {
   bool isStored(const BoundControl& control) const;
   QVector<BoundControl*> controlsToWrite() const;
   void forgetUnchanged();
+  void forgetChanges();
   void pushChanges();
   void show(BoundControl& control);
   void accept(BoundControl& control);

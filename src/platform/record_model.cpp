@@ -100,6 +100,7 @@ void RecordModel::resetTo(store::RecordsetPtr recordset) {
   rows_ = recordset_ == nullptr ? 0 : static_cast<int>(recordset_->RecordCount());
   changing_ = false;
   pausing_ = false;
+  locked_ = 0;
   resolveFields();
   endResetModel();
 }
@@ -196,10 +197,15 @@ QVariant RecordModel::headerData(int section, Qt::Orientation orientation, int r
 QVariant RecordModel::valueAt(int row, int field) const {
   if (pausing_) return {};
   try {
-    return recordset_->ValueAt(row, field);
+    const QVariant value = recordset_->ValueAt(row, field);
+    if (locked_ > 0 && row == failedRow_) locked_ = 0;
+    return value;
   } catch (const store::Failure& failure) {
     pause();
-    Q_EMIT readFailed(failure.number(), failure.description());
+    failedRow_ = row;
+    // A lock is told once if it lasts: who works in the list meets it by what he does.
+    const bool lock = failure.number() == store::failure::kLocked;
+    if (!lock || ++locked_ == 2) Q_EMIT readFailed(failure.number(), failure.description());
     return {};
   }
 }

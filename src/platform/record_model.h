@@ -91,6 +91,8 @@ class RecordModel final : public QAbstractTableModel {
   QVector<QMetaObject::Connection> connections_;
   int rows_ = 0;
   mutable bool pausing_ = false;  // after a failure to read
+  mutable int failedRow_ = -1;
+  mutable int locked_ = 0;  // failures to read since the file was locked
   bool changing_ = false;
 };
 

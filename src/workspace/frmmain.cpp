@@ -6,6 +6,7 @@
 #include <QLocale>
 #include <QMenu>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QScreen>
 #include <QTabWidget>
 #include <QTimer>
@@ -135,6 +136,11 @@ void frmMain::InizializzaTab() {
           QStringLiteral(" in corso..."));
     QWidget* panGrd = Griglia().Control(QStringLiteral("panGrd"));
     panGrd->setVisible(false);
+    // Where a collection cannot be read, another one can be chosen.
+    const auto goOn = qScopeGuard([this, panGrd] {
+      panGrd->setVisible(true);
+      PermettiInput(true);
+    });
     unloadOldForm(iVecchia);
     Cedi();
     CaricaFinestra();
@@ -147,7 +153,6 @@ void frmMain::InizializzaTab() {
     AbilitazionePannello();
     showSubCollection();
     followFind();
-    PermettiInput(true);
     title(QStringLiteral("Raccolta ") + raccolta.sNome);
     Puntatore(kPuntatoreNormale);
   });
@@ -167,12 +172,14 @@ void frmMain::unloadOldForm(int iVecchia) {
 
 void frmMain::loadList() {
   grd()->SetRedraw(false);
+  auto redraw = qScopeGuard([] { grd()->SetRedraw(true); });
   // A list that cannot be read must not leave another collection's rows beside the new form.
   dbElenco().SetRecordset(nullptr);
   DBRefresh();
   Cedi();
   CaricaGrigliaConfig(aRaccolte(iRacCorr).sQuery, *grd());
   grd()->SetRedraw(true);
+  redraw.dismiss();
   CollegaCampi(true, iRacCorr);
   Cedi();
 }

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QTabWidget>
 
 #include "core/errore.h"
@@ -40,6 +41,18 @@ class WriteGroup final {
   store::DatabasePtr database_;
   bool open_ = true;
 };
+
+QByteArray placeOf(const store::Recordset& rs) {
+  return rs.RecordCount() != 0 && !rs.Bof() && !rs.Eof() ? rs.Bookmark() : QByteArray();
+}
+
+// A list whose new row did not reach the file.
+void readAnew(store::Recordset& rs, const QByteArray& place) {
+  ignorando([&] {
+    rs.Requery();
+    if (!place.isEmpty()) rs.SetBookmark(place);
+  });
+}
 
 bool pressable(QWidget* button) {
   return button->isEnabled() && button->isVisible();
@@ -132,14 +145,18 @@ void frmMain::TastoDuplica() {
 
 void frmMain::CreaNuovo(bool bDuplica) {
   protetto("frmMain!CreaNuovo", [&] {
+    // What was typed is written by itself: it would be lost with a new record that fails.
+    if (!dbForm(iRacCorr).writePending()) return;
     Puntatore(kClessidra);
     Cedi();
     const tRaccolta& raccolta = aRaccolte(iRacCorr);
     const store::RecordsetPtr rs = dbForm(iRacCorr).Recordset();
     if (!rs) throw store::Failure(store::failure::kClosed, QStringLiteral("Nessun elenco aperto"));
     if (bDuplica) ScambiaValoriCampi(iRacCorr, 0);
-    // Counter and both rows reach the file together, or none of them.
-    store::Transaction transaction(*dbArc);
+    // Counter and both rows reach the file together. Where the rows fail the counter goes on: one
+    // that was behind the keys in use comes past them.
+    WriteGroup group(dbArc);
+    auto takeBack = qScopeGuard([&rs, place = placeOf(*rs)] { readAnew(*rs, place); });
     rs->AddNew();
     if (bDuplica) {
       ScambiaValoriCampi(iRacCorr, 1);
@@ -154,7 +171,8 @@ void frmMain::CreaNuovo(bool bDuplica) {
     rs->SetValue(raccolta.sTabDettaglio + u'.' + raccolta.sCampoID, lNuovo);
     rs->SetValue(QStringLiteral("TipoRac"), iRacCorr);
     rs->Update();
-    transaction.Commit();
+    group.Commit();
+    takeBack.dismiss();
     rs->SetBookmark(rs->LastModified());
     AggiornaBarraStato();
     Puntatore(kPuntatoreNormale);
@@ -172,8 +190,11 @@ void frmMain::TastoCancella() {
   if (!bRecordValido(rs)) return;
   if (iMsg(deletionQuestion(), 2) != 1) return;
   protetto("frmMain!TastoCancella", [&] {
+    const QByteArray place = rs->Bookmark();
     CancellaRecord(rs->Value(kMainId).toLongLong());
     refreshAfterDeletion();
+    // A record that could not be deleted stays the current one: the next try is for it too.
+    ignorando([&] { dbElenco().Recordset()->SetBookmark(place); });
   });
 }
 
@@ -186,8 +207,9 @@ void frmMain::refreshAfterDeletion() {
 
 void frmMain::CancellaRecord(qint64 lID) {
   protetto("frmMain!CancellaRecord", [&] {
-    const WriteGroup group(dbArc);
+    WriteGroup group(dbArc);
     RecordEraser(aRaccolte(iRacCorr)).erase(lID);
+    group.Commit();
   });
 }
 
@@ -198,7 +220,8 @@ void frmMain::mnuCancellaMultiplo_Click() {
         "Vuoi veramente cancellare tutti i record correntemente visualizzati nell'elenco?");
     if (iMsg(question, 2) != 1) return;
     Puntatore(kClessidra);
-    deleteAllShown();
+    // Groups that were written before a failure are gone from the list too.
+    protetto("frmMain!CancellaMultiplo", [this] { deleteAllShown(); });
     refreshAfterDeletion();
     Puntatore(kPuntatoreNormale);
   });
