@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QSaveFile>
 #include <QStandardPaths>
 
 #include "core/modutil.h"
@@ -25,6 +26,19 @@ bool isPortable(const QString& folder) {
   return settings.isFile() && settings.isWritable();
 }
 
+// The copy gets its name once it is whole and can be written: a start that is cut short leaves
+// nothing that the next one would take for a file of the user.
+void copyFile(const QFileInfo& file, const QString& copy) {
+  QFile source(file.filePath());
+  QSaveFile target(copy);
+  if (!source.open(QIODevice::ReadOnly) || !target.open(QIODevice::WriteOnly)) return;
+  const QByteArray content = source.readAll();
+  if (source.error() == QFile::NoError && target.write(content) == content.size() &&
+      target.setPermissions(source.permissions() | QFile::WriteOwner)) {
+    target.commit();
+  }
+}
+
 }  // namespace
 
 QString programFolder() {
@@ -34,18 +48,17 @@ QString programFolder() {
          QStringLiteral("/tavolix");
 }
 
-void prepareProgramFolder() {
-  const QDir target(sCartellaProgramma());
-  const QString installed = installedFolder();
-  if (installed.isEmpty()) return;
-  QDir().mkpath(target.path());
-  for (const QFileInfo& file : QDir(installed).entryInfoList(QDir::Files)) {
-    const QString copy = target.filePath(file.fileName());
-    if (QFileInfo::exists(copy)) continue;
-    if (QFile::copy(file.filePath(), copy)) {
-      QFile::setPermissions(copy, QFile::permissions(copy) | QFile::WriteOwner);
-    }
+void copyMissingFiles(const QString& from, const QString& to) {
+  QDir().mkpath(to);
+  for (const QFileInfo& file : QDir(from).entryInfoList(QDir::Files)) {
+    const QString copy = QDir(to).filePath(file.fileName());
+    if (!QFileInfo::exists(copy)) copyFile(file, copy);
   }
+}
+
+void prepareProgramFolder() {
+  const QString installed = installedFolder();
+  if (!installed.isEmpty()) copyMissingFiles(installed, sCartellaProgramma());
 }
 
 }  // namespace tavolix

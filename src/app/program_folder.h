@@ -8,7 +8,10 @@ namespace tavolix {
 // (a copy on a stick), else the user's data folder.
 QString programFolder();
 
-// Copies the installed files that the user's folder does not have yet; nothing is overwritten.
+// Copies the files of a folder that the other does not have yet, which is made if need be; nothing
+// is overwritten, and no file is seen under its name before it is whole. Failures leave out a file.
+void copyMissingFiles(const QString& from, const QString& to);
+// Does so with the installed files and the program's folder.
 void prepareProgramFolder();
 
 }  // namespace tavolix
