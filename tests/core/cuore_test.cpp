@@ -43,11 +43,18 @@ TEST_F(Cuore, CountsKeysInTheArchive) {
   EXPECT_EQ(lNewCont(), 42);
   EXPECT_EQ(folder_.found("SELECT ID FROM CONT"), QString("42"));
   EXPECT_EQ(lNewCont(), 43);
-  rsCont->Close();
-  platform::MessageBoxSeam::setNextAnswer(platform::kOk);
-  EXPECT_EQ(lNewCont(), 0);
-  EXPECT_TRUE(platform::MessageBoxSeam::shown().last().text.endsWith("Procedura: cuore!lNewCont"));
-  EXPECT_EQ(folder_.found("SELECT ID FROM CONT"), QString("43"));
+  // At its end it is told and goes no further; so is a counter that is closed.
+  for (const bool closed : {false, true}) {
+    rsCont->Edit();
+    rsCont->SetValue("ID", closed ? 43 : 2147483647);
+    rsCont->Update();
+    if (closed) rsCont->Close();
+    platform::MessageBoxSeam::setNextAnswer(platform::kOk);
+    EXPECT_EQ(lNewCont(), 0);
+    EXPECT_TRUE(
+        platform::MessageBoxSeam::shown().last().text.endsWith("Procedura: cuore!lNewCont"));
+    EXPECT_EQ(folder_.found("SELECT ID FROM CONT"), QString(closed ? "43" : "2147483647"));
+  }
 }
 
 TEST_F(Cuore, AddsAValueToItsListOnce) {

@@ -100,6 +100,18 @@ QString randomText(std::mt19937& random) {
   return text;
 }
 
+std::vector<std::string> split(const std::string& line, char separator) {
+  std::vector<std::string> texts(1);
+  for (const char each : line) {
+    if (each == separator) {
+      texts.emplace_back();
+    } else {
+      texts.back() += each;
+    }
+  }
+  return texts;
+}
+
 QString textOf(const QVariant& value) {
   return value.isValid() ? value.toString() : QStringLiteral("-");
 }

@@ -52,6 +52,9 @@ int compareValues(const QVariant& left, const QVariant& right);
 // "L'isola", "ÀB 3", ...: short texts of few letters, so that equal and nearly equal ones are many.
 QString randomText(std::mt19937& random);
 
+// "e|è|é": the texts between the bars.
+std::vector<std::string> split(const std::string& line, char separator = '|');
+
 // The number of the failure that some work ends with, 0 without one.
 template <typename Work>
 int failureOf(Work&& work) {

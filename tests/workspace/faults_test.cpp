@@ -298,6 +298,21 @@ TEST_F(Faults, AFileThatBreaks) {
   }
 }
 
+// A counter behind the keys in use: each attempt is told, leaves nothing and goes one further.
+TEST_F(Faults, ACounterThatIsBehind) {
+  folder_.outside("UPDATE CONT SET ID = (SELECT max(ID) FROM LIB) - 1");
+  const int records = inFile("MAIN");
+  const int books = inFile("LIB");
+  ASSERT_TRUE(start());
+  for (const int made : {0, 1}) {
+    ready();
+    press(Qt::Key_F12);
+    EXPECT_EQ(message().contains("3022"), made == 0);
+    EXPECT_EQ(inFile("MAIN"), records + made);
+    EXPECT_EQ(inFile("LIB"), books + made);
+  }
+}
+
 // Without its counter an archive gives the key 0: it is told each time, and made once at most.
 TEST_F(Faults, AnArchiveWithoutACounter) {
   folder_.outside("DELETE FROM CONT");
