@@ -1,0 +1,248 @@
+// Archives spoiled in thousands of ways: what is shown is what their tables hold, or a failure.
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <iostream>
+#include <map>
+
+#include "damage/damages.h"
+#include "damage/plain_lists.h"
+#include "disk/plain_file.h"
+#include "store/connection.h"
+#include "store/database.h"
+
+namespace store {
+namespace {
+
+constexpr unsigned kMostSeconds = 60;      // for one file
+constexpr qint64 kMostSteps = 10'000'000;  // of a query
+constexpr qint64 kMostMegabytes = 1000;    // of memory, for all files
+constexpr qint64 kAllRows = 10'000;        // checked whole: every table of these archives,
+constexpr qint64 kLookupRows = 400;        // or just those of the lookup lists and the settings
+
+const char* const kLists[] = {"Q_LIB", "Q_RIV", "Q_AUD",    "Q_VID",    "Q_COM",   "Q_MED",
+                              "Q_OGG", "Q_PER", "Q_RIVSUB", "Q_AUDSUB", "Q_PERSUB"};
+
+// An index may hold a text in other letters, capital or small: that is the same text.
+bool isSame(const QVariant& a, const QVariant& b) {
+  return plain::compare(a, b) == 0;
+}
+bool isBefore(const QVariant& a, const QVariant& b) {
+  return plain::compare(a, b) < 0;
+}
+bool isSameRow(const plain::Row& a, const plain::Row& b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(), isSame);
+}
+bool isRowBefore(const plain::Row& a, const plain::Row& b) {
+  return std::lexicographical_compare(a.begin(), a.end(), b.begin(), b.end(), isBefore);
+}
+
+QVector<plain::Row> shown(const Recordset& rows) {
+  QVector<plain::Row> all;
+  for (qint64 row = 0; row < rows.RecordCount(); ++row) {
+    plain::Row values;
+    for (int field = 0; field < rows.Fields().size(); ++field) {
+      values.append(rows.ValueAt(row, field));
+    }
+    all.append(values);
+  }
+  return all;
+}
+
+// One file: each look at it is right, fails or is wrong.
+class Look final {
+ public:
+  Look(const QString& path, const QHash<QString, QString>& queries)
+      : plain_(path), path_(path), queries_(queries) {}
+
+  void everything() {
+    attempt("open", [&] { return open(); });
+    if (!database_) return;
+    for (const char* list : kLists) attempt(list, [&] { return isWhole(list); });
+    attempt("list of texts", [&] {
+      return walk("TAB", "2", {"TipoTab", "TipoRac", "Desc"}, {"AUTORE", 0}) &&
+             walk("TAB", "2", {"TipoTab", "TipoRac", "Desc"}, {"POS", -1});
+    });
+    attempt("columns", [&] {
+      return walk("GRDCONFIG", "1u", {"NomeQuery", "Colonna"}, {"Q_LIB"});
+    });
+    attempt("setting", [&] { return walk("CFG", "1u", {"dsc"}, {"DB_APPLICATION"}); });
+    attempt("sorted", [&] { return sorted(); });
+    attempt("find", [&] { return find(); });
+    attempt("write", [&] { return write(); });
+  }
+
+  bool opened() const { return database_ != nullptr; }
+
+  int failed = 0;
+  QStringList wrong;
+
+ private:
+  template <typename Work>
+  void attempt(const char* what, Work&& work) {
+    try {
+      if (!work()) wrong.append(QLatin1String(what));
+    } catch (const Failure& failure) {
+      ++failed;
+      EXPECT_GT(failure.number(), 0);
+      EXPECT_FALSE(failure.description().isEmpty());
+    }
+  }
+
+  bool open() {
+    database_ = OpenDatabase(path_);
+    return database_->OpenRecordset("CONT", RecordsetType::Table)->RecordCount() >= 0;
+  }
+  RecordsetPtr open(const QString& source, RecordsetType type = RecordsetType::Dynaset) {
+    return database_->OpenRecordset(source, type);
+  }
+
+  bool isWhole(const QString& query) {
+    const auto wanted = plain_.list(query, queries_[query]);
+    const auto rows = shown(*open(query));
+    return !wanted || rows == *wanted;
+  }
+
+  // As combo boxes and settings read: from the first row on that has some values.
+  bool walk(const QString& table, const QString& index, const QStringList& columns,
+            const QVariantList& values) {
+    const RecordsetPtr rows = open(table, RecordsetType::Table);
+    rows->SetIndex(index);
+    rows->Seek(">=", values);
+    const auto belongs = [&] {
+      for (qsizetype i = 0; i < values.size(); ++i) {
+        if (!isSame(rows->Value(columns[i]), values[i])) return false;
+      }
+      return true;
+    };
+    QVector<plain::Row> found;
+    for (; !rows->NoMatch() && !rows->Eof() && belongs(); rows->MoveNext()) {
+      plain::Row row;
+      for (int field = 0; field < rows->Fields().size(); ++field) row.append(rows->Value(field));
+      found.append(row);
+    }
+    const auto wanted = plain_.rows(table, columns, values);
+    return !wanted ||
+           std::equal(found.begin(), found.end(), wanted->begin(), wanted->end(), isSameRow);
+  }
+
+  // The same rows in another order.
+  bool sorted() {
+    auto wanted = plain_.list("Q_LIB", queries_["Q_LIB"]);
+    if (wanted) std::sort(wanted->begin(), wanted->end(), isRowBefore);
+    for (const char* order : {"Titolo", "Autore DESC", "SottoTitolo"}) {
+      auto rows = shown(*open(QStringLiteral("SELECT * FROM Q_LIB ORDER BY ") + order));
+      std::sort(rows.begin(), rows.end(), isRowBefore);
+      if (wanted && rows != *wanted) return false;
+    }
+    return true;
+  }
+
+  bool find() {
+    const RecordsetPtr rows = open("Q_LIB");
+    const auto all = shown(*rows);
+    const int title = rows->FieldIndex("Titolo");
+    QSet<qint64> hits;
+    rows->FindFirst("Titolo LIKE '*[aàá]*'");
+    for (; !rows->NoMatch(); rows->FindNext("Titolo LIKE '*[aàá]*'")) {
+      hits.insert(rows->AbsolutePosition());
+    }
+    for (qint64 row = 0; row < all.size(); ++row) {
+      const QString text = all[row][title].toString();
+      if (text.contains(u'a', Qt::CaseInsensitive) && !hits.contains(row)) return false;
+    }
+    return true;
+  }
+
+  bool write() {
+    const RecordsetPtr rows = open("Q_AUD");
+    if (rows->RecordCount() == 0) return true;
+    const QVariant key = rows->Value("MAIN.ID");
+    rows->Edit();
+    rows->SetValue("Titolo", "Scritto");
+    rows->Update();
+    database_->Close();
+    const auto written = plain::Lists(path_).rows("MAIN", {"ID", "Titolo"}, {key, "Scritto"});
+    return !written || written->size() == 1;
+  }
+
+  plain::Lists plain_;
+  QString path_;
+  const QHash<QString, QString>& queries_;
+  DatabasePtr database_;
+};
+
+struct Count {
+  int files = 0;
+  int failed = 0;
+};
+
+class Damage : public ::testing::Test {
+ protected:
+  Damage() {
+    mostSteps = kMostSteps;
+    plain::write(path_, good_);
+    const DatabasePtr database = OpenDatabase(path_);
+    for (const QString& name : database->QueryDefs()) queries_[name] = database->QueryDefSql(name);
+  }
+  ~Damage() override { mostRowsChecked = kAllRows; }
+
+  void look(int number, unsigned seed) {
+    const auto& kinds = damage::kinds();
+    const damage::Kind& kind = kinds[static_cast<std::size_t>(number) % kinds.size()];
+    SCOPED_TRACE(testing::Message() << kind.name << ", TAVOLIX_CASE " << number);
+    std::mt19937 random(seed * 1000003U + static_cast<unsigned>(number));
+    QByteArray file = good_;
+    kind.spoil(file, random);
+    plain::write(path_, file);
+    QFile::remove(path_ + QStringLiteral("-journal"));
+    // Every other file is looked at as if its collections were too large to be checked whole.
+    mostRowsChecked = number / std::ssize(kinds) % 2 == 0 ? kAllRows : kLookupRows;
+    Look look(path_, queries_);
+    look.everything();
+    Count& count = counts_[kind.name];
+    ++count.files;
+    count.failed += look.failed > 0 ? 1 : 0;
+    EXPECT_FALSE(kind.isRefused && look.opened());
+    if (look.wrong.isEmpty()) return;
+    const QString kept = QStringLiteral("guasto-%1-%2.tvx").arg(seed).arg(number);
+    plain::write(kept, file);
+    ADD_FAILURE() << "wrong: " << qPrintable(look.wrong.join(", ")) << ", kept as "
+                  << qPrintable(kept);
+  }
+
+  QTemporaryDir folder_;
+  QString path_ = folder_.filePath(QStringLiteral("guasto.tvx"));
+  QByteArray good_ = plain::smallArchive(600);
+  QHash<QString, QString> queries_;
+  std::map<std::string, Count> counts_;
+};
+
+TEST_F(Damage, IsShownRightOrFails) {
+  const int cases = plain::setting("TAVOLIX_CASES", 240);
+  const int only = plain::setting("TAVOLIX_CASE", -1);
+  const auto seed = static_cast<unsigned>(plain::setting("TAVOLIX_SEED", 1));
+  std::cout << "TAVOLIX_SEED " << seed << std::endl;
+  for (int number = std::max(only, 0); number < (only < 0 ? cases : only + 1); ++number) {
+    // A crash or a file that takes for ever ends the program: the last number tells which.
+    std::cout << number << (number % 20 == 19 ? '\n' : ' ') << std::flush;
+    alarm(kMostSeconds);
+    look(number, seed);
+  }
+  alarm(0);
+  for (const auto& [name, count] : counts_) {
+    std::cout << '\n' << name << ": " << count.files << " files, " << count.failed << " failed";
+  }
+  rusage usage{};
+  getrusage(RUSAGE_SELF, &usage);
+  std::cout << '\n' << usage.ru_maxrss / 1024 << " MB of memory\n";
+#ifndef __SANITIZE_ADDRESS__
+  EXPECT_LT(usage.ru_maxrss / 1024, kMostMegabytes);
+#endif
+}
+
+}  // namespace
+}  // namespace store

@@ -1,0 +1,236 @@
+#include "damage/damages.h"
+
+#include <QtEndian>
+#include <algorithm>
+
+#include "disk/plain_file.h"
+#include "store/sqlite_language.h"
+
+namespace damage {
+namespace {
+
+constexpr qsizetype kPage = 4096;
+
+qsizetype below(std::mt19937& random, qsizetype end) {
+  return static_cast<qsizetype>(random() % static_cast<unsigned>(end));
+}
+
+qsizetype pagesOf(const QByteArray& file) {
+  return file.size() / kPage;
+}
+
+void setNumber(QByteArray& file, qsizetype at, quint32 value) {
+  qToBigEndian(value, file.data() + at);
+}
+
+void flipBits(QByteArray& file, std::mt19937& random, qsizetype from, qsizetype size) {
+  for (auto count = 1 + below(random, 8); count > 0; --count) {
+    char& byte = file.data()[from + below(random, size)];
+    byte = static_cast<char>(byte ^ (1 << below(random, 8)));
+  }
+}
+
+// Places of the pages whose tree is an index's.
+std::vector<qsizetype> indexPages(const QByteArray& file) {
+  std::vector<qsizetype> places;
+  for (qsizetype page = 1; page < pagesOf(file); ++page) {
+    if (file[page * kPage] == 2 || file[page * kPage] == 10) places.push_back(page * kPage);
+  }
+  return places;
+}
+
+// Where the tables and indexes are described.
+void flipSchema(QByteArray& file, std::mt19937& random) {
+  static const QByteArray words[] = {"CREATE TABLE", "CREATE INDEX", "CREATE UNIQUE INDEX"};
+  const QByteArray& word = words[below(random, 3)];
+  std::vector<qsizetype> places;
+  for (auto at = file.indexOf(word); at >= 0; at = file.indexOf(word, at + 1)) places.push_back(at);
+  flipBits(file, random, places[static_cast<std::size_t>(below(random, std::ssize(places)))] - 30,
+           200);
+}
+
+void overwritePage(QByteArray& file, std::mt19937& random) {
+  char* page = file.data() + below(random, pagesOf(file)) * kPage;
+  const auto what = below(random, 3);
+  std::generate(page, page + kPage, [&] {
+    return what == 0 ? '\0' : what == 1 ? '\xff' : static_cast<char>(random());
+  });
+}
+
+// Page 1 stays: without it nothing opens.
+void swapPages(QByteArray& file, std::mt19937& random) {
+  char* first = file.data() + (1 + below(random, pagesOf(file) - 1)) * kPage;
+  char* second = file.data() + (1 + below(random, pagesOf(file) - 1)) * kPage;
+  if (random() % 2 == 0) {
+    std::swap_ranges(first, first + kPage, second);
+  } else {
+    std::copy_n(first, kPage, second);
+  }
+}
+
+void cutWhole(QByteArray& file, std::mt19937& random) {
+  file.truncate((1 + below(random, pagesOf(file) - 1)) * kPage);
+  setNumber(file, 28, static_cast<quint32>(pagesOf(file)));
+}
+
+void growWhole(QByteArray& file, std::mt19937& random) {
+  const bool zeros = random() % 2 == 0;
+  file += zeros ? QByteArray((1 + below(random, 20)) * kPage, '\0') : file.left(3 * kPage);
+  setNumber(file, 28, static_cast<quint32>(pagesOf(file)));
+}
+
+void spoilHeader(QByteArray& file, std::mt19937& random) {
+  // Page size, versions, change count, page count, free list, schema, encoding, application, ...
+  static const std::vector<qsizetype> places = {0,  16, 18, 20, 24, 28, 32, 36,
+                                                40, 44, 52, 56, 64, 68, 92};
+  const qsizetype at = places[static_cast<std::size_t>(below(random, std::ssize(places)))];
+  const quint32 values[] = {0,
+                            1,
+                            2,
+                            3,
+                            0x01000000,
+                            0x02020000,
+                            0xffffffff,
+                            static_cast<quint32>(random()),
+                            static_cast<quint32>(random() % 200)};
+  setNumber(file, at, values[below(random, 9)]);
+}
+
+// An index that is not what the table is: the table was written while the schema did not know it.
+void makeIndexLie(QByteArray& file, std::mt19937& random) {
+  static const std::vector<std::pair<const char*, const char*>> lies = {
+      {"MAIN_2", "DELETE FROM MAIN WHERE ID % 97 = 5"},
+      {"MAIN_2", "UPDATE MAIN SET RacID = RacID + 1 WHERE ID % 97 = 5"},
+      {"MAIN_2", "UPDATE MAIN SET TipoRac = 1 - TipoRac WHERE TipoRac < 2 AND ID % 97 = 5"},
+      {"MAIN_2",
+       "INSERT INTO LIB (ID) VALUES (99999); INSERT INTO MAIN (TipoRac, RacID) VALUES (0, 99999)"},
+      {"LIB_1u", "DELETE FROM LIB WHERE ID % 97 = 5"},
+      {"LIB_1u", "INSERT INTO LIB (ID) SELECT RacID FROM MAIN WHERE TipoRac = 1"},
+      {"LIB_1u", "UPDATE LIB SET ID = ID + 100000 WHERE ID % 97 = 5"},
+      {"TAB_2", "DELETE FROM TAB WHERE ID % 97 = 5"},
+      {"TAB_2", "UPDATE TAB SET \"Desc\" = \"Desc\" || 'x' WHERE ID % 97 = 5"},
+      {"TAB_2", "UPDATE TAB SET TipoRac = TipoRac + 1 WHERE ID % 97 = 5"},
+      {"TAB_2",
+       "INSERT INTO TAB (ID, TipoTab, TipoRac, \"Desc\") VALUES (0, 'AUTORE', 0, 'Nuovo')"},
+      {"CFG_1u", "UPDATE CFG SET dsc = dsc || 'x'"},
+      {"GRDCONFIG_1u", "DELETE FROM GRDCONFIG WHERE Colonna = 1"},
+      {"AUDSUB_2", "DELETE FROM AUDSUB WHERE ID % 7 = 5"},
+  };
+  const auto& [index, lie] = lies[static_cast<std::size_t>(below(random, std::ssize(lies)))];
+  const QByteArray named = QByteArray("name = '") + index + "'";
+  file = after(
+      file, {"PRAGMA writable_schema = 1; CREATE TABLE kept AS SELECT * FROM sqlite_schema WHERE " +
+                 named + "; DELETE FROM sqlite_schema WHERE " + named,
+             QByteArray(lie).replace("97 = 5", "97 = " + QByteArray::number(below(random, 97))),
+             "PRAGMA writable_schema = 1; INSERT INTO sqlite_schema SELECT * FROM kept; "
+             "DELETE FROM sqlite_schema WHERE name = 'kept'"});
+}
+
+const char* const kQueries[] = {"Q_LIB", "Q_AUD", "Q_PER", "Q_RIVSUB"};
+
+void changeQuery(QByteArray& file, std::mt19937& random) {
+  const QByteArray name = kQueries[below(random, 4)];
+  const QByteArray nonsense[] = {
+      "SELECT",
+      "",
+      "non e' una query",
+      QByteArray(100000, '('),
+      "SELECT * FROM " + name,
+      "SELECT * FROM Q_REP_0",
+      "SELECT * FROM " + name + " UNION ALL SELECT * FROM " + name,
+      "SELECT * FROM MAIN WHERE " + QByteArray("ID = 1 OR ").repeated(20000) + "ID = 2",
+      "SELECT " + QByteArray("Titolo, ").repeated(3000) + "ID FROM MAIN",
+      "SELECT * FROM MAIN, MAIN AS B, MAIN AS C, MAIN AS D",
+      "SELECT * FROM MAIN INNER JOIN TAB ON MAIN.TABAutoreID = TAB.ID",
+      "UPDATE MAIN SET Titolo = 'x'",
+      "DROP TABLE MAIN",
+      "SELECT * FROM sqlite_schema",
+      QByteArray("SELECT \0 * FROM \xff MAIN", 22)};
+  const QByteArray text = nonsense[below(random, std::ssize(nonsense))];
+  const QByteArray where = " WHERE Name = '" + name + "'";
+  const bool remove = random() % 10 == 0;
+  file = after(
+      file, {remove ? "DELETE FROM QUERYDEF" + where
+                    : "UPDATE QUERYDEF SET Sql = CAST(x'" + text.toHex() + "' AS TEXT)" + where});
+}
+
+void changeSchema(QByteArray& file, std::mt19937& random) {
+  const QByteArray set = "PRAGMA writable_schema = 1; UPDATE sqlite_schema SET ";
+  const QByteArray replace = set + "sql = replace(sql, ";
+  const QByteArray root = set + "rootpage = ";
+  const QByteArray other = QByteArray::number(2 + below(random, pagesOf(file) - 1));
+  const QByteArray changes[] = {
+      "DROP INDEX MAIN_2",
+      "DROP INDEX LIB_1u",
+      "DROP INDEX TAB_2",
+      "DROP INDEX CFG_1u",
+      "DROP TABLE AUD",
+      "DROP TABLE TAB",
+      "DROP TABLE MAIN",
+      "DROP TABLE QUERYDEF",
+      "DROP TABLE CFG",
+      "ALTER TABLE MAIN DROP COLUMN Titolo",
+      "ALTER TABLE AUD DROP COLUMN Durata",
+      "ALTER TABLE TAB RENAME COLUMN Desc TO Testo",
+      "ALTER TABLE LIB ADD COLUMN X",
+      replace + "'LONG', 'TEXT(3)')",
+      replace + "'TEXT', 'DOUBLE')",
+      replace + "'DATE', 'YESNO')",
+      replace + "'INTEGER PRIMARY KEY AUTOINCREMENT', 'LONG')",
+      replace + "'TipoRac SHORT,', '') WHERE name = 'MAIN'",
+      replace + "'(TipoRac, RacID)', '(RacID, TipoRac)')",
+      replace + "'(TipoRac, RacID)', '(TipoRac)')",
+      replace + "'(TipoRac, RacID)', '(TipoRac, Anno)')",
+      replace + "'CREATE INDEX', 'CREATE UNIQUE INDEX')",
+      replace + "'(TipoTab, TipoRac, \"Desc\")', '(TipoTab, TipoRac)')",
+      set + "tbl_name = 'TAB', sql = replace(sql, 'MAIN (', 'TAB (') WHERE name = 'MAIN_2'",
+      "PRAGMA writable_schema = 1; DELETE FROM sqlite_schema WHERE name = 'MAIN_2'",
+      root + other + " WHERE name = 'MAIN_2'",
+      root + other + " WHERE name = 'TAB'",
+      root + other + " WHERE name = 'LIB_1u'",
+      root + other + " WHERE name = 'QUERYDEF'",
+      root + "(SELECT rootpage FROM sqlite_schema WHERE name = 'AUD_1u') WHERE name = 'LIB_1u'",
+      root + "(SELECT rootpage FROM sqlite_schema WHERE name = 'AUD') WHERE name = 'VID'",
+      root + "(SELECT rootpage FROM sqlite_schema WHERE name = 'TAB_3') WHERE name = 'TAB_2'"};
+  file = after(file, {changes[below(random, std::ssize(changes))]});
+}
+
+}  // namespace
+
+QByteArray after(const QByteArray& file, const std::vector<QByteArray>& parts) {
+  const QTemporaryDir folder;
+  const QString path = folder.filePath(QStringLiteral("altro.tvx"));
+  plain::write(path, file);
+  for (const QByteArray& part : parts) {
+    SQLite::Database other(path.toStdString(), SQLite::OPEN_READWRITE);
+    store::addLanguage(other.getHandle());
+    other.exec("PRAGMA synchronous = OFF; " + part.toStdString());
+  }
+  return plain::bytesOf(path);
+}
+
+const std::vector<Kind>& kinds() {
+  static const std::vector<Kind> all = {
+      {"bits", [](QByteArray& f, std::mt19937& r) { flipBits(f, r, 0, f.size()); }},
+      {"bits of an index",
+       [](QByteArray& f, std::mt19937& r) {
+         const std::vector<qsizetype> pages = indexPages(f);
+         flipBits(f, r, pages[static_cast<std::size_t>(below(r, std::ssize(pages)))], kPage);
+       }},
+      {"bits of the schema", flipSchema},
+      {"page overwritten", overwritePage},
+      {"pages swapped", swapPages},
+      {"cut", [](QByteArray& f, std::mt19937& r) { f.truncate(below(r, f.size())); }, true},
+      {"cut, count adapted", cutWhole},
+      {"grown", [](QByteArray& f, std::mt19937& r) { f += f.right(1 + below(r, 2 * kPage)); },
+       true},
+      {"grown, count adapted", growWhole},
+      {"header", spoilHeader},
+      {"index that lies", makeIndexLie},
+      {"query changed", changeQuery},
+      {"schema changed", changeSchema},
+  };
+  return all;
+}
+
+}  // namespace damage

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QByteArray>
+#include <functional>
+#include <random>
+#include <vector>
+
+namespace damage {
+
+// A way to spoil an archive's file; each call spoils another place.
+struct Kind {
+  const char* name;
+  std::function<void(QByteArray& file, std::mt19937& random)> spoil;
+  bool isRefused = false;  // does not even open
+};
+const std::vector<Kind>& kinds();
+
+// A file after statements of another program, which may write the schema itself; after each part
+// it opens the file anew.
+QByteArray after(const QByteArray& file, const std::vector<QByteArray>& parts);
+
+}  // namespace damage
