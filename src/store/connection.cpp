@@ -97,10 +97,8 @@ Connection::Lease::~Lease() {
 
 // Pages that made no sense are read from the disk again, not taken from the engine's memory.
 void Connection::forgetMisread() const {
-  const int last = database_.getErrorCode();
-  if (last == SQLITE_CORRUPT || last == SQLITE_NOTADB) {
-    sqlite3_db_release_memory(database_.getHandle());
-  }
+  if (std::exchange(misreadings_, misreadings) == misreadings) return;
+  sqlite3_db_release_memory(database_.getHandle());
 }
 
 bool Connection::isTooMuchWork() {

@@ -24,6 +24,8 @@ inline qint64 mostRowsChecked = 10'000;
 [[noreturn]] void throwFailure(const SQLite::Exception& exception);
 // The failure of a table that contradicts itself.
 [[noreturn]] void throwDamaged(const QString& table, const QString& found);
+// How many failures said that what was read makes no sense.
+inline quint64 misreadings = 0;
 template <typename Work>
 auto guarded(Work&& work) -> decltype(work()) {
   try {
@@ -130,6 +132,7 @@ class Connection final : public Catalog {
   int depth_ = 0;
   std::vector<qint64> taken_;
   mutable qint64 work_ = 0;
+  mutable quint64 misreadings_ = 0;  // as far as forgotten
   QHash<QString, std::vector<quint64>> keptKeys_;
   quint64 keptAt_ = 0;
   quint64 writes_ = 0;

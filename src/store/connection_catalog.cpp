@@ -1,4 +1,7 @@
+#include <sqlite3.h>
+
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <algorithm>
 
 #include "store/connection.h"
@@ -160,7 +163,11 @@ void Connection::checkSmall(const TableInfo& table) const {
     const Lease check = prepare("PRAGMA integrity_check(" + name + ")");
     if (!check->executeStep()) return;
     const QString found = columnValue(*check, 0).toString();
-    if (found != QLatin1String("ok")) throwDamaged(table.name, found);
+    if (found == QLatin1String("ok")) return;
+    static const QRegularExpression unread(QStringLiteral("error code=(\\d+)"));
+    const int code = unread.match(found).captured(1).toInt();
+    if ((code & 0xff) == SQLITE_IOERR) throw SQLite::Exception(found.toStdString(), code);
+    throwDamaged(table.name, found);
   });
 }
 
@@ -171,6 +178,7 @@ qint64 Connection::mostBytesOf(const TableInfo& table, qint64 rows) const {
 }
 
 void throwDamaged(const QString& table, const QString& found) {
+  ++misreadings;
   throw Failure(
       failure::kDamaged,
       QStringLiteral("L'archivio e' danneggiato: tabella %1 (%2)").arg(table, found.simplified()));

@@ -43,6 +43,7 @@ bool isBeyondLimits(const QString& detail) {
 
 void throwFailure(const SQLite::Exception& exception) {
   const int code = exception.getErrorCode() & 0xff;
+  if (code == SQLITE_CORRUPT || code == SQLITE_NOTADB) ++misreadings;
   const QString detail = QString::fromUtf8(exception.what());
   for (const Message& message : kMessages) {
     if (message.code == code) {

@@ -10,6 +10,7 @@
 #include "disk/faulty_disk.h"
 #include "disk/plain_file.h"
 #include "store/database.h"
+#include "store/patience.h"
 
 namespace store {
 namespace {
@@ -198,6 +199,7 @@ const Case kCases[] = {
 class Disk : public ::testing::Test {
  protected:
   static void SetUpTestSuite() {
+    mostPatience = 0;
     QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("a.tvx"));
     plain::write(path, plain::smallArchive(120));

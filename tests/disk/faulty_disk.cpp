@@ -133,10 +133,6 @@ int access(sqlite3_vfs*, const char* name, int flags, int* out) {
 int fullPathname(sqlite3_vfs*, const char* name, int size, char* out) {
   return disk->real()->xFullPathname(disk->real(), name, size, out);
 }
-// Nobody waits for a lock that does not come.
-int sleep(sqlite3_vfs*, int microseconds) {
-  return microseconds;
-}
 
 }  // namespace
 
@@ -147,7 +143,6 @@ FaultyDisk::FaultyDisk() : real_(sqlite3_vfs_find(nullptr)), own_(*real_) {
   own_.xDelete = remove;
   own_.xAccess = access;
   own_.xFullPathname = fullPathname;
-  own_.xSleep = sleep;
   disk = this;
   sqlite3_vfs_register(&own_, 1);
 }
