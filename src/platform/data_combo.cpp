@@ -10,6 +10,7 @@
 #include <algorithm>
 
 #include "platform/drop_down_style.h"
+#include "platform/key_sender.h"
 
 namespace platform {
 namespace {
@@ -34,6 +35,14 @@ bool movesRow(int key) {
 
 bool opensList(int key) {
   return key == Qt::Key_F4 || key == Qt::Key_Space;
+}
+
+// A key that is for the window, whatever the list shows.
+bool isCommand(const QKeyEvent& event) {
+  const auto modifiers = event.modifiers() & (Qt::ControlModifier | Qt::AltModifier);
+  const bool letter = event.key() >= Qt::Key_Space && event.key() <= Qt::Key_ydiaeresis;
+  const bool function = event.key() >= Qt::Key_F1 && event.key() <= Qt::Key_F35;
+  return (function && event.key() != Qt::Key_F4) || (modifiers != 0 && letter);
 }
 
 bool leavesList(int key) {
@@ -206,10 +215,12 @@ bool DataCombo::eventFilter(QObject* watched, QEvent* event) {
 
 // Keys pressed while the list is open. True if the key has been used up.
 bool DataCombo::popupKey(const QKeyEvent& event) {
-  if (leavesList(event.key())) {
+  if (leavesList(event.key()) || isCommand(event)) {
     acceptRow();
-    // The closed control gets the key too: it may lead to the next field.
-    QCoreApplication::postEvent(this, event.clone());
+    // The closed control gets the key too, before the next one comes: it may lead to the next
+    // field, or to another window.
+    const std::unique_ptr<QKeyEvent> key(event.clone());
+    sendKey(*this, *key);
     return true;
   }
   if (event.key() == Qt::Key_Escape) {

@@ -4,9 +4,12 @@
 #include <QCloseEvent>
 #include <QEventLoop>
 #include <QKeyEvent>
+#include <QScreen>
+#include <QWindow>
 #include <algorithm>
 #include <cmath>
 
+#include "platform/modal_input.h"
 #include "store/failure.h"
 
 namespace platform {
@@ -69,13 +72,35 @@ void Form::ShowModal(Form* owner) {
   if (owner != nullptr && owner->IsLoaded() && window_->parentWidget() == nullptr) {
     window_->setParent(owner->Window(), window_->windowFlags() | Qt::Dialog);
   }
-  window_->setWindowModality(Qt::ApplicationModal);
-  window_->show();
-  window_->activateWindow();
-  QEventLoop loop;
-  while (window_ && window_->isVisible()) {
-    loop.processEvents(QEventLoop::WaitForMoreEvents);
+  QPointer<QWidget> front = QApplication::activeWindow();
+  if (front == nullptr && owner != nullptr && owner->IsLoaded()) front = owner->Window();
+  {
+    const ModalInput::Turn turn(window_);
+    if (front != nullptr && front != window_) standOver(*front);
+    window_->show();
+    window_->activateWindow();
+    QEventLoop loop;
+    while (window_ && window_->isVisible()) {
+      loop.processEvents(QEventLoop::WaitForMoreEvents);
+    }
   }
+  if (front != nullptr) front->activateWindow();
+}
+
+// In the middle of the window that is in front, unless it has a place, and above it.
+void Form::standOver(const QWidget& front) {
+  if (!window_->testAttribute(Qt::WA_Moved)) {
+    if (!window_->testAttribute(Qt::WA_Resized)) window_->adjustSize();
+    const QRect room = front.screen()->availableGeometry();
+    QRect place = window_->rect();
+    place.moveCenter(front.geometry().center());
+    place.moveLeft(std::max(room.left(), std::min(place.left(), room.right() - place.width())));
+    place.moveTop(std::max(room.top(), std::min(place.top(), room.bottom() - place.height())));
+    window_->move(place.topLeft());
+    window_->setAttribute(Qt::WA_Moved, false);
+  }
+  window_->winId();  // creates what knows the window it stands over
+  window_->windowHandle()->setTransientParent(front.windowHandle());
 }
 
 void Form::Hide() {
@@ -123,6 +148,19 @@ bool Form::watchesKey(QObject* watched) const {
   return false;
 }
 
+// The form's window that was last in front: one that comes back from a message or from another
+// program has not been left.
+QPointer<QWidget>& Form::inFront() {
+  static QPointer<QWidget> window;
+  return window;
+}
+
+void Form::cameToFront() {
+  if (inFront() == window_) return;
+  inFront() = window_;
+  activated();
+}
+
 bool Form::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::ShortcutOverride && watchesKey(watched)) {
     auto* key = static_cast<QKeyEvent*>(event);
@@ -137,7 +175,8 @@ bool Form::eventFilter(QObject* watched, QEvent* event) {
   }
   if (watched != window_) return false;
   if (event->type() == QEvent::Resize) resized();
-  if (event->type() == QEvent::WindowActivate) activated();
+  if (event->type() == QEvent::WindowActivate) cameToFront();
+  if (event->type() == QEvent::Hide && inFront() == window_) inFront() = nullptr;
   if (event->type() == QEvent::Close && event->spontaneous()) {
     event->ignore();
     // The answer may show a dialog: the close event must be over before.

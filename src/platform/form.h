@@ -57,7 +57,7 @@ class Form : public QObject {
   virtual QWidget* build() = 0;
   virtual void loaded() {}     // the window exists, nothing is shown yet
   virtual void unloaded() {}   // the window is gone
-  virtual void activated() {}  // the window has come to the front
+  virtual void activated() {}  // the window has come to the front, from another form's or anew
   virtual void resized() {}
   // The user closes the window by its box: true lets it go (it is unloaded).
   virtual bool queryUnload() { return true; }
@@ -71,6 +71,9 @@ class Form : public QObject {
  private:
   bool eventFilter(QObject* watched, QEvent* event) override;
   bool watchesKey(QObject* watched) const;
+  void standOver(const QWidget& front);
+  static QPointer<QWidget>& inFront();
+  void cameToFront();
   [[noreturn]] static void missing(const QString& name);
   template <typename T>
   static T* require(QObject* object, const QString& name) {

@@ -1,0 +1,43 @@
+#include "platform/key_sender.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QKeyEvent>
+
+namespace platform {
+namespace {
+
+bool wantsItself(QWidget& receiver, const QKeyEvent& key) {
+  QKeyEvent asked(QEvent::ShortcutOverride, key.key(), key.modifiers(), key.text());
+  asked.ignore();
+  QCoreApplication::sendEvent(&receiver, &asked);
+  return asked.isAccepted();
+}
+
+bool triggerShortcut(const QWidget& window, const QKeyEvent& key) {
+  const QKeySequence pressed(key.keyCombination());
+  for (QAction* action : window.findChildren<QAction*>()) {
+    if (action->shortcut() != pressed || !action->isEnabled()) continue;
+    action->trigger();
+    return true;
+  }
+  for (QAbstractButton* button : window.findChildren<QAbstractButton*>()) {
+    if (button->shortcut() != pressed || !button->isEnabled() || !button->isVisible()) continue;
+    button->click();
+    return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+void sendKey(QWidget& receiver, QKeyEvent& key) {
+  if (key.type() == QEvent::KeyPress && !wantsItself(receiver, key) &&
+      triggerShortcut(*receiver.window(), key)) {
+    return;
+  }
+  QCoreApplication::sendEvent(&receiver, &key);
+}
+
+}  // namespace platform
