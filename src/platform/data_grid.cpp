@@ -71,9 +71,10 @@ void DataGrid::bindModel() {
   connect(model_, &RecordModel::rowsRemoved, this, &DataGrid::showCurrentRow);
   returning_.setSingleShot(true);
   connect(&returning_, &QTimer::timeout, this, &DataGrid::showCurrentRow);
+  complaining_.setSingleShot(true);
+  connect(&complaining_, &QTimer::timeout, this, &DataGrid::complain);
   connect(horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int column) {
-    CommitCell();
-    Q_EMIT headClicked(column);
+    if (CommitCell()) Q_EMIT headClicked(column);
   });
 }
 
@@ -117,11 +118,31 @@ void DataGrid::SetRedraw(bool on) {
   if (on) showCurrentRow();
 }
 
-void DataGrid::CommitCell() {
-  QWidget* editor = state() == EditingState ? indexWidget(currentIndex()) : nullptr;
-  if (editor == nullptr) return;
+QWidget* DataGrid::openEditor() const {
+  return state() == EditingState ? indexWidget(currentIndex()) : nullptr;
+}
+
+bool DataGrid::CommitCell() {
+  QWidget* editor = openEditor();
+  if (editor == nullptr) return true;
   commitData(editor);
   closeEditor(editor, QAbstractItemDelegate::NoHint);
+  return !refused_;
+}
+
+void DataGrid::commitData(QWidget* editor) {
+  // An editor that is being closed loses the focus too, and has been dealt with.
+  if (editor == nullptr || editor->isHidden()) return;
+  refused_ = false;
+  QTableView::commitData(editor);
+}
+
+void DataGrid::complain() {
+  // Whoever tells the user takes the focus from the cell, which is refused again.
+  if (telling_) return;
+  const QScopedValueRollback<bool> guard(telling_, true);
+  Q_EMIT updateRefused();
+  if (QWidget* editor = openEditor()) editor->setFocus();
 }
 
 void DataGrid::keyboardSearch(const QString&) {}
@@ -192,9 +213,15 @@ void DataGrid::keyPressEvent(QKeyEvent* event) {
   event->setAccepted(!isShortcut(event) && edit(currentIndex(), trigger, event));
 }
 
+void DataGrid::mousePressEvent(QMouseEvent* event) {
+  if (CommitCell()) QTableView::mousePressEvent(event);
+}
+
 void DataGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) {
   using Delegate = QAbstractItemDelegate;
   if (editor == nullptr || editor->isHidden()) return;  // closed already
+  if (refused_ && hint != Delegate::RevertModelCache) return complaining_.start(0);
+  refused_ = false;
   const bool steps = hint == Delegate::EditNextItem || hint == Delegate::EditPreviousItem;
   QTableView::closeEditor(editor, steps ? Delegate::NoHint : hint);
   const QModelIndex cell = currentIndex();
@@ -214,6 +241,7 @@ void DataGrid::writeCell(const QModelIndex& cell, const QVariant& value) {
   pendingValue_ = value;
   bool cancel = false;
   Q_EMIT beforeUpdate(&cancel);
+  refused_ = cancel;
   if (cancel || !target.isValid()) return;
   try {
     model_->setData(target, pendingValue_, Qt::EditRole);

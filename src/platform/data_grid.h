@@ -26,8 +26,10 @@ class DataGrid final : public QTableView {
   GridColumn Column(int column) const;
   // While off nothing is painted and the recordset's moves are not followed.
   void SetRedraw(bool on);
-  // Writes what is being typed into a cell, and ends the typing.
-  void CommitCell();
+  // Writes what is being typed into a cell, and ends the typing. False if it was refused: the cell
+  // is then still open, with what was typed.
+  bool CommitCell();
+  bool IsEditing() const { return state() == EditingState; }
 
   // During beforeUpdate: the field to be written (with a list, the field of its key) and the
   // value; invalid for a cell emptied, or text that is no number.
@@ -40,8 +42,10 @@ class DataGrid final : public QTableView {
 
  Q_SIGNALS:
   void headClicked(int column);
-  // A cell is about to be written; set *cancel to keep the stored value.
+  // A cell is about to be written; set *cancel to refuse what was typed.
   void beforeUpdate(bool* cancel);
+  // Told once the key or click is done with: the time to say why. The cell gets the focus then.
+  void updateRefused();
   // The cell could not be written, and shows the stored value.
   void writeFailed(int number, const QString& description);
   // Rows could not be read; the cells are empty until they can be.
@@ -53,6 +57,8 @@ class DataGrid final : public QTableView {
   QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
                                                        const QEvent* event) const override;
   void keyPressEvent(QKeyEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void commitData(QWidget* editor) override;
   void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
   void changeEvent(QEvent* event) override;
 
@@ -64,6 +70,8 @@ class DataGrid final : public QTableView {
   void showCurrentRow();
   void moveRecordset(int row);
   void writeCell(const QModelIndex& cell, const QVariant& value);
+  QWidget* openEditor() const;
+  void complain();
   int neighbour(int column, int step) const;
   int startColumn() const;
 
@@ -71,8 +79,11 @@ class DataGrid final : public QTableView {
   QPointer<DataControl> source_;
   QString pendingField_;
   QVariant pendingValue_;
-  int column_ = 0;          // the current column, kept while there is no current row
-  QTimer returning_;        // to the recordset's row, where that could not be left
+  int column_ = 0;    // the current column, kept while there is no current row
+  QTimer returning_;  // to the recordset's row, where that could not be left
+  QTimer complaining_;
+  bool refused_ = false;
+  bool telling_ = false;
   bool following_ = false;  // the view is being moved to the recordset's row
 };
 
