@@ -38,6 +38,10 @@ int lNewCont();
 // The key of a lookup value, which is created if it is not there.
 int lNuovaVoceTab(const QString& sCodTab, int iRacTab, const QString& sDesc);
 
+// Opens the list behind a combo field of the current collection, on the value the record holds;
+// the field then shows the value that was current in the list.
+void ApriTabella(int iCampo);
+
 // Fills a grid's columns from the archive's GRDCONFIG.
 void CaricaGrigliaConfig(const QString& sNomeQuery, platform::DataGrid& oGriglia);
 // Cleans what a row edited in the grid could not store: no number or no date becomes Null.

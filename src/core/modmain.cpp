@@ -19,13 +19,14 @@ using platform::forms;
 const QString kMain = QStringLiteral("frmMain");
 const QString kSplash = QStringLiteral("frmAbout");
 
-// The data controls that work on the archive; a form the program lacks is passed over.
+// The data controls that work on the archive. A window that is not there yet asks when it is made.
 void tellDataControls() {
+  forms()[QStringLiteral("frmGrid")].Load();
   static const char* const controls[][2] = {
       {"frmGrid", "dbCurr"}, {"frmSub", "dbSubCurr"}, {"frmTab", "dbTab"}};
   for (const auto& [form, control] : controls) {
     const QString name = QString::fromLatin1(form);
-    if (!forms().has(name)) continue;
+    if (!forms().isLoaded(name)) continue;
     forms()[name]
         .part<platform::DataControl>(QString::fromLatin1(control))
         ->SetDatabaseName(platform::systemPath(sPathArc));

@@ -7,8 +7,11 @@
 
 #include "store/database.h"
 
+class QAbstractButton;
+
 namespace platform {
 class DataCombo;
+class DateBox;
 class Form;
 }  // namespace platform
 
@@ -57,6 +60,10 @@ void SelezionaVoceLista(QComboBox& lista, const QString& testo);
 // Selects a combo's row by its text (column 0) or its key (column 1); the blank row if there is
 // no such row.
 void ImpostaValoreCombo(platform::DataCombo& combo, int iColonna, const QVariant& vValore);
+// Lets a date be picked in the month view under a date box; today's where the box holds none.
+void ApriCalendario(platform::DateBox& oData);
+// A window's help button: sends the key F1. Disabled where the guide is not installed.
+void CollegaAiuto(QAbstractButton& cmdAiuto);
 bool bRecordValido(const store::RecordsetPtr& rs);
 // Paints the control with the focus pale yellow, or gives it back its own colours.
 void EvidenziaFocus(bool bEntra);

@@ -7,6 +7,8 @@
 #include <QToolButton>
 
 #include "core/campi.h"
+#include "core/modcuore.h"
+#include "core/modutil.h"
 #include "platform/check_box.h"
 #include "platform/data_combo.h"
 #include "platform/data_control.h"
@@ -91,17 +93,19 @@ int widthInCharacters(const Box& box) {
 
 class PageBuilder {
  public:
-  PageBuilder(const Module& module, int iRac, const FormHandlers& handlers, QWidget* form)
-      : module_(module), iRac_(iRac), handlers_(handlers), form_(form) {}
+  PageBuilder(const Module& module, int iRac, ControlNumbers& numbers)
+      : module_(module), iRac_(iRac), numbers_(numbers) {}
 
   void build(QTabWidget* panRecord) {
-    for (int page = 0; page < 3; ++page) addPage(panRecord, page);
+    for (int page = 0; page < static_cast<int>(module_.pages.size()); ++page) {
+      buildPage(page, nullptr)->setObjectName(QStringLiteral("picRecord(%1)").arg(page));
+      panRecord->addTab(scrolling(panRecord), text(module_.pages[static_cast<std::size_t>(page)]));
+    }
   }
 
- private:
-  void addPage(QTabWidget* panRecord, int page) {
-    page_ = new QWidget;
-    page_->setObjectName(QStringLiteral("picRecord(%1)").arg(page));
+  // The boxes of the fields that the field table puts on a page.
+  QWidget* buildPage(int page, QWidget* parent) {
+    page_ = new QWidget(parent);
     grid_ = new QGridLayout(page_);
     grid_->setColumnStretch(kBox, 1);
     grid_->setHorizontalSpacing(8);
@@ -113,9 +117,10 @@ class PageBuilder {
       stretches = addField(campo) || stretches;
     }
     if (!stretches) grid_->setRowStretch(row_ + 1, 1);
-    panRecord->addTab(scrolling(panRecord), text(module_.pages[static_cast<std::size_t>(page)]));
+    return page_;
   }
 
+ private:
   // In a window too low for a page nothing is cut off.
   QWidget* scrolling(QWidget* parent) const {
     auto* area = new QScrollArea(parent);
@@ -190,7 +195,7 @@ class PageBuilder {
 
   QLabel* newLabel(const QString& caption, QWidget* buddy) {
     auto* label = new QLabel(caption, page_);
-    label->setObjectName(QStringLiteral("Label1(%1)").arg(labels_++));
+    label->setObjectName(QStringLiteral("Label1(%1)").arg(numbers_.labels++));
     label->setBuddy(buddy);
     return label;
   }
@@ -235,45 +240,54 @@ class PageBuilder {
 
   QToolButton* listButton(int campo) {
     QToolButton* button =
-        smallButton(QStringLiteral("cmdApriTabella(%1)").arg(buttons_++), "lookup",
+        smallButton(QStringLiteral("cmdApriTabella(%1)").arg(numbers_.lists++), "lookup",
                     "Modifica e aggiunta delle voci disponibili", "frmTab");
     button->setProperty("Tag", QString::number(campo));
-    QObject::connect(button, &QToolButton::clicked, form_, [open = handlers_.openList, button] {
-      open(button->property("Tag").toString().toInt());
-    });
+    QObject::connect(button, &QToolButton::clicked, button,
+                     [button] { ApriTabella(button->property("Tag").toString().toInt()); });
     return button;
   }
 
-  QToolButton* calendarButton(const QString& name, QWidget* box) {
+  QToolButton* calendarButton(const QString& name, QWidget* box) const {
     QToolButton* button = smallButton(name, "calendario", "Calendario", "frmCalendario");
-    QObject::connect(button, &QToolButton::clicked, form_,
-                     [open = handlers_.openCalendar, box] { open(box); });
+    QObject::connect(button, &QToolButton::clicked, button,
+                     [box] { ApriCalendario(static_cast<platform::DateBox&>(*box)); });
     return button;
   }
 
   const Module& module_;
   int iRac_;
-  const FormHandlers& handlers_;
-  QWidget* form_;
+  ControlNumbers& numbers_;
   QWidget* page_ = nullptr;
   QGridLayout* grid_ = nullptr;
   QHBoxLayout* line_ = nullptr;
   int row_ = -1;
-  int buttons_ = 0;
-  int labels_ = 0;
 };
 
 }  // namespace
 
-QWidget* buildForm(const Module& module, int iRac, const FormHandlers& handlers, QWidget* parent) {
+QWidget* buildForm(const Module& module, int iRac, QWidget* parent) {
   auto* form = new QWidget(parent);
   auto* dbCurr = new platform::DataControl(form);
   dbCurr->setObjectName(QStringLiteral("dbCurr"));
   auto* panRecord = new QTabWidget(form);
   panRecord->setObjectName(QStringLiteral("panRecord"));
   panRecord->setAccessibleName(QStringLiteral("Pagine del record"));
-  PageBuilder(module, iRac, handlers, form).build(panRecord);
+  ControlNumbers numbers;
+  PageBuilder(module, iRac, numbers).build(panRecord);
   return form;
+}
+
+QWidget* buildPanel(const Module& module, int iRac, platform::DataControl& source,
+                    ControlNumbers& numbers, QWidget* parent) {
+  constexpr int ofPanels = -1;
+  QWidget* panel = PageBuilder(module, iRac, numbers).buildPage(ofPanels, parent);
+  panel->setObjectName(QStringLiteral("panRecord(%1)").arg(iRac));
+  for (int campo = 0; campo < iNumeroCampi(iRac); ++campo) {
+    auto* box = panel->findChild<QWidget*>(aCampi(iRac, campo).sControllo);
+    BoundControl::of(box)->SetDataSource(&source);
+  }
+  return panel;
 }
 
 }  // namespace tavolix

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QWidget>
-#include <functional>
 
 #include "workspace/moduli.h"
 
@@ -11,14 +10,18 @@ class DataControl;
 
 namespace tavolix {
 
-// What the buttons beside the boxes of a form do; each is told the field's row, or the box.
-struct FormHandlers {
-  std::function<void(int campo)> openList;
-  std::function<void(QWidget* dateBox)> openCalendar;
-};
-
 // Builds a collection's form: the page control panRecord with its pages picRecord(0..2), a box
 // with its label for each field, the buttons of combos and dates. `dbCurr` is made in it too.
-QWidget* buildForm(const Module& module, int iRac, const FormHandlers& handlers, QWidget* parent);
+QWidget* buildForm(const Module& module, int iRac, QWidget* parent);
+
+// How many of a window's numbered controls are named by now.
+struct ControlNumbers {
+  int lists = 0;   // cmdApriTabella(n)
+  int labels = 0;  // Label1(n)
+};
+
+// Builds a sub-collection's panel panRecord(iRac), its boxes bound to `source`.
+QWidget* buildPanel(const Module& module, int iRac, platform::DataControl& source,
+                    ControlNumbers& numbers, QWidget* parent);
 
 }  // namespace tavolix

@@ -20,8 +20,12 @@
 #include "platform/clock.h"
 #include "platform/data_control.h"
 #include "platform/data_grid.h"
+#include "workspace/frmcalendario.h"
 #include "workspace/frmgrid.h"
 #include "workspace/frmrac.h"
+#include "workspace/frmsub.h"
+#include "workspace/frmtab.h"
+#include "workspace/lampeggio.h"
 #include "workspace/main_view.h"
 #include "workspace/modrepos.h"
 
@@ -35,8 +39,6 @@ constexpr int kPageMargin = 90;     // twips between the form's height and its p
 constexpr int kLeastWindow = 3000;  // twips
 constexpr QSize kFirstSize(1200, 780);
 constexpr QSize kFrame(12, 48);  // what the desktop adds around a window
-constexpr int kFlashMilliseconds = 400;
-constexpr int kBrightRed = 12;
 
 constexpr const char* kMenus[] = {"mnuFile", "mnuRaccolte", "mnuRacCorrente", "mnuModifica"};
 
@@ -45,18 +47,6 @@ platform::Form& Griglia() {
 }
 platform::DataGrid* grd() {
   return Griglia().control<platform::DataGrid>(QStringLiteral("grd"));
-}
-
-void startFlash(QWidget* control) {
-  const QString basic = QStringLiteral("frmBasic");
-  if (!forms().has(basic)) return;
-  QMetaObject::invokeMethod(&forms()[basic], "StartFlash", Q_ARG(QWidget*, control),
-                            Q_ARG(int, kBrightRed), Q_ARG(int, kFlashMilliseconds));
-}
-
-void stopFlash() {
-  const QString basic = QStringLiteral("frmBasic");
-  if (forms().has(basic)) QMetaObject::invokeMethod(&forms()[basic], "StopFlash");
 }
 
 void applicationSettings() {
@@ -74,6 +64,9 @@ void RegistraFormWorkspace() {
   forms().add(QStringLiteral("frmMain"), [] { return std::make_unique<frmMain>(); });
   RegistraFormGrid();
   RegistraFormRaccolte();
+  RegistraFormSub();
+  RegistraFormTab();
+  RegistraFormCalendario();
 }
 
 frmMain::frmMain() : platform::Form(QStringLiteral("frmMain")) {}
@@ -216,7 +209,6 @@ void frmMain::showSubCollection() {
   cmdSubRac->setVisible(sub != -1);
   if (sub == -1) return;
   cmdSubRac->setText(aRaccolte(sub).sNome + QStringLiteral("    "));
-  CaricaCampi(sub);
 }
 
 // The open find window goes along with the collection.
@@ -239,16 +231,14 @@ void frmMain::AbilitazionePannello(bool bAbilita) {
       pages->setEnabled(bAbilita);
       aRaccolte(iRacCorr).oForm->Control(QStringLiteral("picRecord(0)"))->update();
     }
-    for (const char* name : {"cmdCancella", "cmdDuplica"}) {
+    for (const char* name : {"cmdCancella", "cmdDuplica", "cmdSubRac"}) {
       Control(QString::fromLatin1(name))->setEnabled(bAbilita);
     }
-    Control(QStringLiteral("cmdSubRac"))
-        ->setEnabled(bAbilita && forms().has(QStringLiteral("frmSub")));
     QWidget* cmdAddNew = Control(QStringLiteral("cmdAddNew"));
     if (bAbilita) {
-      stopFlash();
+      FermaLampeggio();
     } else {
-      startFlash(cmdAddNew);
+      FaiLampeggiare(cmdAddNew);
       cmdAddNew->setFocus();
     }
   });
@@ -407,6 +397,7 @@ void frmMain::connectButtons() {
   press("cmdAddNew", &frmMain::TastoAddNew);
   press("cmdCancella", &frmMain::TastoCancella);
   press("cmdDuplica", &frmMain::TastoDuplica);
+  press("cmdSubRac", &frmMain::cmdSubRac_Click);
   press("cmdEspandi", &frmMain::cmdEspandi_Click);
   auto* timer = new QTimer(Window());
   connect(timer, &QTimer::timeout, this, &frmMain::tick);

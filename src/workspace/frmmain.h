@@ -42,12 +42,15 @@ class frmMain final : public platform::Form {
   void CreaNuovo(bool bDuplica);
   // Deletes a record in both its tables, then its sub-collection's rows. `lID` is MAIN.ID.
   void CancellaRecord(qint64 lID);
+  // Shows the child rows of the current record.
+  void cmdSubRac_Click();
 
   // The commands of menu and bar.
   void mnuFileChiudi_Click();
   void mnuCancellaMultiplo_Click();
   void mnuEliminaFiltro_Click();
   void mnuMaxExtension_Click();
+  void mnuSottoraccolta_Click();
   void mnuVarieSalva_Click();
   void SelezionaRaccolta(int iRac);
   void cmdEspandi_Click();

@@ -14,6 +14,7 @@
 #include "platform/data_control.h"
 #include "platform/data_grid.h"
 #include "workspace/frmmain.h"
+#include "workspace/frmsub.h"
 
 namespace tavolix {
 namespace {
@@ -241,6 +242,24 @@ void frmMain::deleteAllShown() {
     }
     group.Commit();
   }
+}
+
+// Combos of one list share it: those of the parent's form follow by themselves what is done here.
+void frmMain::cmdSubRac_Click() {
+  Salva();
+  if (!bRecordValido(dbElenco().Recordset())) return;
+  const int iPadre = iRacCorr;
+  iRacCorr = aRaccolte(iPadre).iSottoRaccolta;
+  {
+    const auto back = qScopeGuard([iPadre] { iRacCorr = iPadre; });
+    FrmSub().Carica(iRacCorr, iPadre);
+    FrmSub().ShowModal(this);
+  }
+  Show();
+}
+
+void frmMain::mnuSottoraccolta_Click() {
+  if (pressable(Control(QStringLiteral("cmdSubRac")))) cmdSubRac_Click();
 }
 
 void frmMain::mnuVarieSalva_Click() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/form.h"
+#include "workspace/entry_focus.h"
 #include "workspace/moduli.h"
 
 namespace tavolix {
@@ -19,14 +20,10 @@ class frmRac final : public platform::Form {
   void resized() override;
   bool keyDown(int key, Qt::KeyboardModifiers modifiers) override;
   bool wantsShortcut(int key, Qt::KeyboardModifiers modifiers) override;
-  void focusMoved(QWidget* from, QWidget* to);
-  void gotFocus(QWidget* control);
-  bool holds(const QWidget* widget) const;
 
   const Module& module_;
   int iRac_;
-  bool bInNote_ = false;
-  QMetaObject::Connection focus_;
+  EntryFocus focus_;
 };
 
 // Width in twips of a collection's form, the same for all, as the font needs it.

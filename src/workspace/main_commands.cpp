@@ -58,7 +58,7 @@ constexpr Entry kEntries[] = {
     {1, "mnuCancellaMultiplo", "Elimina &tutti i record visualizzati", "", 1150, run<&frmMain::mnuCancellaMultiplo_Click>},
     {1, "mnuModDuplica", "&Duplica record", "F11", 1150, run<&frmMain::TastoDuplica>},
     {1, "mnuModifica2", "-", "", 0, nullptr},
-    {1, "mnuSottoraccolta", "&Mostra sottoraccolta record corrente", "F9", 10, nullptr},
+    {1, "mnuSottoraccolta", "&Mostra sottoraccolta record corrente", "F9", 10, run<&frmMain::mnuSottoraccolta_Click>},
     {0, "mnuRaccolte", "&Raccolte", "", 0, nullptr},
     {1, "mnuRaccoltePersone", "&Persone e contatti", "Ctrl+P", 0, select<7>},
     {1, "mnuRaccolteLibri", "&Libri", "Ctrl+L", 0, select<0>},

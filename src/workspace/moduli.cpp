@@ -176,6 +176,35 @@ constexpr Box kPersone[] = {
     {Kind::Memo, 30000, "", "", "Note"},
 };
 
+constexpr Box kArticoli[] = {
+    {Kind::Text, 150, "", "", "Titolo"},
+    {Kind::Text, 150, "", "", "Sottotitolo"},
+    {Kind::Combo, 0, "", "", "Argomento"},
+    {Kind::Combo, 0, "", "", "Autore"},
+    {Kind::Digits, 0, "999", "", "Pagina"},
+    {Kind::Digits, 0, "999", "", "Nr. pagine"},
+    {Kind::Memo, 30000, "", "", "Note"},
+};
+
+constexpr Box kBrani[] = {
+    {Kind::Digits, 0, "999", "", "Nr. brano"},
+    {Kind::Time, 0, "", "", "Durata"},
+    {Kind::Digits, 0, "99", "", "Supporto nr."},
+    {Kind::Text, 100, "", "", "Titolo"},
+    {Kind::Combo, 0, "", "", "Autore"},
+    {Kind::Combo, 0, "", "", "Genere"},
+    {Kind::Combo, 0, "", "", "Autore testo"},
+    {Kind::Memo, 30000, "", "", "Note"},
+};
+
+constexpr Box kContatti[] = {
+    {Kind::Date, 0, "", "", "Data"},
+    {Kind::Combo, 0, "", "", "Iniziativa"},
+    {Kind::Combo, 0, "", "", "Modo"},
+    {Kind::Combo, 0, "", "", "Motivo"},
+    {Kind::Memo, 30000, "", "", "Note"},
+};
+
 constexpr Box kAccessorie[] = {
     {Kind::Combo, 0, "", "", "Proprietario"},
     {Kind::Combo, 0, "", "", "Condizioni / stato"},
@@ -198,10 +227,8 @@ constexpr Tip kTipPersone[] = {
 };
 
 constexpr CalendarButton kCalendari[] = {
-    {"txtDtaAcq", "cmdCalendAcq"},
-    {"txtDtaPos", "cmdCalendPos"},
-    {"txtData", "cmdData"},
-    {"txtDtaScad", "cmdDtaScad"},
+    {"txtDtaAcq", "cmdCalendAcq"}, {"txtDtaPos", "cmdCalendPos"}, {"txtData", "cmdData"},
+    {"txtDtaScad", "cmdDtaScad"},  {"txtPerDta", "cmdCalendAcq"},
 };
 
 constexpr Module kModules[] = {
@@ -213,6 +240,9 @@ constexpr Module kModules[] = {
     {"frmRacMed", kMedicinali, kAccessorie, kPagine, {}},
     {"frmRacOgg", kOggetti, kAccessorie, kPagine, {}},
     {"frmRacPer", kPersone, {}, kPaginePersone, kTipPersone},
+    {"frmSub", kArticoli, {}, {}, {}},
+    {"frmSub", kBrani, {}, {}, {}},
+    {"frmSub", kContatti, {}, {}, {}},
 };
 
 }  // namespace

@@ -27,15 +27,17 @@ struct CalendarButton {
   const char* button;
 };
 
-// A collection's form: its boxes in the order of the field table, the shared ones last.
+// A collection's form, or a sub-collection's panel: its boxes in the order of the field table, the
+// shared ones last.
 struct Module {
   const char* form;
   std::span<const Box> boxes;
   std::span<const Box> shared;
-  std::span<const char* const, 3> pages;
+  std::span<const char* const> pages;  // none for a panel
   std::span<const Tip> tips;
 };
 
+// By the collections' indexes, the sub-collections behind them.
 std::span<const Module> modules();
 const Box& boxOf(const Module& module, int campo);
 std::size_t boxCount(const Module& module);

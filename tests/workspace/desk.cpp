@@ -6,6 +6,8 @@
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTest>
+#include <QTimer>
+#include <QToolButton>
 
 #include "archives/modmanarc.h"
 #include "assist/frmbasic.h"
@@ -201,6 +203,30 @@ void Desk::fill(const QString& name, const QString& keys) {
   press(Qt::Key_Delete);
   type(keys);
   leave();
+}
+
+void Desk::inForm(const QString& name, const std::function<void()>& open,
+                  const std::function<void()>& work) {
+  QTimer::singleShot(0, qApp, [&] {
+    platform::Form& modal = forms()[name];
+    ASSERT_TRUE(QTest::qWaitFor([&] { return modal.IsVisible(); })) << qPrintable(name);
+    EXPECT_TRUE(QTest::qWaitForWindowActive(modal.Window())) << qPrintable(name);
+    QApplication::processEvents();
+    work();
+    modal.Hide();
+  });
+  open();
+  QApplication::processEvents();
+}
+QWidget* Desk::control(const QString& form, const QString& name) {
+  return forms()[form].Control(name);
+}
+void Desk::openList(int campo) {
+  QWidget* window = aRaccolte(iRacCorr).oForm->Window();
+  for (QToolButton* button : window->findChildren<QToolButton*>()) {
+    const bool own = !window->isWindow() || button->isVisibleTo(window);
+    if (own && button->property("Tag").toString() == QString::number(campo)) button->click();
+  }
 }
 
 QString Desk::message() {

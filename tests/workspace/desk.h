@@ -68,6 +68,13 @@ class Desk : public ::testing::Test {
   // Replaces what is in a box by keys, and leaves it.
   static void fill(const QString& name, const QString& keys);
 
+  // What opens a modal form, then what is done while it is in front; ends when it is closed.
+  static void inForm(const QString& name, const std::function<void()>& open,
+                     const std::function<void()>& work);
+  static QWidget* control(const QString& form, const QString& name);
+  // Presses the small button of a field's list.
+  static void openList(int campo);
+
   static void answer(int pressed) { platform::MessageBoxSeam::setNextAnswer(pressed); }
   // The last message's "title style text", and forgets all; "-" for none.
   static QString message();

@@ -51,7 +51,7 @@ TEST_F(Start, HasAllCommands) {
       {"mnuModElimina", "", true},
       {"mnuCancellaMultiplo", "", true},
       {"mnuModDuplica", "F11", true},
-      {"mnuSottoraccolta", "F9", false},
+      {"mnuSottoraccolta", "F9", true},
       {"mnuRaccoltePersone", "Ctrl+P", true},
       {"mnuRaccolteLibri", "Ctrl+L", true},
       {"mnuRaccolteRiviste", "Ctrl+R", true},
@@ -96,7 +96,7 @@ TEST_F(Start, EnablesTheButtonsThatCanBePressed) {
   EXPECT_FALSE(mainControl("cmdSubRac")->isVisible());
   selectByTab(2);
   EXPECT_TRUE(mainControl("cmdSubRac")->isVisible());
-  EXPECT_FALSE(mainControl("cmdSubRac")->isEnabled());
+  EXPECT_TRUE(mainControl("cmdSubRac")->isEnabled());
   EXPECT_EQ(static_cast<QPushButton*>(mainControl("cmdSubRac"))->text(), QString("Brani    "));
   EXPECT_EQ(message(), QString("-"));
 }

@@ -1,0 +1,124 @@
+#include "workspace/calendar_view.h"
+
+#include <QComboBox>
+#include <QFrame>
+#include <QGridLayout>
+#include <QMouseEvent>
+#include <QPushButton>
+
+#include "core/modutil.h"
+#include "platform/icons.h"
+#include "workspace/calendario.h"
+
+namespace tavolix {
+namespace {
+
+constexpr int kColumns = 7;
+constexpr QSize kCell(38, 28);
+constexpr const char* kDays[] = {"L", "M", "M", "G", "V", "S", "D"};
+
+template <typename Widget>
+Widget* named(Widget* widget, const char* name, const char* accessible = "") {
+  widget->setObjectName(QString::fromLatin1(name));
+  widget->setAccessibleName(QString::fromUtf8(accessible));
+  return widget;
+}
+
+QPushButton* newButton(const char* name, const char* caption, QWidget* parent,
+                       const char* tip = "") {
+  auto* button = named(new QPushButton(QString::fromUtf8(caption), parent), name, tip);
+  button->setToolTip(QString::fromUtf8(tip));
+  button->setAutoDefault(false);
+  return button;
+}
+
+QPushButton* newArrow(const char* name, const char* caption, QWidget* parent, const char* tip) {
+  QPushButton* arrow = newButton(name, caption, parent, tip);
+  arrow->setMaximumWidth(kCell.width());
+  return arrow;
+}
+
+QWidget* newDays(QWidget* parent) {
+  auto* days = named(new QFrame(parent), "panGiorni", "Giorni del mese");
+  days->setFrameShape(QFrame::StyledPanel);
+  days->setFocusPolicy(Qt::StrongFocus);
+  auto* grid = new QGridLayout(days);
+  grid->setSpacing(2);
+  for (int column = 0; column < kColumns; ++column) {
+    auto* head = new QLabel(QString::fromLatin1(kDays[column]), days);
+    head->setObjectName(QStringLiteral("Label1(%1)").arg(column));
+    head->setAlignment(Qt::AlignCenter);
+    head->setForegroundRole(QPalette::PlaceholderText);
+    grid->addWidget(head, 0, column);
+  }
+  for (int cell = 0; cell < kCelle; ++cell) {
+    auto* day = new DayCell(days);
+    day->setObjectName(QStringLiteral("cmdGiorno(%1)").arg(cell));
+    grid->addWidget(day, 1 + cell / kColumns, cell % kColumns);
+  }
+  return days;
+}
+
+// A combo box tells screen readers its text: its name has to be a label's.
+QComboBox* newCombo(const char* name, const char* label, QWidget* parent) {
+  auto* combo = named(new QComboBox(parent), name);
+  combo->setMaxVisibleItems(12);
+  auto* buddy = new QLabel(QString::fromUtf8(label), parent);
+  buddy->setBuddy(combo);
+  buddy->hide();
+  return combo;
+}
+
+void addHiddenLabels(QWidget* window) {
+  for (const char* name : {"lblGG", "lblMM", "lblAA", "lblBlock"}) {
+    named(new QLabel(window), name)->hide();
+  }
+  window->findChild<QLabel*>(QStringLiteral("lblBlock"))->setText(QStringLiteral("lblClock"));
+}
+
+QHBoxLayout* newButtons(QWidget* window) {
+  auto* row = new QHBoxLayout;
+  row->addWidget(newButton("cmdOggi", "&Oggi", window));
+  row->addStretch(1);
+  QPushButton* ok = newButton("cmdOK", "OK", window);
+  ok->setDefault(true);
+  row->addWidget(ok);
+  row->addWidget(newButton("Command1", "Annulla", window));
+  return row;
+}
+
+}  // namespace
+
+DayCell::DayCell(QWidget* parent) : QLabel(parent) {
+  setAlignment(Qt::AlignCenter);
+  setMinimumSize(kCell);
+}
+
+void DayCell::mousePressEvent(QMouseEvent* event) {
+  if (event->button() == Qt::LeftButton) Q_EMIT clicked();
+}
+
+void DayCell::mouseDoubleClickEvent(QMouseEvent* event) {
+  if (event->button() == Qt::LeftButton) Q_EMIT doubleClicked();
+}
+
+QWidget* buildCalendarWindow() {
+  auto* window = new QWidget(nullptr, Qt::Dialog);
+  window->setWindowTitle(QStringLiteral("Calendario"));
+  window->setWindowIcon(platform::icon(QStringLiteral("calendario")));
+  auto* column = new QVBoxLayout(window);
+  column->setSizeConstraint(QLayout::SetFixedSize);
+  auto* head = new QHBoxLayout;
+  QWidget* days = newDays(window);
+  head->addWidget(newArrow("cmdIndietro", "<", window, "Mese precedente"));
+  head->addWidget(newCombo("cboMese", "Mese", window), 1);
+  head->addWidget(newCombo("cboAnno", "Anno", window));
+  head->addWidget(newArrow("cmdAvanti", ">", window, "Mese successivo"));
+  column->addLayout(head);
+  column->addWidget(days);
+  column->addLayout(newButtons(window));
+  addHiddenLabels(window);
+  return window;
+}
+
+}  // namespace tavolix

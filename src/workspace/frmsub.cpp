@@ -1,0 +1,246 @@
+#include "workspace/frmsub.h"
+
+#include <QPushButton>
+#include <QStackedLayout>
+
+#include "core/errore.h"
+#include "core/modcuore.h"
+#include "core/modmain.h"
+#include "core/modutil.h"
+#include "core/raccolte.h"
+#include "platform/bound_control.h"
+#include "platform/data_control.h"
+#include "platform/data_grid.h"
+#include "platform/system_path.h"
+#include "workspace/lampeggio.h"
+#include "workspace/sub_view.h"
+
+namespace tavolix {
+namespace {
+
+// The record buttons by their letters, which act at once: keys typed on must not be lost.
+constexpr std::pair<int, const char*> kLetters[] = {
+    {Qt::Key_N, "cmdAddNew"},
+    {Qt::Key_D, "cmdDuplica"},
+    {Qt::Key_C, "cmdCancella"},
+    {Qt::Key_E, "cmdEsci"},
+};
+
+const char* buttonOf(int key, Qt::KeyboardModifiers modifiers) {
+  if ((modifiers & ~Qt::KeypadModifier) != Qt::AltModifier) return nullptr;
+  for (const auto& [letter, name] : kLetters) {
+    if (key == letter) return name;
+  }
+  return nullptr;
+}
+
+QString shownText(int iRac, int iCampo) {
+  return aCampi(iRac, iCampo).oControllo->Text();
+}
+
+}  // namespace
+
+frmSub& FrmSub() {
+  return static_cast<frmSub&>(platform::forms()[QStringLiteral("frmSub")]);
+}
+
+frmSub::frmSub() : platform::Form(QStringLiteral("frmSub")) {}
+
+QWidget* frmSub::build() {
+  return buildSubWindow();
+}
+
+platform::DataControl& frmSub::dbSubCurr() {
+  return *part<platform::DataControl>(QStringLiteral("dbSubCurr"));
+}
+
+platform::DataGrid& frmSub::grdSub() {
+  return *control<platform::DataGrid>(QStringLiteral("grdSub"));
+}
+
+store::RecordsetPtr frmSub::rows() {
+  return dbSubCurr().Recordset();
+}
+
+void frmSub::loaded() {
+  RegistraForm(*this);
+  iSubCorrente_ = -1;
+  dbSubCurr().SetDatabaseName(platform::systemPath(sPathArc));
+  focus_.watch(Window());
+  connectControls();
+}
+
+void frmSub::unloaded() {
+  DeregistraForm(*this);
+}
+
+void frmSub::connectControls() {
+  const auto press = [this](const char* name, void (frmSub::*command)()) {
+    connect(control<QPushButton>(QString::fromLatin1(name)), &QPushButton::clicked, this, command);
+  };
+  press("cmdAddNew", &frmSub::cmdAddNew_Click);
+  press("cmdDuplica", &frmSub::cmdDuplica_Click);
+  press("cmdCancella", &frmSub::cmdCancella_Click);
+  press("cmdEsci", &frmSub::cmdEsci_Click);
+  CollegaAiuto(*control<QPushButton>(QStringLiteral("cmdAiuto")));
+  connect(&grdSub(), &platform::DataGrid::beforeUpdate, this, [this] { grdSub_BeforeUpdate(); });
+  const auto report = [](int numero, const QString& descrizione) {
+    Errore(numero, descrizione, {});
+  };
+  connect(&grdSub(), &platform::DataGrid::writeFailed, this, report, Qt::QueuedConnection);
+  connect(&grdSub(), &platform::DataGrid::readFailed, this, report, Qt::QueuedConnection);
+  connect(&dbSubCurr(), &platform::DataControl::writeFailed, this, report, Qt::QueuedConnection);
+}
+
+QVariant frmSub::parentKey(int iSub) const {
+  return dbElenco().Recordset()->Value(aRaccolte(iSub).sRifPadre);
+}
+
+QString frmSub::rowsOf(int iSub) const {
+  return QStringLiteral("SELECT * FROM ") + aRaccolte(iSub).sQuery + QStringLiteral(" WHERE ") +
+         aRaccolte(iSub).sCampoPadre + u'=' + NullAStringa(parentKey(iSub));
+}
+
+void frmSub::Carica(int iSub, int iPadre) {
+  protetto("frmSub!Carica", [&] {
+    CaricaCampi(iSub);
+    Window()->setWindowTitle(QStringLiteral("Sottoraccolta ") + aRaccolte(iSub).sNome +
+                             QStringLiteral(" - ") + shownText(iPadre, 0) + u' ' +
+                             shownText(iPadre, 1));
+    // Rows that cannot be read must not leave another record's in their place.
+    dbSubCurr().SetRecordset(nullptr);
+    dbSubCurr().SetRecordSource(rowsOf(iSub));
+    dbSubCurr().Refresh();
+    if (iSub != iSubCorrente_) showPanel(iSub);
+    dbSubCurr().UpdateControls();
+  });
+  AbilitazionePannello();
+}
+
+void frmSub::showPanel(int iSub) {
+  if (iSubCorrente_ != -1) CollegaCampi(false, iSubCorrente_);
+  iSubCorrente_ = iSub;
+  auto* panels = static_cast<QStackedLayout*>(Control(QStringLiteral("panRecord(0)"))->layout());
+  panels->setCurrentWidget(Control(QStringLiteral("panRecord(%1)").arg(iSub)));
+  CaricaComboCampi(iSub);
+  CollegaCampi(true, iSub);
+  CaricaGrigliaConfig(aRaccolte(iSub).sQuery, grdSub());
+}
+
+void frmSub::Salva() {
+  ignorando([this] {
+    if (bRecordValido(rows())) dbSubCurr().UpdateRecord();
+  });
+  ignorando([this] { grdSub().CommitCell(); });
+}
+
+void frmSub::AbilitazionePannello() {
+  AbilitazionePannello(rows() && rows()->RecordCount() != 0);
+}
+
+void frmSub::AbilitazionePannello(bool bAbilita) {
+  if (bAbilita) {
+    FermaLampeggio();
+  } else {
+    FaiLampeggiare(Control(QStringLiteral("cmdAddNew")));
+  }
+  Control(QStringLiteral("panRecord(%1)").arg(iRacCorr))->setEnabled(bAbilita);
+  for (const char* name : {"cmdCancella", "cmdDuplica"}) {
+    Control(QString::fromLatin1(name))->setEnabled(bAbilita);
+  }
+}
+
+void frmSub::cmdAddNew_Click() {
+  Salva();
+  AbilitazionePannello(true);
+  CreaNuovo(false);
+}
+
+void frmSub::cmdDuplica_Click() {
+  if (!bRecordValido(rows())) return;
+  Salva();
+  CreaNuovo(true);
+}
+
+void frmSub::CreaNuovo(bool bDuplica) {
+  protetto("frmSub!CreaNuovo", [&] {
+    Puntatore(kClessidra);
+    Cedi();
+    const store::RecordsetPtr rs = rows();
+    if (!rs) throw store::Failure(store::failure::kClosed, QStringLiteral("Nessun elenco aperto"));
+    // A parent that another program has deleted gets no more rows.
+    dbElenco().Recordset()->RefreshRow();
+    if (bDuplica) ScambiaValoriCampi(iRacCorr, 0);
+    rs->AddNew();
+    if (bDuplica) {
+      ScambiaValoriCampi(iRacCorr, 1);
+    } else {
+      ImpostaDefaultCampi(iRacCorr);
+    }
+    aCampi(iRacCorr, 0).oControllo->widget()->setFocus(Qt::OtherFocusReason);
+    rs->SetValue(aRaccolte(iRacCorr).sCampoPadre, parentKey(iRacCorr));
+    rs->Update();
+    rs->SetBookmark(rs->LastModified());
+    Puntatore(kPuntatoreNormale);
+  });
+}
+
+void frmSub::cmdCancella_Click() {
+  if (!bRecordValido(rows())) return;
+  if (iMsg(QStringLiteral("Vuoi veramente cancellare il record corrente?"), 2) != 1) return;
+  rows()->Delete();
+  dbSubCurr().Refresh();
+  AbilitazionePannello();
+}
+
+// Unlike in the main list, what is no number becomes 1.
+void frmSub::grdSub_BeforeUpdate() {
+  for (int j = 0; j < iNumeroCampi(iRacCorr); ++j) {
+    const tCampo& campo = aCampi(iRacCorr, j);
+    if (campo.sCampoDB.compare(grdSub().PendingField(), Qt::CaseInsensitive) != 0) continue;
+    bool numeric = false;
+    grdSub().PendingValue().toDouble(&numeric);
+    if (numeric) return;
+    if (campo.sTipo == QLatin1String(TXTNUM)) grdSub().SetPendingValue(1);
+    if (campo.sTipo == QLatin1String(TXTDTA)) {
+      grdSub().SetPendingValue({});
+      campo.oControllo->ShowValue({});
+    }
+  }
+}
+
+bool frmSub::wantsShortcut(int key, Qt::KeyboardModifiers modifiers) {
+  return buttonOf(key, modifiers) != nullptr;
+}
+
+bool frmSub::keyDown(int key, Qt::KeyboardModifiers modifiers) {
+  if (const char* name = buttonOf(key, modifiers)) {
+    auto* button = control<QPushButton>(QString::fromLatin1(name));
+    // A button that is disabled does nothing.
+    if (button->isEnabled()) Q_EMIT button->clicked();
+    return true;
+  }
+  if (key == Qt::Key_Escape && !grdSub().IsEditing()) {
+    cmdEsci_Click();
+    return true;
+  }
+  return focus_.keyDown(key);
+}
+
+void frmSub::cmdEsci_Click() {
+  Salva();
+  FermaLampeggio();
+  Hide();
+}
+
+// The window's box closes like the button.
+bool frmSub::queryUnload() {
+  cmdEsci_Click();
+  return false;
+}
+
+void RegistraFormSub() {
+  platform::forms().add(QStringLiteral("frmSub"), [] { return std::make_unique<frmSub>(); });
+}
+
+}  // namespace tavolix

@@ -1,0 +1,290 @@
+#include "workspace/frmtab.h"
+
+#include <QPushButton>
+
+#include "core/errore.h"
+#include "core/modcuore.h"
+#include "core/modmain.h"
+#include "core/modutil.h"
+#include "core/raccolte.h"
+#include "platform/data_control.h"
+#include "platform/data_grid.h"
+#include "platform/system_path.h"
+#include "platform/text_box.h"
+#include "workspace/tab_view.h"
+
+namespace tavolix {
+namespace {
+
+const QString kId = QStringLiteral("ID");
+const QString kDesc = QStringLiteral("Desc");
+const QString kDefault = QStringLiteral("Default");
+
+enum Column { kVoce, kPred };
+
+platform::GridColumn column(const char* caption, const QString& field, const store::FieldInfo& info,
+                            int width) {
+  platform::GridColumn column;
+  column.caption = QString::fromUtf8(caption);
+  column.dataField = field;
+  column.width = width;
+  column.setup.kind = info.kind;
+  column.setup.maxLength = info.size;
+  return column;
+}
+
+}  // namespace
+
+frmTab::frmTab() : platform::Form(QStringLiteral("frmTab")) {}
+
+QWidget* frmTab::build() {
+  return buildTabWindow();
+}
+
+platform::DataControl& frmTab::dbTab() {
+  return *part<platform::DataControl>(QStringLiteral("dbTab"));
+}
+
+platform::DataGrid& frmTab::grd() {
+  return *control<platform::DataGrid>(QStringLiteral("grd"));
+}
+
+platform::TextBox& frmTab::txtAdd() {
+  return *control<platform::TextBox>(QStringLiteral("txtAdd"));
+}
+
+store::RecordsetPtr frmTab::rows() {
+  return dbTab().Recordset();
+}
+
+void frmTab::loaded() {
+  RegistraForm(*this);
+  dbTab().SetDatabaseName(platform::systemPath(sPathArc));
+  focus_.watch(Window());
+  connectControls();
+}
+
+void frmTab::unloaded() {
+  DeregistraForm(*this);
+}
+
+void frmTab::connectControls() {
+  const auto press = [this](const char* name, void (frmTab::*command)()) {
+    connect(control<QPushButton>(QString::fromLatin1(name)), &QPushButton::clicked, this,
+            [this, command] { afterEdit(command); });
+  };
+  press("cmdAdd", &frmTab::cmdAdd_Click);
+  press("cmdElimina", &frmTab::cmdElimina_Click);
+  press("cmdPredefinito", &frmTab::ImpostaPredefinito);
+  press("cmdNoPredefinito", &frmTab::CancellaPredefinito);
+  press("cmdEsci", &frmTab::cmdEsci_Click);
+  CollegaAiuto(*control<QPushButton>(QStringLiteral("cmdAiuto")));
+  connect(&dbTab(), &platform::DataControl::recordsetChanged, this, &frmTab::followList);
+  connect(&txtAdd(), &QLineEdit::textChanged, this, &frmTab::txtAdd_Change);
+  connect(&txtAdd(), &QLineEdit::returnPressed, this, [this] { afterEdit(&frmTab::cmdAdd_Click); });
+  connect(&grd(), &platform::DataGrid::beforeUpdate, this, &frmTab::grd_BeforeUpdate);
+  connect(&grd(), &platform::DataGrid::updateRefused, this, [this] { iMsg(sRifiuto_, 0); });
+  connect(&grd(), &platform::DataGrid::clicked, this, &frmTab::grd_Click);
+  const auto report = [](int numero, const QString& descrizione) {
+    Errore(numero, descrizione, {});
+  };
+  connect(&grd(), &platform::DataGrid::writeFailed, this, report, Qt::QueuedConnection);
+  connect(&grd(), &platform::DataGrid::readFailed, this, report, Qt::QueuedConnection);
+}
+
+void frmTab::CaricaTAB(int iRac, int iCampo) {
+  const tCampo& campo = aCampi(iRac, iCampo);
+  iCampo_ = iCampo;
+  iRacTab_ = campo.iRacTab;
+  sCodTab_ = campo.sCodTab;
+  dbTab().SetRecordSource(QStringLiteral("SELECT * FROM TAB WHERE TipoRac= ") +
+                          QString::number(iRacTab_) + QStringLiteral(" AND TipoTab = ") +
+                          sApici(sCodTab_) + QStringLiteral(" ORDER BY [DESC];"));
+  dbTab().Refresh();
+  const QVector<store::FieldInfo>& fields = rows()->Fields();
+  const store::FieldInfo& desc = fields.at(rows()->FieldIndex(kDesc));
+  txtAdd().setMaxLength(desc.size);
+  platform::GridColumn voce = column("Elenco voci", kDesc, desc, kWidthVoce);
+  voce.setup.editable = true;
+  grd().SetColumns(
+      {voce, column("Pred.", kDefault, fields.at(rows()->FieldIndex(kDefault)), kWidthPred)});
+  Window()->setWindowTitle(QStringLiteral("Raccolta ") + aRaccolte(iRac).sNome +
+                           QStringLiteral(": ") + campo.sTitolo);
+}
+
+QVariant frmTab::sValoreCorrente() {
+  return bRecordValido(rows()) ? NullAStringa(rows()->Value(kDesc)) : QString();
+}
+
+QVariant frmTab::lVoceCorrente() {
+  return bRecordValido(rows()) ? NullAZero(rows()->Value(kId)) : 0;
+}
+
+bool frmTab::bEsisteGia(const QString& sTesto, bool bOgni) {
+  const store::RecordsetPtr rs =
+      dbArc->OpenRecordset(QStringLiteral("SELECT * FROM TAB WHERE TipoTab=") + sApici(sCodTab_) +
+                               QStringLiteral(" AND TipoRac = ") + QString::number(iRacTab_) +
+                               QStringLiteral(" AND Desc = ") + sApici(sTesto) + u';',
+                           store::RecordsetType::Dynaset);
+  const bool found =
+      rs->RecordCount() > 0 && (bOgni || rs->Value(kId).toLongLong() != lVoceCorrente());
+  rs->Close();
+  return found;
+}
+
+void frmTab::followList() {
+  const store::RecordsetPtr rs = rows();
+  if (!rs) return;
+  connect(rs.get(), &store::Recordset::rowChanged, this, &frmTab::listChanged);
+  connect(rs.get(), &store::Recordset::rowInserted, this, &frmTab::listChanged);
+  connect(rs.get(), &store::Recordset::rowRemoved, this, &frmTab::listChanged);
+}
+
+// Whoever offers the list reads it again.
+void frmTab::listChanged() const {
+  ListaValori(iRacTab_, sCodTab_)->invalidate();
+}
+
+// What is being typed into the list is written first; nothing else is done if it cannot be.
+bool frmTab::confirmEdit() {
+  bModificaValida_ = true;
+  grd().CommitCell();
+  return bModificaValida_;
+}
+
+void frmTab::afterEdit(void (frmTab::*command)()) {
+  if (confirmEdit()) (this->*command)();
+}
+
+void frmTab::cmdAdd_Click() {
+  const QString testo = txtAdd().text();
+  if (testo.trimmed().isEmpty()) return;
+  if (bEsisteGia(testo, true)) {
+    iMsg(QStringLiteral("Voce gia' presente in elenco!"), 0);
+    return;
+  }
+  const store::RecordsetPtr rs = rows();
+  rs->AddNew();
+  rs->SetValue(QStringLiteral("TipoTab"), sCodTab_);
+  rs->SetValue(QStringLiteral("TipoRac"), iRacTab_);
+  rs->SetValue(kDesc, testo);
+  rs->SetValue(kDefault, false);
+  rs->Update();
+  dbTab().Refresh();
+  rows()->FindFirst(QStringLiteral("Desc = ") + sApici(testo));
+  txtAdd().clear();
+  txtAdd().setFocus();
+}
+
+// Looks at the column of the field that the list was opened for.
+bool frmTab::isUsed(qint64 lID) const {
+  const tCampo& campo = aCampi(iRacCorr, iCampo_);
+  const tRaccolta& raccolta = aRaccolte(iRacCorr);
+  const QString table = campo.bPrincipale ? raccolta.sTabPrincipale : raccolta.sTabDettaglio;
+  const store::RecordsetPtr rs = dbArc->OpenRecordset(
+      QStringLiteral("SELECT ") + campo.sCampoDB + QStringLiteral(" FROM ") + table +
+          QStringLiteral(" WHERE ") + campo.sCampoDB + QStringLiteral(" = ") + QString::number(lID),
+      store::RecordsetType::Dynaset);
+  const bool used = rs->RecordCount() > 0;
+  rs->Close();
+  return used;
+}
+
+void frmTab::cmdElimina_Click() {
+  if (!bRecordValido(rows())) return;
+  if (isUsed(lVoceCorrente().toLongLong())) {
+    iMsg(QStringLiteral("Impossibile cancellare una voce utilizzata nelle raccolte!"), 0);
+    return;
+  }
+  rows()->Delete();
+  dbTab().Refresh();
+}
+
+void frmTab::grd_BeforeUpdate(bool* cancel) {
+  const QString testo = grd().PendingValue().toString();
+  sRifiuto_.clear();
+  if (testo.trimmed().isEmpty()) {
+    sRifiuto_ = QStringLiteral("Non e' possibile inserire una descrizione vuota!");
+  } else if (bEsisteGia(testo, false)) {
+    sRifiuto_ = QStringLiteral("Voce gia' presente in elenco!");
+  }
+  bModificaValida_ = sRifiuto_.isEmpty();
+  *cancel = !bModificaValida_;
+}
+
+void frmTab::grd_Click(const QModelIndex& cell) {
+  if (cell.column() == kPred) afterEdit(&frmTab::ImpostaPredefinito);
+}
+
+// Goes from mark to mark on a cursor of its own: the list neither reads all its values nor follows.
+void frmTab::clearDefaults() {
+  const store::RecordsetPtr marked = rows()->Clone();
+  const QString condition = QStringLiteral("[Default] = True");
+  for (marked->FindFirst(condition); !marked->NoMatch(); marked->FindNext(condition)) {
+    marked->Edit();
+    marked->SetValue(kDefault, false);
+    marked->Update();
+  }
+  marked->Close();
+}
+
+void frmTab::ImpostaPredefinito() {
+  const store::RecordsetPtr rs = rows();
+  if (!bRecordValido(rs)) return;
+  store::Transaction transaction(*dbArc);
+  clearDefaults();
+  rs->Edit();
+  rs->SetValue(kDefault, true);
+  rs->Update();
+  transaction.Commit();
+}
+
+void frmTab::CancellaPredefinito() {
+  if (!rows() || rows()->RecordCount() == 0) return;
+  clearDefaults();
+  // The list has no current value then, and leaves the record's as it is.
+  rows()->MoveLast();
+  rows()->MoveNext();
+}
+
+void frmTab::activated() {
+  protetto("frmTab!Activate", [&] {
+    if (lRigaDaMostrare_ != 0 && rows() && rows()->RecordCount() > 0) {
+      rows()->MoveFirst();
+      rows()->FindFirst(QStringLiteral("ID = ") + QString::number(lRigaDaMostrare_));
+    }
+    txtAdd().setFocus();
+    txtAdd_Change();
+    lRigaDaMostrare_ = 0;
+  });
+}
+
+void frmTab::txtAdd_Change() {
+  const bool typed = !txtAdd().text().trimmed().isEmpty();
+  QWidget* cmdAdd = Control(QStringLiteral("cmdAdd"));
+  if (cmdAdd->isEnabled() != typed) cmdAdd->setEnabled(typed);
+}
+
+void frmTab::cmdEsci_Click() {
+  txtAdd().clear();
+  Hide();
+}
+
+bool frmTab::keyDown(int key, Qt::KeyboardModifiers) {
+  // Escape within a cell only gives up what was typed there.
+  if (key != Qt::Key_Escape || grd().IsEditing()) return false;
+  afterEdit(&frmTab::cmdEsci_Click);
+  return true;
+}
+
+// The window's box closes like the button.
+bool frmTab::queryUnload() {
+  afterEdit(&frmTab::cmdEsci_Click);
+  return false;
+}
+
+void RegistraFormTab() {
+  platform::forms().add(QStringLiteral("frmTab"), [] { return std::make_unique<frmTab>(); });
+}
+
+}  // namespace tavolix

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <QVariant>
+
+#include "platform/form.h"
+#include "store/recordset.h"
+#include "workspace/entry_focus.h"
+
+namespace platform {
+class DataControl;
+class DataGrid;
+class TextBox;
+}  // namespace platform
+
+namespace tavolix {
+
+// Keeps the list of values behind a combo field: adds, renames, deletes what nobody uses, marks
+// the value that new records start with.
+class frmTab final : public platform::Form {
+  Q_OBJECT
+  // Written: key of the value to begin with. Read: text of the current value, empty for none.
+  Q_PROPERTY(QVariant ValoreCorrente READ sValoreCorrente WRITE ImpostaValoreCorrente)
+  // Key of the current value, 0 for none.
+  Q_PROPERTY(QVariant VoceCorrente READ lVoceCorrente)
+ public:
+  frmTab();
+
+  // Loads the list of a field of a collection.
+  Q_INVOKABLE void CaricaTAB(int iRac, int iCampo);
+  QVariant sValoreCorrente();
+  void ImpostaValoreCorrente(const QVariant& vID) { lRigaDaMostrare_ = vID.toLongLong(); }
+  QVariant lVoceCorrente();
+
+  // True if the list has a text; without `bOgni`, only if another row than the current one has it.
+  bool bEsisteGia(const QString& sTesto, bool bOgni);
+  // Makes the current row the only one that new records start with.
+  void ImpostaPredefinito();
+  void CancellaPredefinito();
+
+ private:
+  QWidget* build() override;
+  void loaded() override;
+  void unloaded() override;
+  void activated() override;
+  bool queryUnload() override;
+  bool keyDown(int key, Qt::KeyboardModifiers modifiers) override;
+
+  void connectControls();
+  void cmdAdd_Click();
+  void cmdElimina_Click();
+  void cmdEsci_Click();
+  void txtAdd_Change();
+  void grd_Click(const QModelIndex& cell);
+  void grd_BeforeUpdate(bool* cancel);
+  bool confirmEdit();
+  void afterEdit(void (frmTab::*command)());
+  bool isUsed(qint64 lID) const;
+  void clearDefaults();
+  void followList();
+  void listChanged() const;
+
+  platform::DataControl& dbTab();
+  platform::DataGrid& grd();
+  platform::TextBox& txtAdd();
+  store::RecordsetPtr rows();
+
+  EntryFocus focus_;
+  QString sCodTab_;
+  int iRacTab_ = 0;
+  int iCampo_ = 0;
+  bool bModificaValida_ = true;
+  QString sRifiuto_;
+  qint64 lRigaDaMostrare_ = 0;
+};
+
+void RegistraFormTab();
+
+}  // namespace tavolix

@@ -1,0 +1,110 @@
+#include "workspace/sub_view.h"
+
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QSplitter>
+#include <QStackedLayout>
+#include <QVBoxLayout>
+
+#include "core/raccolte.h"
+#include "platform/data_control.h"
+#include "platform/data_grid.h"
+#include "platform/icons.h"
+#include "workspace/form_pages.h"
+
+namespace tavolix {
+namespace {
+
+constexpr QSize kSize(960, 430);  // pixels
+constexpr QSize kLeastList(260, 200);
+constexpr int kPanelCharacters = 50;
+
+struct Button {
+  const char* name;
+  const char* caption;
+  const char* tip;
+  const char* icon;
+};
+
+constexpr Button kRecordButtons[] = {
+    {"cmdAddNew", "&Nuovo     ", "Crea una nuova voce nell'elenco", "nuovo"},
+    {"cmdDuplica", "&Duplica   ", "Duplica la voce corrente", "duplica"},
+    {"cmdCancella", "&Cancella    ", "Elimina la voce correntemente selezionata", "cancella"},
+};
+constexpr Button kOtherButtons[] = {
+    {"cmdAiuto", "Aiuto", "", "guida"},
+    {"cmdEsci", "&Esci      ", "", "esci"},
+};
+
+QPushButton* newButton(const Button& button, QWidget* parent) {
+  auto* push = new QPushButton(platform::icon(QString::fromLatin1(button.icon)),
+                               QString::fromUtf8(button.caption), parent);
+  push->setObjectName(QString::fromLatin1(button.name));
+  push->setToolTip(QString::fromUtf8(button.tip));
+  push->setAutoDefault(false);
+  return push;
+}
+
+QWidget* newList(platform::DataControl* dbSubCurr, QWidget* parent) {
+  auto* panel = new QWidget(parent);
+  panel->setObjectName(QStringLiteral("SSPanel1"));
+  auto* grdSub = new platform::DataGrid(panel);
+  grdSub->setObjectName(QStringLiteral("grdSub"));
+  grdSub->setAccessibleName(QStringLiteral("Voci della sottoraccolta"));
+  grdSub->SetDataSource(dbSubCurr);
+  auto* layout = new QHBoxLayout(panel);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(grdSub);
+  panel->setMinimumSize(kLeastList);
+  return panel;
+}
+
+// The panels lie upon each other; the empty panRecord(0) marks their place.
+QWidget* newPanels(platform::DataControl& dbSubCurr, QWidget* parent) {
+  auto* place = new QWidget(parent);
+  place->setObjectName(QStringLiteral("panRecord(0)"));
+  auto* stack = new QStackedLayout(place);
+  ControlNumbers numbers;
+  for (int iSub = kRaccoltePrincipali; iSub < kRaccolte; ++iSub) {
+    const Module& module = modules()[static_cast<std::size_t>(iSub)];
+    stack->addWidget(buildPanel(module, iSub, dbSubCurr, numbers, place));
+  }
+  place->setMinimumWidth(place->fontMetrics().horizontalAdvance(u'0') * kPanelCharacters);
+  return place;
+}
+
+QWidget* newButtons(QWidget* parent) {
+  auto* strip = new QWidget(parent);
+  auto* row = new QHBoxLayout(strip);
+  row->setContentsMargins(0, 0, 0, 0);
+  auto* panCrea = new QWidget(strip);
+  panCrea->setObjectName(QStringLiteral("panCrea"));
+  auto* records = new QHBoxLayout(panCrea);
+  records->setContentsMargins(0, 0, 0, 0);
+  for (const Button& button : kRecordButtons) records->addWidget(newButton(button, panCrea));
+  row->addWidget(panCrea);
+  row->addStretch(1);
+  for (const Button& button : kOtherButtons) row->addWidget(newButton(button, strip));
+  return strip;
+}
+
+}  // namespace
+
+QWidget* buildSubWindow() {
+  auto* window = new QWidget;
+  window->setWindowIcon(platform::icon(QStringLiteral("tavolix")));
+  auto* dbSubCurr = new platform::DataControl(window);
+  dbSubCurr->setObjectName(QStringLiteral("dbSubCurr"));
+  auto* both = new QSplitter(window);
+  both->setChildrenCollapsible(false);
+  both->addWidget(newList(dbSubCurr, both));
+  both->addWidget(newPanels(*dbSubCurr, both));
+  both->setStretchFactor(0, 1);
+  auto* column = new QVBoxLayout(window);
+  column->addWidget(both, 1);
+  column->addWidget(newButtons(window));
+  window->resize(kSize);
+  return window;
+}
+
+}  // namespace tavolix
