@@ -20,10 +20,14 @@ QWidget* mainWindow() {
 }
 
 void showAll() {
+  showWindow(mainWindow());
+}
+
+void showWindow(QWidget* window) {
   QCoreApplication::sendPostedEvents();
   QCoreApplication::processEvents();
   QEvent paint(QEvent::UpdateRequest);
-  QCoreApplication::sendEvent(mainWindow(), &paint);
+  QCoreApplication::sendEvent(window, &paint);
 }
 
 void pressKey(QWidget* widget, int key, const QString& text) {

@@ -16,6 +16,7 @@ platform::DataGrid& list();
 QWidget* mainWindow();
 // Does all the work that waits, and paints what has changed.
 void showAll();
+void showWindow(QWidget* window);
 void pressKey(QWidget* widget, int key, const QString& text = {});
 void typeText(QWidget* widget, const QString& text);
 // Selects the tab of a collection and waits until list and form are painted.

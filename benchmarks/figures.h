@@ -14,6 +14,7 @@ struct Figure {
 QVector<Figure> rowFigures();
 QVector<Figure> windowFigures();
 QVector<Figure> memoryFigures();
+QVector<Figure> listFigures();
 // Their scenes write to copies of the archive: one for the program, one for the plain engine, so
 // that neither makes the other read its pages again.
 QVector<Figure> fieldFigures();

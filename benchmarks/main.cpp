@@ -13,7 +13,7 @@ using namespace bench;
 
 QVector<Figure> allFigures() {
   return windowFigures() + rowFigures() + fieldFigures() + newRecordFigures() + deletionFigures() +
-         memoryFigures();
+         listFigures() + memoryFigures();
 }
 
 QVector<Figure> chosen(const QString& name) {

@@ -24,23 +24,6 @@ QHash<std::pair<QString, int>, LookupListPtr>& lists() {
   return all;
 }
 
-void readList(const QString& sCodTab, int iRacTab, LookupList& list) {
-  rsTab->SetIndex(QStringLiteral("2"));
-  rsTab->Seek(QStringLiteral(">="), {sCodTab, iRacTab, QString()});
-  if (rsTab->NoMatch()) return;
-  const int tipoTab = rsTab->FieldIndex(QStringLiteral("TipoTab"));
-  const int tipoRac = rsTab->FieldIndex(QStringLiteral("TipoRac"));
-  const int desc = rsTab->FieldIndex(QStringLiteral("Desc"));
-  const int id = rsTab->FieldIndex(QStringLiteral("ID"));
-  while (!rsTab->Eof()) {
-    if (rsTab->Value(tipoTab).toString() != sCodTab || rsTab->Value(tipoRac).toInt() != iRacTab) {
-      return;
-    }
-    list.addItem(NullAStringa(rsTab->Value(desc)), NullAZero(rsTab->Value(id)).toLongLong());
-    rsTab->MoveNext();
-  }
-}
-
 QString readText(qint64 key) {
   if (!rsTab || !rsTab->IsOpen()) return {};
   // A combo asks in the middle of other work on rsTab, which goes on with its own index.
@@ -90,11 +73,19 @@ platform::ColumnSetup setupOf(int iRac, const store::Recordset& rs, const QStrin
 
 }  // namespace
 
+QString sTestoLista(int iRacTab, const QString& sCodTab) {
+  return QStringLiteral("SELECT * FROM TAB WHERE TipoRac= ") + QString::number(iRacTab) +
+         QStringLiteral(" AND TipoTab = ") + sApici(sCodTab) + QStringLiteral(" ORDER BY [DESC];");
+}
+
 LookupListPtr ListaValori(int iRacTab, const QString& sCodTab) {
   LookupListPtr& list = lists()[{sCodTab, iRacTab}];
   if (!list) {
-    list = std::make_shared<LookupList>(LookupList::Source{
-        [sCodTab, iRacTab](LookupList& target) { readList(sCodTab, iRacTab, target); }, readText});
+    const auto open = [=] {
+      return dbArc->OpenRecordset(sTestoLista(iRacTab, sCodTab), store::RecordsetType::Dynaset);
+    };
+    list = std::make_shared<LookupList>(
+        LookupList::Source{open, QStringLiteral("ID"), QStringLiteral("Desc"), readText});
   }
   return list;
 }

@@ -20,6 +20,8 @@ void AggiornaBarraStato();
 // Binds a collection's controls to their columns, or frees them.
 void CollegaCampi(bool bCollega, int iRac);
 
+// The values of a list as a query, in the order of their texts.
+QString sTestoLista(int iRacTab, const QString& sCodTab);
 // The values of a list, shared by all combos that offer it; filled when one is first shown.
 platform::LookupListPtr ListaValori(int iRacTab, const QString& sCodTab);
 // All lists are to be read again (another archive).

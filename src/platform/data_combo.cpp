@@ -93,11 +93,7 @@ void DataCombo::useList() {
 void DataCombo::setContent(const QVariant& value) {
   key_ = value.toLongLong();
   search_.clear();
-  if (usesList()) {
-    setCurrentIndex(list_->rowOfKey(key_));
-  } else {
-    useOwnText();
-  }
+  useOwnText();
 }
 
 void DataCombo::onActivated(int row) {

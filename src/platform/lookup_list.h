@@ -2,38 +2,42 @@
 
 #include <QAbstractListModel>
 #include <QHash>
-#include <QVector>
 #include <functional>
 #include <memory>
+
+#include "store/recordset.h"
 
 namespace platform {
 
 // The values of one lookup list, shared by every combo that offers it: row 0 is the blank value
-// with key 0, then text and key in the list's order. It is filled when first shown; until then
-// single texts are asked for by key, so that a form opens at the same speed with any list.
+// with key 0, then the rows of a recordset in their order. It is opened when first shown, and holds
+// no text but those asked for; until then single texts are asked for by key, so that a form opens
+// at the same speed with any list.
 class LookupList final : public QAbstractListModel {
   Q_OBJECT
  public:
   struct Source {
-    std::function<void(LookupList&)> load;  // fills the list with addItem
+    // The values, ordered by their texts.
+    std::function<store::RecordsetPtr()> open;
+    QString keyField;
+    QString textField;
     std::function<QString(qint64)> textOf;  // text of one key, empty if there is none
   };
   explicit LookupList(Source source, QObject* parent = nullptr);
 
-  // For `load`: adds a value at the end.
-  void addItem(const QString& text, qint64 key);
-  // Reads the list if that has not been done yet. Fails as `load` does; the list is then empty.
+  // Opens the list if that has not been done yet. Fails as `open` does; the list is then empty.
   void ensureLoaded();
-  bool isLoaded() const { return loaded_; }
+  bool isLoaded() const { return rows_ != nullptr; }
   // Forgets the values (the list has changed); whoever shows one asks again (signal changed).
   void invalidate();
 
   QString text(qint64 key) const;  // empty for 0 and for unknown keys
+  // Key and text of a row, 0 and empty outside the list. Fail as the store does.
   qint64 keyAt(int row) const;
   QString textAt(int row) const;
-  // Searches read the list first, and fail as `load` does.
+  // Searches open the list first, and fail as `open` does.
   int rowOfKey(qint64 key);            // -1 if missing
-  int rowOfText(const QString& text);  // exact but for case; -1 if missing
+  int rowOfText(const QString& text);  // equal in the archive's sense; -1 if missing
   // First row whose text begins with `prefix` (case does not count); -1 if none.
   int rowOfPrefix(const QString& prefix);
 
@@ -44,16 +48,16 @@ class LookupList final : public QAbstractListModel {
   void changed();
 
  private:
-  void clear();
-  template <typename Matches>
-  int firstRow(Matches matches);
+  void drop();
+  QVariant valueAt(int row, int field) const;
+  int firstNotBefore(const QString& text) const;
 
   Source source_;
-  bool loaded_ = false;
-  QVector<QString> texts_;
-  QVector<qint64> keys_;
-  QHash<qint64, int> rows_;
-  mutable QHash<qint64, QString> singleTexts_;  // asked for before the list was read
+  store::RecordsetPtr rows_;
+  int count_ = 0;
+  int keyField_ = 0;
+  int textField_ = 0;
+  mutable QHash<qint64, QString> singleTexts_;
 };
 
 using LookupListPtr = std::shared_ptr<LookupList>;

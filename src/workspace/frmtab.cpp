@@ -97,9 +97,7 @@ void frmTab::CaricaTAB(int iRac, int iCampo) {
   iCampo_ = iCampo;
   iRacTab_ = campo.iRacTab;
   sCodTab_ = campo.sCodTab;
-  dbTab().SetRecordSource(QStringLiteral("SELECT * FROM TAB WHERE TipoRac= ") +
-                          QString::number(iRacTab_) + QStringLiteral(" AND TipoTab = ") +
-                          sApici(sCodTab_) + QStringLiteral(" ORDER BY [DESC];"));
+  dbTab().SetRecordSource(sTestoLista(iRacTab_, sCodTab_));
   dbTab().Refresh();
   const QVector<store::FieldInfo>& fields = rows()->Fields();
   const store::FieldInfo& desc = fields.at(rows()->FieldIndex(kDesc));

@@ -9,6 +9,7 @@
 #include "platform/data_combo.h"
 #include "platform/form.h"
 #include "platform/message_box.h"
+#include "platform/value_archive.h"
 #include "program_folder.h"
 
 namespace tavolix {
@@ -124,12 +125,8 @@ TEST(ModUtil, SelectsARowWhateverBlanksStandAroundIt) {
 
 TEST(ModUtil, SetsACombosRowByTextOrKey) {
   platform::DataCombo combo;
-  combo.SetList(std::make_shared<platform::LookupList>(
-      platform::LookupList::Source{[](platform::LookupList& list) {
-                                     list.addItem("Adelphi", 31);
-                                     list.addItem("Bompiani", 12);
-                                   },
-                                   [](qint64) { return QString(); }}));
+  platform::ValueArchive archive({{"Adelphi", 31}, {"Bompiani", 12}});
+  combo.SetList(archive.list());
   const struct {
     int column;
     QVariant value;

@@ -7,22 +7,10 @@
 #include <QWheelEvent>
 
 #include "desk.h"
+#include "value_archive.h"
 
 namespace platform {
 namespace {
-
-LookupListPtr publishers(int& loads, const QString& first) {
-  LookupList::Source source;
-  source.load = [&loads, &first](LookupList& list) {
-    ++loads;
-    list.addItem(first, 7);
-    list.addItem(QStringLiteral("Einaudi"), 3);
-    list.addItem(QStringLiteral("El Aleph"), 4);
-    list.addItem(QStringLiteral("Elliot"), 5);
-  };
-  source.textOf = [&first](qint64 key) { return key == 7 ? first : QString(); };
-  return std::make_shared<LookupList>(source);
-}
 
 class DataComboTest : public ::testing::Test {
  protected:
@@ -42,9 +30,14 @@ class DataComboTest : public ::testing::Test {
     QCoreApplication::sendEvent(combo_.get(), &event);
   }
 
-  int loads_ = 0;
-  QString first_ = QStringLiteral("Adelphi");
-  LookupListPtr list_ = publishers(loads_, first_);
+  static ValueArchive::Values publishers(const QString& first) {
+    return {{first, 7},
+            {QStringLiteral("Einaudi"), 3},
+            {QStringLiteral("El Aleph"), 4},
+            {QStringLiteral("Elliot"), 5}};
+  }
+  ValueArchive archive_{publishers(QStringLiteral("Adelphi"))};
+  LookupListPtr list_ = archive_.list();
   Desk<DataCombo> combo_;
 };
 
@@ -68,7 +61,7 @@ TEST_F(DataComboTest, ShowsStoredKeysWithoutReadingTheList) {
       EXPECT_EQ(combo_->currentText(), c.text);
       EXPECT_FALSE(combo_->DataChanged());
     }
-    EXPECT_EQ(loads_, loaded ? 1 : 0);
+    EXPECT_EQ(archive_.loads, loaded ? 1 : 0);
   }
 }
 
@@ -210,14 +203,14 @@ TEST_F(DataComboTest, IgnoresTheWheelWithoutTheFocus) {
 TEST_F(DataComboTest, AsksForItsTextAgainWhenTheListHasChanged) {
   combo_->ShowValue(7);
   combo_->SetDroppedDown(true);
-  first_ = QStringLiteral("Zanichelli");
+  archive_.set(publishers(QStringLiteral("Zanichelli")));
   list_->invalidate();
   EXPECT_FALSE(combo_->DroppedDown());
   EXPECT_EQ(combo_->Text(), QStringLiteral("Zanichelli"));
   EXPECT_FALSE(combo_->DataChanged());
   combo_.type(QStringLiteral("z"));
   EXPECT_EQ(key(), 7);
-  EXPECT_EQ(loads_, 2);
+  EXPECT_EQ(archive_.loads, 2);
 }
 
 }  // namespace

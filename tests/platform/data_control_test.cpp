@@ -92,7 +92,7 @@ TEST_F(DataControlTest, WritesAsTheFocusLeaves) {
 
 TEST_F(DataControlTest, WritesNothingWhileAListIsOpen) {
   Desk<DataCombo> publisher;
-  publisher->SetList(GridArchive::columns().at(GridArchive::Publisher).setup.list);
+  publisher->SetList(archive_.columns().at(GridArchive::Publisher).setup.list);
   join(*publisher.get(), data_, "Editore");
   publisher.enter();
   publisher->SetDroppedDown(true);

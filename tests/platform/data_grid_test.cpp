@@ -32,7 +32,7 @@ class DataGridTest : public ::testing::Test {
     grid_.resize(400, 300);
     source_.SetRecordset(books_);
     grid_.SetDataSource(&source_);
-    grid_.SetColumns(GridArchive::columns());
+    grid_.SetColumns(archive_.columns());
     around_.show();
     QApplication::setActiveWindow(&around_);
     grid_.setFocus();
@@ -144,7 +144,7 @@ TEST_F(DataGridTest, KeepsWidthsInTwips) {
   EXPECT_EQ(grid_.Column(GridArchive::Year).width, 90 * 15);
   grid_.horizontalHeader()->resizeSection(GridArchive::Title, 150);
   EXPECT_EQ(grid_.Column(GridArchive::Title).width, 2250);
-  auto columns = GridArchive::columns();
+  auto columns = archive_.columns();
   columns[GridArchive::Price].visible = false;
   grid_.SetColumns(columns);
   EXPECT_TRUE(grid_.isColumnHidden(GridArchive::Price));

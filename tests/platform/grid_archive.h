@@ -30,7 +30,7 @@ class GridArchive final {
   }
 
   enum Place { Title, Year, Price, Bought, Length, Read, Publisher, Pages };
-  static QVector<GridColumn> columns() {
+  QVector<GridColumn> columns() {
     using store::FieldKind;
     return {
         {QStringLiteral("Titolo"), QStringLiteral("Titolo"), 3000, true, cell(FieldKind::Text)},
@@ -50,14 +50,13 @@ class GridArchive final {
     return {kind, nullptr, {}, 0, QString::fromLatin1(mask), editable};
   }
 
-  static ColumnSetup listCell() {
-    LookupList::Source source;
-    source.load = [](LookupList& list) {
-      list.addItem(QStringLiteral("Adelphi"), 7);
-      list.addItem(QStringLiteral("Bompiani"), 8);
-      list.addItem(QStringLiteral("Bur"), 9);
+  ColumnSetup listCell() {
+    const auto open = [this] {
+      return database_->OpenRecordset(QStringLiteral("SELECT * FROM EDITORE ORDER BY Nome"),
+                                      store::RecordsetType::Dynaset);
     };
-    source.textOf = [](qint64) { return QString(); };
+    const LookupList::Source source{open, QStringLiteral("Id"), QStringLiteral("Nome"),
+                                    [](qint64) { return QString(); }};
     return {store::FieldKind::Text,
             std::make_shared<LookupList>(source),
             QStringLiteral("Editore"),

@@ -15,7 +15,7 @@ using store::FieldKind;
 class RecordModelTest : public ::testing::Test {
  protected:
   RecordModelTest() {
-    model_.setColumns(GridArchive::columns());
+    model_.setColumns(archive_.columns());
     model_.setRecordset(books_);
   }
 
@@ -73,7 +73,7 @@ TEST_F(RecordModelTest, ShowsNothingForAMissingFieldOrARowThatHasGone) {
   other->SetAbsolutePosition(2);
   other->Delete();
   model_.setColumns({{QStringLiteral("?"), QStringLiteral("Assente"), 0, true, {}},
-                     GridArchive::columns().at(GridArchive::Title)});
+                     archive_.columns().at(GridArchive::Title)});
   EXPECT_EQ(shown(0, 0), QString());
   EXPECT_EQ(shown(0, 1), QStringLiteral("Libro 1"));
   ASSERT_EQ(model_.rowCount(), 3);
@@ -90,7 +90,7 @@ TEST_F(RecordModelTest, TellsExactlyTheCellsThatHaveChanged) {
       {QStringLiteral("Editore"), 8, {GridArchive::Publisher, GridArchive::Pages + 1}},
   };
   // A text that is not chosen here follows its key all the same.
-  auto columns = GridArchive::columns();
+  auto columns = archive_.columns();
   columns << GridColumn{QStringLiteral("Nome"), QStringLiteral("Nome"), 0, true, {}};
   model_.setColumns(columns);
   books_->SetAbsolutePosition(1);
@@ -125,7 +125,7 @@ TEST_F(RecordModelTest, FollowsRowsThatComeAndGo) {
   EXPECT_EQ(resets.size(), 1);
   books_->Close();
   EXPECT_EQ(model_.rowCount(), 0);
-  EXPECT_EQ(model_.columnCount(), GridArchive::columns().size());
+  EXPECT_EQ(model_.columnCount(), archive_.columns().size());
 }
 
 TEST_F(RecordModelTest, LetsGoOfTheFormerRecordset) {
