@@ -15,7 +15,6 @@ constexpr qsizetype kMostStatements = 200;
 constexpr qsizetype kLongestStatement = 1 << 16;  // that is kept
 constexpr int kLongestValue = 1 << 26;            // bytes
 constexpr int kStepsACall = 100000;
-constexpr qsizetype kMostLists = 11;
 constexpr std::size_t kRoomToTake = 1 << 18;  // untouched room costs nothing
 
 // An archive is data: nothing that its schema may hold is run.
@@ -71,6 +70,12 @@ Connection::Connection(const QString& path, int flags)
   harden(database_.getHandle());
   addLanguage(database_.getHandle());
   addTake(database_.getHandle(), &taken_);
+  sqlite3_update_hook(
+      database_.getHandle(),
+      [](void* kept, int, const char*, const char* table, sqlite3_int64) {
+        static_cast<KeyCache*>(kept)->wrote(table);
+      },
+      &keptKeys_);
   sqlite3_progress_handler(
       database_.getHandle(), kStepsACall,
       [](void* self) { return static_cast<Connection*>(self)->isTooMuchWork() ? 1 : 0; }, this);
@@ -234,15 +239,9 @@ std::vector<qint64> Connection::take(const sql::Statement& statement) {
   return std::exchange(taken_, {});
 }
 
-const std::vector<quint64>* Connection::keptKeys(const QString& text) const {
-  const auto found = keptKeys_.constFind(text);
-  return keptAt_ == writes_ && found != keptKeys_.constEnd() ? &*found : nullptr;
-}
-
-void Connection::keepKeys(const QString& text, const std::vector<quint64>& keys) {
-  if (keptAt_ != writes_ || keptKeys_.size() >= kMostLists) keptKeys_.clear();
-  keptAt_ = writes_;
-  keptKeys_.insert(text, keys);
+void Connection::forgetQueries() {
+  queries_.clear();
+  keptKeys_.wroteAll();
 }
 
 }  // namespace store

@@ -9,6 +9,7 @@
 
 #include "store/catalog.h"
 #include "store/failure.h"
+#include "store/key_cache.h"
 #include "store/patience.h"
 #include "store/sql_printer.h"
 
@@ -52,7 +53,7 @@ class Connection final : public Catalog {
 
   const TableInfo* table(const QString& name) const override;
   std::optional<QString> querySql(const QString& name) const override;
-  void forgetQueries() { queries_.clear(); }
+  void forgetQueries();
 
   // A prepared statement, kept for the next use. It is reset when the lease ends.
   class Lease {
@@ -104,9 +105,8 @@ class Connection final : public Catalog {
   quint64 writes() const { return writes_; }
   void lookForWrites();
 
-  // The keys of lists read lately, by the lists' texts; none once something has been written.
-  const std::vector<quint64>* keptKeys(const QString& text) const;
-  void keepKeys(const QString& text, const std::vector<quint64>& keys);
+  // The keys of lists read lately.
+  KeyCache& keptKeys() { return keptKeys_; }
 
  private:
   void readTable(TableInfo& table) const;
@@ -133,8 +133,7 @@ class Connection final : public Catalog {
   std::vector<qint64> taken_;
   mutable qint64 work_ = 0;
   mutable quint64 misreadings_ = 0;  // as far as forgotten
-  QHash<QString, std::vector<quint64>> keptKeys_;
-  quint64 keptAt_ = 0;
+  KeyCache keptKeys_;
   quint64 writes_ = 0;
   qint64 dataVersion_ = 0;
 };

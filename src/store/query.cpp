@@ -174,6 +174,61 @@ sql::Statement Query::keys() const {
   return printer.take();
 }
 
+std::vector<QByteArray> Query::tables() const {
+  std::vector<QByteArray> names;
+  for (const Source& source : resolved_->from) {
+    if (source.table != nullptr) names.push_back(source.table->name.toUtf8());
+  }
+  return names;
+}
+
+// The columns of the first table that a condition gives their values; false if it does more.
+bool Query::fixedColumns(const ExprPtr& where, QVector<int>& columns) const {
+  if (!where) return true;
+  if (where->kind != ExprKind::Binary) return false;
+  if (where->name.compare(QLatin1String("and"), Qt::CaseInsensitive) == 0) {
+    return fixedColumns(where->args[0], columns) && fixedColumns(where->args[1], columns);
+  }
+  if (where->name != QLatin1String("=") || where->args[1]->kind != ExprKind::Literal ||
+      sourceOf(*where->args[0]) != keyTables_.front()) {
+    return false;
+  }
+  columns.append(keyTables_.front()->table->findColumn(where->args[0]->name));
+  return true;
+}
+
+bool Query::hasWalk() const {
+  if (keyTables_.size() != 1 || sortTerms_.empty() || keyOrderDescending_) return false;
+  const TableInfo& table = *keyTables_.front()->table;
+  QVector<int> fixed;
+  if (!fixedColumns(resolved_->where, fixed)) return false;
+  QVector<int> sorted;
+  for (const SortTerm& term : sortTerms_) {
+    if (term.descending || term.list != nullptr || sourceOf(*term.expr) != keyTables_.front()) {
+      return false;
+    }
+    sorted.append(table.findColumn(term.expr->name));
+  }
+  return std::any_of(table.indexes.begin(), table.indexes.end(), [&](const IndexInfo& index) {
+    const auto begin = index.columns.begin();
+    return index.columns.size() == fixed.size() + sorted.size() &&
+           std::is_permutation(begin, begin + fixed.size(), fixed.begin()) &&
+           std::equal(sorted.begin(), sorted.end(), begin + fixed.size());
+  });
+}
+
+std::optional<sql::Statement> Query::walk() const {
+  if (!hasWalk()) return std::nullopt;
+  const Source& source = *keyTables_.front();
+  const QByteArray key = sql::quoteName(source.alias) + ".rowid";
+  sql::Printer printer;
+  printer.text("SELECT ").text(key).text(" FROM ").text(sql::quoteName(source.table->name));
+  printer.text(" AS ").text(sql::quoteName(source.alias)).where(resolved_->where, nullptr);
+  printer.text(resolved_->where ? " AND " : " WHERE ").text("tvx_take(" + key + ") ORDER BY ");
+  for (const SortTerm& term : sortTerms_) printer.expression(*term.expr).text(", ");
+  return printer.text(key).take();
+}
+
 // True if the condition just gives a column of the first table its value.
 bool Query::fixesColumn() const {
   const ExprPtr& where = resolved_->where;

@@ -17,6 +17,8 @@ class Query final {
   const QVector<FieldInfo>& fields() const { return fields_; }
   // Tables whose rows make up a row of the query, at most two; none if its rows have no keys.
   const std::vector<const sql::Source*>& keyTables() const { return keyTables_; }
+  // Names of all tables that are read, as the file has them.
+  std::vector<QByteArray> tables() const;
   // Place in keyTables() of the table that holds a field, -1 if no such table does.
   int tableOf(int field) const { return tableOf_[field]; }
 
@@ -37,6 +39,9 @@ class Query final {
   sql::Statement keys() const;
   // True if keys() are to grow: those of one table, in its own order.
   bool keysGrow() const { return keyTables_.size() == 1 && keyOrder_ && !keyOrderDescending_; }
+  // Keys of the rows of one table, taken by the scan itself (see Connection::take), where an index
+  // has them in the stored order behind the columns that the condition fixes.
+  std::optional<sql::Statement> walk() const;
   // Where the rows of the first table point at those of the second by an index, and no condition
   // but that index's stands in the way: the two tables apart, each ordered by the common number.
   struct Halves {
@@ -77,6 +82,8 @@ class Query final {
   sql::Statement pointersOf(const sql::Source& first, const QString& pointer) const;
   bool walksAnIndex(const QString& pointer) const;
   bool fixesColumn() const;
+  bool fixedColumns(const sql::ExprPtr& where, QVector<int>& columns) const;
+  bool hasWalk() const;
 
   sql::ResolvedPtr resolved_;
   QVector<FieldInfo> fields_;

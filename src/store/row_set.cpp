@@ -53,17 +53,19 @@ RowSet::RowSet(std::shared_ptr<Connection> connection, const QString& source)
     readResults();
     return;
   }
-  // A list that was left comes back at once, as long as nothing has been written since.
-  if (const std::vector<RowKey>* kept = connection_->keptKeys(text_)) {
+  // A list that was left comes back at once, as long as nothing has been written to it since.
+  if (const std::vector<RowKey>* kept = connection_->keptKeys().find(text_)) {
     keys_ = *kept;
     return;
   }
-  if (query_.sortTerms().empty()) {
+  if (const auto walk = query_.walk()) {
+    takeKeys(*walk);
+  } else if (query_.sortTerms().empty()) {
     readKeys();
   } else {
     readSorted();
   }
-  connection_->keepKeys(text_, keys_);
+  connection_->keptKeys().keep(text_, keys_, query_.tables());
 }
 
 std::shared_ptr<RowSet> RowSet::again() const {
@@ -86,6 +88,13 @@ void RowSet::readKeys() {
     }
   }
   keys_.shrink_to_fit();
+}
+
+void RowSet::takeKeys(const sql::Statement& walk) {
+  const std::vector<qint64> taken = connection_->take(walk);
+  keys_.resize(taken.size());
+  std::transform(taken.begin(), taken.end(), keys_.begin(),
+                 [](qint64 key) { return packKey(key, 0); });
 }
 
 // `pointers` are pairs of number and key.

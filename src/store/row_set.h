@@ -67,6 +67,7 @@ class RowSet final {
   Connection& source() { return results_ ? results_->connection() : *connection_; }
   RowKey keyIn(const HotStatement& row) const;
   void readKeys();
+  void takeKeys(const sql::Statement& walk);
   void mergeKeys(const std::vector<qint64>& pointers, const std::vector<qint64>& targets);
   void addPointers(const Query::Halves& halves, RowSorter& sorter);
   void requireWhole(const Pairing& pairing);
