@@ -33,10 +33,10 @@ constexpr double kFrame = 1.0 / 60;
 const QString kTime = QStringLiteral("time");
 
 // Seconds from the command that opens a form to its painted window; `work` is done in it then.
+// Something else has been written since it was open before.
 double secondsToOpen(
     const QString& name, const std::function<void()>& open,
     const std::function<void()>& work = [] {}) {
-  // What the windows read is read afresh, as after a write.
   tavolix::lNewCont();
   double seconds = 0;
   const auto start = std::chrono::steady_clock::now();
@@ -65,6 +65,10 @@ void reportOpenings(const std::function<double()>& open) {
 
 void openListScene(const QStringList&) {
   reportOpenings([] { return openList(); });
+  for (int i = 0; i < kOpenings; ++i) {
+    tavolix::lNuovaVoceTab(QStringLiteral("AUTORE"), 0, QStringLiteral("Nuova %1").arg(i));
+    report("changed", openList());
+  }
 }
 
 void openChildrenScene(const QStringList&) {
@@ -82,7 +86,7 @@ void editListScene(const QStringList&) {
       return frmTab.part<platform::DataControl>(QStringLiteral("dbTab"))->Recordset();
     };
     for (int i = 0; i < kEdits; ++i) {
-      const QString text = QStringLiteral("Voce %1").arg(i);
+      const QString text = QStringLiteral("Nuova %1").arg(i);
       box->setText(text);
       report("add", secondsOf([&] {
                pressKey(box, Qt::Key_Return);
@@ -92,13 +96,13 @@ void editListScene(const QStringList&) {
       report("rename", secondsOf([&] {
                grid->edit(grid->currentIndex().siblingAtColumn(0));
                static_cast<QLineEdit*>(grid->indexWidget(grid->currentIndex()))->setFocus();
-               typeText(QApplication::focusWidget(), QStringLiteral("x"));
+               typeText(QApplication::focusWidget(), QStringLiteral("altra%1").arg(i));
                grid->CommitCell();
                showWindow(frmTab.Window());
              }));
       if (rows()->Value(QStringLiteral("Desc")).toString() == text) qFatal("nothing was renamed");
       report("find", secondsOf([&] {
-               rows()->FindFirst(QStringLiteral("Desc = 'Voce 0'"));
+               rows()->FindFirst(QStringLiteral("Desc = 'altra0'"));
                showWindow(frmTab.Window());
              }));
     }
@@ -126,20 +130,24 @@ void prefixScene(const QStringList&) {
 
 // A value that no record has: the whole column is looked through.
 void useScene(const QStringList& files) {
-  const QString query = QStringLiteral("SELECT TABAutoreID FROM MAIN WHERE TABAutoreID = 99999999");
+  // In other words each time, so that nothing is remembered.
+  int value = 99999999;
+  const auto query = [&value] {
+    return QStringLiteral("SELECT TABAutoreID FROM MAIN WHERE TABAutoreID = %1").arg(--value);
+  };
   const RawFile file(files[0]);
   const Sides sides = inTurn(
       kOpenings,
       [&] {
-        tavolix::lNewCont();
+        const QString text = query();
         return secondsOf([&] {
-          const auto rs = tavolix::dbArc->OpenRecordset(query, store::RecordsetType::Dynaset);
+          const auto rs = tavolix::dbArc->OpenRecordset(text, store::RecordsetType::Dynaset);
           if (rs->RecordCount() != 0) qFatal("the value is in use");
           rs->Close();
         });
       },
       [&] {
-        RawStatement raw(file, query.toUtf8());
+        RawStatement raw(file, query().toUtf8());
         return secondsOf([&] {
           while (raw.step()) qFatal("the value is in use");
         });
@@ -180,8 +188,14 @@ QVector<Reading> twoSizes(const Ground& ground, const QString& scene, const QStr
 }
 
 QVector<Reading> openListFigure(const Ground& ground) {
-  return twoSizes(ground, QStringLiteral("voci"), authors(ground, "50000"), authors(ground, "50"),
-                  0);
+  const QString voci = QStringLiteral("voci");
+  const QString large = authors(ground, "50000");
+  const QString small = authors(ground, "50");
+  QVector<Reading> readings = twoSizes(ground, voci, large, small, 0);
+  const Sides changed{ground.play(voci, {large})[QStringLiteral("changed")],
+                      ground.play(voci, {small})[QStringLiteral("changed")]};
+  readings.append(compared(QStringLiteral("voci_cambiate"), changed, 0));
+  return readings;
 }
 
 QVector<Reading> openChildrenFigure(const Ground& ground) {
