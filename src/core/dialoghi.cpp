@@ -80,11 +80,13 @@ void ApriCalendario(platform::DateBox& oData) {
   writeDate(form, date.isValid() ? date : platform::now().date());
   placeUnder(form, oData);
   form.ShowModal(nullptr);
+  oData.setFocus(Qt::OtherFocusReason);
+  // Given up, what stood in the box stays, if it was no date too.
+  if (!form.property("Confermato").toBool()) return;
   oData.SetRawData(QStringLiteral("%1%2%3")
                        .arg(readLabel(form, "lblGG"), 2, 10, QLatin1Char('0'))
                        .arg(readLabel(form, "lblMM"), 2, 10, QLatin1Char('0'))
                        .arg(readLabel(form, "lblAA"), 4, 10, QLatin1Char('0')));
-  oData.setFocus(Qt::OtherFocusReason);
 }
 
 void CollegaAiuto(QAbstractButton& cmdAiuto) {

@@ -138,6 +138,8 @@ void DataCombo::showPopup() {
 }
 
 void DataCombo::prepareView() {
+  // The mark of the box that has the focus is not the list's.
+  view()->parentWidget()->setPalette(QApplication::palette());
   if (!viewReady_) {
     if (auto* rows = qobject_cast<QListView*>(view())) rows->setUniformItemSizes(true);
     view()->installEventFilter(this);

@@ -191,6 +191,8 @@ int DataGrid::startColumn() const {
 }
 
 QModelIndex DataGrid::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+  // Keys that a cell being typed into has no use for lead away from it.
+  if (!CommitCell()) return currentIndex();
   if (action == MoveHome) return model_->index(0, startColumn());
   if (action == MoveEnd) return model_->index(model_->rowCount() - 1, startColumn());
   return QTableView::moveCursor(action, modifiers);

@@ -1,14 +1,15 @@
 #include "platform/form.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QEventLoop>
 #include <QKeyEvent>
-#include <QScreen>
 #include <QWindow>
 #include <algorithm>
 #include <cmath>
 
+#include "platform/key_sender.h"
 #include "platform/modal_input.h"
 #include "store/failure.h"
 
@@ -87,18 +88,8 @@ void Form::ShowModal(Form* owner) {
   if (front != nullptr) front->activateWindow();
 }
 
-// In the middle of the window that is in front, unless it has a place, and above it.
+// Above the window that is in front, whichever it belongs to.
 void Form::standOver(const QWidget& front) {
-  if (!window_->testAttribute(Qt::WA_Moved)) {
-    if (!window_->testAttribute(Qt::WA_Resized)) window_->adjustSize();
-    const QRect room = front.screen()->availableGeometry();
-    QRect place = window_->rect();
-    place.moveCenter(front.geometry().center());
-    place.moveLeft(std::max(room.left(), std::min(place.left(), room.right() - place.width())));
-    place.moveTop(std::max(room.top(), std::min(place.top(), room.bottom() - place.height())));
-    window_->move(place.topLeft());
-    window_->setAttribute(Qt::WA_Moved, false);
-  }
   window_->winId();  // creates what knows the window it stands over
   window_->windowHandle()->setTransientParent(front.windowHandle());
 }
@@ -161,17 +152,26 @@ void Form::cameToFront() {
   activated();
 }
 
+// A button pressed by its letter would act only after a moment, and keys typed on would be lost.
+bool Form::takesShortcut(QKeyEvent& key) {
+  const bool letter = key.modifiers() == Qt::AltModifier && buttonOf(*window_, key) != nullptr;
+  if (!letter && !wantsShortcut(key.key(), key.modifiers())) return false;
+  key.accept();
+  return true;
+}
+
+bool Form::pressKey(QKeyEvent& key) {
+  if (keyDown(key.key(), key.modifiers())) return true;
+  QAbstractButton* button = key.modifiers() == Qt::AltModifier ? buttonOf(*window_, key) : nullptr;
+  if (button != nullptr) button->click();
+  return button != nullptr;
+}
+
 bool Form::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::ShortcutOverride && watchesKey(watched)) {
-    auto* key = static_cast<QKeyEvent*>(event);
-    if (wantsShortcut(key->key(), key->modifiers())) {
-      event->accept();
-      return true;
-    }
-  }
-  if (event->type() == QEvent::KeyPress && watchesKey(watched)) {
-    auto* key = static_cast<QKeyEvent*>(event);
-    return keyDown(key->key(), key->modifiers());
+  const bool asked = event->type() == QEvent::ShortcutOverride;
+  if ((asked || event->type() == QEvent::KeyPress) && watchesKey(watched)) {
+    auto& key = static_cast<QKeyEvent&>(*event);
+    return asked ? takesShortcut(key) : pressKey(key);
   }
   if (watched != window_) return false;
   if (event->type() == QEvent::Resize) resized();

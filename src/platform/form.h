@@ -9,6 +9,8 @@
 #include <memory>
 #include <vector>
 
+class QKeyEvent;
+
 namespace platform {
 
 // Sizes and places are told in twips: 15 to a pixel at 96 dots an inch.
@@ -64,13 +66,14 @@ class Form : public QObject {
   // A key pressed in the window, seen before the control that has the focus.
   // True if the key has been used up.
   virtual bool keyDown(int key, Qt::KeyboardModifiers modifiers);
-  // True for a key that keyDown is to get even where it is a shortcut of the window: a button
-  // pressed by its letter acts only after a moment, in which keys typed on would be lost.
+  // True for a key that keyDown is to get even where it is a shortcut of the window.
   virtual bool wantsShortcut(int, Qt::KeyboardModifiers) { return false; }
 
  private:
   bool eventFilter(QObject* watched, QEvent* event) override;
   bool watchesKey(QObject* watched) const;
+  bool takesShortcut(QKeyEvent& key);
+  bool pressKey(QKeyEvent& key);
   void standOver(const QWidget& front);
   static QPointer<QWidget>& inFront();
   void cameToFront();

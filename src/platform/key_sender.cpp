@@ -22,15 +22,21 @@ bool triggerShortcut(const QWidget& window, const QKeyEvent& key) {
     action->trigger();
     return true;
   }
-  for (QAbstractButton* button : window.findChildren<QAbstractButton*>()) {
-    if (button->shortcut() != pressed || !button->isEnabled() || !button->isVisible()) continue;
-    button->click();
-    return true;
-  }
-  return false;
+  QAbstractButton* button = buttonOf(window, key);
+  if (button != nullptr) button->click();
+  return button != nullptr;
 }
 
 }  // namespace
+
+QAbstractButton* buttonOf(const QWidget& window, const QKeyEvent& key) {
+  const QKeySequence pressed(key.keyCombination());
+  for (QAbstractButton* button : window.findChildren<QAbstractButton*>()) {
+    const bool ready = button->isEnabled() && button->isVisible();
+    if (ready && button->shortcut() == pressed) return button;
+  }
+  return nullptr;
+}
 
 void sendKey(QWidget& receiver, QKeyEvent& key) {
   if (key.type() == QEvent::KeyPress && !wantsItself(receiver, key) &&

@@ -1,5 +1,6 @@
 #pragma once
 
+class QAbstractButton;
 class QKeyEvent;
 class QWidget;
 
@@ -9,5 +10,7 @@ namespace platform {
 // is the shortcut of in the widget's window, an action or a button by its letter, comes first
 // unless the widget wants the key for itself.
 void sendKey(QWidget& receiver, QKeyEvent& key);
+// The button of a window that a key presses, null if there is none.
+QAbstractButton* buttonOf(const QWidget& window, const QKeyEvent& key);
 
 }  // namespace platform

@@ -14,6 +14,8 @@
 #include <span>
 #include <stdexcept>
 
+#include "platform/modal_input.h"
+
 namespace platform {
 namespace {
 
@@ -135,11 +137,18 @@ int ask(QMessageBox& box, int style) {
   return buttonsOf(style).back().answer;
 }
 
+// A click may just have made a window active that has no input.
+QWidget* owner() {
+  QWidget* message = QApplication::activeModalWidget();
+  QWidget* form = message != nullptr ? message : ModalInput::window();
+  return form != nullptr ? form : QApplication::activeWindow();
+}
+
 }  // namespace
 
 int MsgBox(const QString& text, int style, const QString& title) {
   if (const auto answer = queuedAnswer(text, style, title)) return *answer;
-  QMessageBox box(QApplication::activeWindow());
+  QMessageBox box(owner());
   box.setWindowTitle(title.isEmpty() ? "Tavolix" : title);
   box.setTextFormat(Qt::PlainText);
   box.setIcon(iconOf(style));

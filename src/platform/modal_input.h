@@ -17,6 +17,9 @@ namespace platform {
 class ModalInput final : public QObject {
   Q_OBJECT
  public:
+  // The uppermost modal form's window, null if there is none.
+  static QWidget* window() { return instance().top(); }
+
   // The time in which a window is the uppermost modal one.
   class Turn final {
    public:

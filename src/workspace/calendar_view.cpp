@@ -1,9 +1,11 @@
 #include "workspace/calendar_view.h"
 
 #include <QComboBox>
+#include <QDialog>
 #include <QFrame>
 #include <QGridLayout>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QPushButton>
 
 #include "core/modutil.h"
@@ -16,6 +18,21 @@ namespace {
 constexpr int kColumns = 7;
 constexpr QSize kCell(38, 28);
 constexpr const char* kDays[] = {"L", "M", "M", "G", "V", "S", "D"};
+
+// The days as a whole, with a mark while the keys walk in it.
+class DayPanel final : public QFrame {
+ public:
+  using QFrame::QFrame;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override {
+    QFrame::paintEvent(event);
+    if (!hasFocus()) return;
+    QPainter painter(this);
+    painter.setPen(QPen(palette().color(QPalette::Highlight), 2));
+    painter.drawRect(rect().adjusted(1, 1, -1, -1));
+  }
+};
 
 template <typename Widget>
 Widget* named(Widget* widget, const char* name, const char* accessible = "") {
@@ -39,7 +56,7 @@ QPushButton* newArrow(const char* name, const char* caption, QWidget* parent, co
 }
 
 QWidget* newDays(QWidget* parent) {
-  auto* days = named(new QFrame(parent), "panGiorni", "Giorni del mese");
+  auto* days = named(new DayPanel(parent), "panGiorni", "Giorni del mese");
   days->setFrameShape(QFrame::StyledPanel);
   days->setFocusPolicy(Qt::StrongFocus);
   auto* grid = new QGridLayout(days);
@@ -103,7 +120,8 @@ void DayCell::mouseDoubleClickEvent(QMouseEvent* event) {
 }
 
 QWidget* buildCalendarWindow() {
-  auto* window = new QWidget(nullptr, Qt::Dialog);
+  auto* window = new QDialog(nullptr, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                                          Qt::WindowCloseButtonHint);
   window->setWindowTitle(QStringLiteral("Calendario"));
   window->setWindowIcon(platform::icon(QStringLiteral("calendario")));
   auto* column = new QVBoxLayout(window);

@@ -213,7 +213,7 @@ class PageBuilder {
   }
 
   QToolButton* buttonFor(int campo, const Box& box, QWidget* widget) {
-    const QString title = aCampi(iRac_, campo).sTitolo;
+    const QString title = *box.label == '\0' ? aCampi(iRac_, campo).sTitolo : text(box.label);
     if (box.kind == Kind::Combo) {
       QToolButton* button = listButton(campo);
       button->setAccessibleName(QStringLiteral("Voci di ") + title);

@@ -74,6 +74,7 @@ void frmCalendario::loaded() {
 }
 
 void frmCalendario::unloaded() {
+  bIncorniciata_ = false;
   DeregistraForm(*this);
 }
 
@@ -153,10 +154,12 @@ void frmCalendario::cmdOK_Click() {
   control<QLabel>(QStringLiteral("lblGG"))->setText(QString::number(giorno_.giorno));
   control<QLabel>(QStringLiteral("lblMM"))->setText(QString::number(giorno_.mese));
   control<QLabel>(QStringLiteral("lblAA"))->setText(QString::number(giorno_.anno));
+  bConfermato_ = true;
   Hide();
 }
 
 void frmCalendario::activated() {
+  bConfermato_ = false;
   show(daNumeri(number("lblGG"), number("lblMM"), number("lblAA")));
   const bool locked = isLocked();
   for (const char* name : kLockable) Control(text(name))->setEnabled(!locked);
@@ -166,6 +169,11 @@ void frmCalendario::activated() {
 
 void frmCalendario::keepOnScreen() {
   QWidget* window = Window();
+  if (!bIncorniciata_) {
+    // It was placed before it had a frame, which now stands where the window should.
+    window->move(window->pos() + window->geometry().topLeft() - window->frameGeometry().topLeft());
+    bIncorniciata_ = true;
+  }
   const QRect screen = window->screen()->geometry();
   const QSize size = window->frameGeometry().size();
   const int right = platform::toTwips(screen.x() + screen.width() - size.width());

@@ -12,6 +12,8 @@ namespace tavolix {
 // month.
 class frmCalendario final : public platform::Form {
   Q_OBJECT
+  // True if the date was picked, false if it was given up.
+  Q_PROPERTY(bool Confermato MEMBER bConfermato_)
  public:
   frmCalendario();
 
@@ -41,6 +43,8 @@ class frmCalendario final : public platform::Form {
   Giorno giorno_;
   bool bOccupato_ = false;  // the lists are being set from here
   int iCellaSegnata_ = 0;
+  bool bConfermato_ = false;
+  bool bIncorniciata_ = false;  // the desktop has put its frame around the window
 };
 
 void RegistraFormCalendario();

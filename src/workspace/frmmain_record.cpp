@@ -79,21 +79,17 @@ class RecordEraser final {
   RecordEraser(const RecordEraser&) = delete;
   RecordEraser& operator=(const RecordEraser&) = delete;
 
-  void erase(qint64 lID) {
+  // What is to be told once the deletion is in the file; empty if all went well.
+  QString erase(qint64 lID) {
     main_->Seek(QStringLiteral("="), {lID});
-    if (main_->NoMatch()) {
-      iMsg(QStringLiteral("Errore in cancellazione tab primaria"), 0);
-      return;
-    }
+    if (main_->NoMatch()) return QStringLiteral("Errore in cancellazione tab primaria");
     const qint64 racID = NullAZero(main_->Value(QStringLiteral("RacID"))).toLongLong();
     main_->Delete();
     detail_->Seek(QStringLiteral("="), {racID});
-    if (detail_->NoMatch()) {
-      iMsg(QStringLiteral("Errore in cancellazione tab secondaria"), 0);
-      return;
-    }
+    if (detail_->NoMatch()) return QStringLiteral("Errore in cancellazione tab secondaria");
     detail_->Delete();
     if (raccolta_.iSottoRaccolta != -1) eraseChildren(racID);
+    return {};
   }
 
  private:
@@ -209,8 +205,9 @@ void frmMain::refreshAfterDeletion() {
 void frmMain::CancellaRecord(qint64 lID) {
   protetto("frmMain!CancellaRecord", [&] {
     WriteGroup group(dbArc);
-    RecordEraser(aRaccolte(iRacCorr)).erase(lID);
+    const QString told = RecordEraser(aRaccolte(iRacCorr)).erase(lID);
     group.Commit();
+    if (!told.isEmpty()) iMsg(told, 0);
   });
 }
 
@@ -236,11 +233,14 @@ void frmMain::deleteAllShown() {
   rs->MoveFirst();
   while (!rs->Eof()) {
     WriteGroup group(dbArc);
+    QStringList told;
     for (int i = 0; i < kGroup && !rs->Eof(); ++i) {
-      protetto("frmMain!CancellaRecord", [&] { eraser.erase(rs->Value(id).toLongLong()); });
+      protetto("frmMain!CancellaRecord", [&] { told << eraser.erase(rs->Value(id).toLongLong()); });
       rs->MoveNext();
     }
     group.Commit();
+    told.removeAll(QString());
+    for (const QString& text : std::as_const(told)) iMsg(text, 0);
   }
 }
 

@@ -18,22 +18,6 @@
 namespace tavolix {
 namespace {
 
-// The record buttons by their letters, which act at once: keys typed on must not be lost.
-constexpr std::pair<int, const char*> kLetters[] = {
-    {Qt::Key_N, "cmdAddNew"},
-    {Qt::Key_D, "cmdDuplica"},
-    {Qt::Key_C, "cmdCancella"},
-    {Qt::Key_E, "cmdEsci"},
-};
-
-const char* buttonOf(int key, Qt::KeyboardModifiers modifiers) {
-  if ((modifiers & ~Qt::KeypadModifier) != Qt::AltModifier) return nullptr;
-  for (const auto& [letter, name] : kLetters) {
-    if (key == letter) return name;
-  }
-  return nullptr;
-}
-
 QString shownText(int iRac, int iCampo) {
   return aCampi(iRac, iCampo).oControllo->Text();
 }
@@ -114,6 +98,7 @@ void frmSub::Carica(int iSub, int iPadre) {
     if (iSub != iSubCorrente_) showPanel(iSub);
     dbSubCurr().UpdateControls();
   });
+  grdSub().setFocus();
   AbilitazionePannello();
 }
 
@@ -209,17 +194,7 @@ void frmSub::grdSub_BeforeUpdate() {
   }
 }
 
-bool frmSub::wantsShortcut(int key, Qt::KeyboardModifiers modifiers) {
-  return buttonOf(key, modifiers) != nullptr;
-}
-
-bool frmSub::keyDown(int key, Qt::KeyboardModifiers modifiers) {
-  if (const char* name = buttonOf(key, modifiers)) {
-    auto* button = control<QPushButton>(QString::fromLatin1(name));
-    // A button that is disabled does nothing.
-    if (button->isEnabled()) Q_EMIT button->clicked();
-    return true;
-  }
+bool frmSub::keyDown(int key, Qt::KeyboardModifiers) {
   if (key == Qt::Key_Escape && !grdSub().IsEditing()) {
     cmdEsci_Click();
     return true;

@@ -33,7 +33,6 @@ class frmSub final : public platform::Form {
   void unloaded() override;
   bool queryUnload() override;
   bool keyDown(int key, Qt::KeyboardModifiers modifiers) override;
-  bool wantsShortcut(int key, Qt::KeyboardModifiers modifiers) override;
 
   void connectControls();
   void showPanel(int iSub);

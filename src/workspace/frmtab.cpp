@@ -94,6 +94,7 @@ void frmTab::connectControls() {
 
 void frmTab::CaricaTAB(int iRac, int iCampo) {
   const tCampo& campo = aCampi(iRac, iCampo);
+  bScelta_ = true;
   iCampo_ = iCampo;
   iRacTab_ = campo.iRacTab;
   sCodTab_ = campo.sCodTab;
@@ -111,7 +112,7 @@ void frmTab::CaricaTAB(int iRac, int iCampo) {
 }
 
 QVariant frmTab::sValoreCorrente() {
-  return bRecordValido(rows()) ? NullAStringa(rows()->Value(kDesc)) : QString();
+  return bScelta_ && bRecordValido(rows()) ? NullAStringa(rows()->Value(kDesc)) : QString();
 }
 
 QVariant frmTab::lVoceCorrente() {
@@ -271,8 +272,14 @@ void frmTab::cmdEsci_Click() {
 bool frmTab::keyDown(int key, Qt::KeyboardModifiers) {
   // Escape within a cell only gives up what was typed there.
   if (key != Qt::Key_Escape || grd().IsEditing()) return false;
-  afterEdit(&frmTab::cmdEsci_Click);
+  afterEdit(&frmTab::abandon);
   return true;
+}
+
+// By Escape the record keeps its value, whatever is current in the list.
+void frmTab::abandon() {
+  bScelta_ = false;
+  cmdEsci_Click();
 }
 
 // The window's box closes like the button.

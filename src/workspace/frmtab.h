@@ -49,6 +49,7 @@ class frmTab final : public platform::Form {
   void cmdAdd_Click();
   void cmdElimina_Click();
   void cmdEsci_Click();
+  void abandon();
   void txtAdd_Change();
   void grd_Click(const QModelIndex& cell);
   void grd_BeforeUpdate(bool* cancel);
@@ -69,6 +70,7 @@ class frmTab final : public platform::Form {
   int iRacTab_ = 0;
   int iCampo_ = 0;
   bool bModificaValida_ = true;
+  bool bScelta_ = true;  // the current value is for the record
   QString sRifiuto_;
   qint64 lRigaDaMostrare_ = 0;
 };

@@ -1,5 +1,6 @@
 #include "workspace/sub_view.h"
 
+#include <QDialog>
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QSplitter>
@@ -91,7 +92,7 @@ QWidget* newButtons(QWidget* parent) {
 }  // namespace
 
 QWidget* buildSubWindow() {
-  auto* window = new QWidget;
+  auto* window = new QDialog;
   window->setWindowIcon(platform::icon(QStringLiteral("tavolix")));
   auto* dbSubCurr = new platform::DataControl(window);
   dbSubCurr->setObjectName(QStringLiteral("dbSubCurr"));

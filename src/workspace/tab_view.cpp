@@ -1,5 +1,6 @@
 #include "workspace/tab_view.h"
 
+#include <QDialog>
 #include <QGridLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -69,7 +70,7 @@ QVBoxLayout* newButtons(QWidget* window) {
 }  // namespace
 
 QWidget* buildTabWindow() {
-  auto* window = new QWidget;
+  auto* window = new QDialog;
   window->setWindowTitle(QStringLiteral("Tabella"));
   window->setWindowIcon(platform::icon(QStringLiteral("tavolix")));
   auto* dbTab = new platform::DataControl(window);

@@ -114,6 +114,8 @@ TEST_F(CalendarWindow, PicksADateByKeysAndMouse) {
       {"15031975", [] { click(part("cmdOK")); }, "15-03-1980"},
       {"15032035", [] { click(part("cmdOK")); }, "15-03-2000"},
       {"", [] { click(part("cmdOK")); }, "25-11-2026"},
+      {"", [] { click(part("Command1")); }, ""},
+      {"1503", [] { press(Qt::Key_Escape); }, "15-03-____"},
       {"31022001", [] { click(part("cmdOK")); }, "25-11-2026"},
       {"15032001",
        [] {
