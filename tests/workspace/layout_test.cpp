@@ -20,40 +20,28 @@ class Layout : public Desk {
   static QWidget* listForm() { return platform::forms()["frmGrid"].Window(); }
   static int rightOf(const QWidget* widget) { return widget->x() + widget->width(); }
   static int bottomOf(const QWidget* widget) { return widget->y() + widget->height(); }
-  static QString places() {
-    const auto text = [](const QRect& r) {
-      return QStringLiteral("%1 %2 %3 %4").arg(r.x()).arg(r.y()).arg(r.width()).arg(r.height());
-    };
-    return text(listForm()->geometry()) + " / " + text(form()->geometry()) + " / " +
-           text(mainControl("panCrea")->geometry());
-  }
-  void takeGaps() {
-    right_ = mainControl("area")->width() - rightOf(form());
-    bottom_ = mainControl("area")->height() - bottomOf(listForm());
-    buttons_ = mainControl("picSfondo")->width() - rightOf(mainControl("panCrea"));
-    EXPECT_GE(right_, 0);
-    EXPECT_GE(bottom_, 0);
-    EXPECT_GE(buttons_, 0);
+  // What is free right of the last of list and form, below them, and right of the buttons.
+  static QVector<int> gaps() {
+    const QWidget* area = mainControl("area");
+    const QWidget* last = form()->isVisible() ? form() : listForm();
+    return {area->width() - rightOf(last), area->height() - bottomOf(listForm()),
+            mainControl("picSfondo")->width() - rightOf(mainControl("panCrea"))};
   }
   // List and form fill the area side by side, or the list alone does.
   void expectInPlace(bool extended) const {
-    const QWidget* area = mainControl("area");
-    const QWidget* last = extended ? listForm() : form();
     EXPECT_EQ(form()->isVisible(), !extended);
-    EXPECT_NEAR(area->width() - rightOf(last), right_, 1);
-    EXPECT_NEAR(area->height() - bottomOf(listForm()), bottom_, 1);
-    EXPECT_NEAR(mainControl("picSfondo")->width() - rightOf(mainControl("panCrea")), buttons_, 1);
-    EXPECT_LE(rightOf(grid()), listForm()->width());
     EXPECT_EQ(static_cast<QPushButton*>(mainControl("cmdEspandi"))->isChecked(), !extended);
     EXPECT_EQ(action("mnuMaxExtension")->isChecked(), extended);
+    for (int i = 0; i < 3; ++i) EXPECT_NEAR(gaps()[i], gaps_[i], 1) << i;
+    EXPECT_LE(rightOf(grid()), listForm()->width());
     if (extended) return;
     EXPECT_EQ(form()->y(), listForm()->y());
     EXPECT_NEAR(bottomOf(form()), bottomOf(listForm()), 1);
     EXPECT_NEAR(rightOf(listForm()), form()->x(), 1);
     EXPECT_LE(bottomOf(box("panRecord")), form()->height());
   }
-  static void resizeTo(int width, int height) {
-    window()->resize(width, height);
+  static void resizeTo(const QSize& size) {
+    window()->resize(size);
     QApplication::processEvents();
   }
   // Runs the program until it ends by itself; its result.
@@ -63,28 +51,22 @@ class Layout : public Desk {
     return QApplication::exec();
   }
 
-  int right_ = 0;
-  int bottom_ = 0;
-  int buttons_ = 0;
+  QVector<int> gaps_;
 };
 
 TEST_F(Layout, KeepsListAndFormInPlace) {
   ASSERT_TRUE(start());
-  takeGaps();
+  gaps_ = gaps();
+  for (const int gap : gaps_) EXPECT_GE(gap, 0);
   const QSize first = window()->size();
-  const QString before = places();
-  const struct {
-    int width;
-    int height;
-  } sizes[] = {
-      {1300, 900}, {1101, 777}, {first.width(), first.height()}, {1600, 1000}, {1240, 800}};
-  for (const auto& s : sizes) {
-    SCOPED_TRACE(s.width);
-    resizeTo(s.width, s.height);
+  const QRect before = form()->geometry();
+  for (const QSize& size : {QSize(1300, 900), QSize(1101, 777), first, QSize(1600, 1000)}) {
+    SCOPED_TRACE(size.width());
+    resizeTo(size);
     expectInPlace(false);
     click(mainControl("cmdEspandi"));
     expectInPlace(true);
-    resizeTo(s.width + 77, s.height + 33);
+    resizeTo(size + QSize(77, 33));
     expectInPlace(true);
     trigger("mnuMaxExtension");
     expectInPlace(false);
@@ -93,122 +75,66 @@ TEST_F(Layout, KeepsListAndFormInPlace) {
     trigger("mnuMaxExtension");
     selectByTab(3);
     expectInPlace(true);
-    resizeTo(s.width, s.height);
-    expectInPlace(true);
+    resizeTo(size);
     click(mainControl("cmdEspandi"));
     expectInPlace(false);
   }
+  // Below the smallest size nothing follows, nor is anything lost.
+  resizeTo({420, 260});
   selectByTab(0);
-  resizeTo(first.width(), first.height());
-  EXPECT_EQ(places(), before);
+  resizeTo(first);
+  EXPECT_TRUE(form()->geometry() == before);
   EXPECT_EQ(message(), QString("-"));
 }
 
-TEST_F(Layout, GivesTheListTheFormsPlace) {
-  ASSERT_TRUE(start());
-  const int beside = listForm()->width();
-  const int formWidth = form()->width();
-  click(mainControl("cmdEspandi"));
-  EXPECT_EQ(listForm()->width(), beside + formWidth);
-  EXPECT_FALSE(form()->isVisible());
-  click(mainControl("cmdEspandi"));
-  EXPECT_NEAR(listForm()->width(), beside, 1);
-  EXPECT_TRUE(form()->isVisible());
-}
-
-TEST_F(Layout, StopsAtTheSmallestSize) {
-  ASSERT_TRUE(start());
-  const QString before = places();
-  resizeTo(500, 320);
-  const QString small = places();
-  resizeTo(420, 260);
-  EXPECT_EQ(places(), small);
-  selectByTab(2);
-  trigger("mnuMaxExtension");
-  trigger("mnuMaxExtension");
-  selectByTab(0);
-  resizeTo(1004, 690);
-  resizeTo(1300, 900);
-  takeGaps();
-  expectInPlace(false);
-  EXPECT_EQ(message(), QString("-"));
-}
-
-TEST_F(Layout, IsRestoredFromTheSettings) {
+TEST_F(Layout, IsBroughtBackOntoTheScreen) {
   const struct {
-    const char* key;
-    const char* value;
-    std::function<int()> place;
-    int expected;
-  } cases[] = {
-      {"Win_Lar", "100", [] { return platform::Width(window()); }, 3000},
-      {"Win_Lar", "18000", [] { return platform::Width(window()); }, 18000},
-      {"Win_Lar", "molto", [] { return platform::Width(window()); }, 3000},
-      {"Win_Alt", "100", [] { return platform::Height(window()); }, 3000},
-      {"Win_Alt", "12000", [] { return platform::Height(window()); }, 12000},
-      {"Win_X", "-100", [] { return platform::Left(window()); }, 0},
-      {"Win_X", "1500", [] { return platform::Left(window()); }, 1500},
-      {"Win_X", "999999", [] { return platform::Left(window()); }, 0},
-      {"Win_Y", "-100", [] { return platform::Top(window()); }, 0},
-      {"Win_Y", "750", [] { return platform::Top(window()); }, 750},
-      {"Win_Y", "999999", [] { return platform::Top(window()); }, 0},
-      {"Win_Stato", "2", [] { return static_cast<int>(window()->isMaximized()); }, 1},
-      {"Win_Stato", "1", [] { return static_cast<int>(window()->isMinimized()); }, 1},
-  };
-  const QByteArray settings = [this] {
-    QFile file(folder_.path("tvx.ini"));
-    file.open(QIODevice::ReadOnly);
-    return file.readAll();
-  }();
+    const char *x, *y, *width, *height;
+    QRect place;  // pixels
+  } cases[] = {{"-100", "999999", "100", "molto", {0, 0, 200, 200}},
+               {"999999", "-1", "18000", "12000", {0, 0, 1200, 800}},
+               {"1500", "750", "18000", "100", {100, 50, 1200, 200}}};
   for (const auto& c : cases) {
-    SCOPED_TRACE(std::string(c.key) + ' ' + c.value);
-    folder_.writeFile("tvx.ini", settings);
-    folder_.set("Application", c.key, c.value);
+    folder_.set("Application", "Win_X", c.x);
+    folder_.set("Application", "Win_Y", c.y);
+    folder_.set("Application", "Win_Lar", c.width);
+    folder_.set("Application", "Win_Alt", c.height);
     ASSERT_TRUE(start());
-    EXPECT_EQ(c.place(), c.expected);
+    EXPECT_TRUE(QRect(window()->pos(), window()->size()) == c.place) << c.x;
     end();
   }
   folder_.set("Application", "Win_RePos", "0");
-  folder_.set("Application", "Win_Lar", "18000");
   ASSERT_TRUE(start());
-  EXPECT_NE(platform::Width(window()), 18000);
-  const QRect screen = window()->screen()->geometry();
   // A desktop may move what stands outside its screen by the width of a frame.
-  EXPECT_NEAR(window()->x(), (screen.width() - window()->width()) / 2, 4);
+  EXPECT_NEAR(window()->x(), (window()->screen()->size().width() - window()->width()) / 2, 4);
 }
 
 TEST_F(Layout, IsWrittenAtTheEndOfTheProgram) {
-  const struct {
-    const char* way;
-    std::function<void()> leave;
-  } cases[] = {
-      {"menu", [] { action("mnuFileChiudi")->trigger(); }},
-      {"bar", [] { QTest::mouseClick(mainControl("cmdBar(3)"), Qt::LeftButton); }},
-      {"window",
-       [] {
-         QCloseEvent close;
-         QSpontaneKeyEvent::setSpontaneous(&close);
-         qApp->notify(window(), &close);
-       }},
+  const auto place = [this] {
+    QStringList values;
+    for (const char* key : {"Win_X", "Win_Y", "Win_Alt", "Win_Lar", "Win_Stato"}) {
+      values << folder_.setting("Application", key);
+    }
+    return values.join(' ');
   };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.way);
+  const std::function<void()> ways[] = {
+      [] { action("mnuFileChiudi")->trigger(); },
+      [] {
+        QCloseEvent close;
+        QSpontaneKeyEvent::setSpontaneous(&close);
+        qApp->notify(window(), &close);
+      },
+  };
+  for (const auto& way : ways) {
     ASSERT_TRUE(start());
     window()->move(40, 30);
     window()->resize(1100, 720);
+    const QString before = boxText("txtTitolo");
     enter("txtTitolo");
-    press(Qt::Key_A, Qt::ControlModifier);
-    type(c.way);
-    EXPECT_EQ(runUntilEnd(c.leave), 0);
-    for (const char* key : {"Win_X", "Win_Y", "Win_Alt", "Win_Lar", "Win_Stato"}) {
-      const QMap<QString, QString> expected = {{"Win_X", "600"},
-                                               {"Win_Y", "450"},
-                                               {"Win_Alt", "10800"},
-                                               {"Win_Lar", "16500"},
-                                               {"Win_Stato", "0"}};
-      EXPECT_EQ(folder_.setting("Application", key), expected[key]) << key;
-    }
-    EXPECT_EQ(folder_.found("SELECT Titolo FROM MAIN ORDER BY ID LIMIT 1"), QString(c.way));
+    type("x");
+    EXPECT_EQ(runUntilEnd(way), 0);
+    EXPECT_EQ(place(), QString("600 450 10800 16500 0"));
+    EXPECT_NE(folder_.found("SELECT Titolo FROM MAIN ORDER BY ID LIMIT 1"), before);
     EXPECT_FALSE(platform::forms().isLoaded("frmGrid"));
     end();
   }
@@ -216,9 +142,11 @@ TEST_F(Layout, IsWrittenAtTheEndOfTheProgram) {
   EXPECT_EQ(window()->pos(), QPoint(40, 30));
   EXPECT_EQ(window()->size(), QSize(1100, 720));
   window()->showMaximized();
-  runUntilEnd(cases[0].leave);
-  EXPECT_EQ(folder_.setting("Application", "Win_Stato"), QString("2"));
-  EXPECT_EQ(folder_.setting("Application", "Win_Lar"), QString("16500"));
+  runUntilEnd(ways[0]);
+  EXPECT_TRUE(place().endsWith(" 10800 16500 2"));
+  end();
+  ASSERT_TRUE(start());
+  EXPECT_TRUE(window()->isMaximized());
   EXPECT_EQ(message(), QString("-"));
 }
 
