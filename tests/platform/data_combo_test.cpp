@@ -2,12 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractItemModelTester>
 #include <QAbstractItemView>
-#include <QSignalSpy>
 #include <QWheelEvent>
 
 #include "desk.h"
-#include "value_archive.h"
+#include "grid_archive.h"
 
 namespace platform {
 namespace {
@@ -20,197 +20,113 @@ class DataComboTest : public ::testing::Test {
   }
 
   qlonglong key() { return combo_->Value().toLongLong(); }
-  void pressInList(Qt::Key key) {
-    QTest::keyClick(combo_->view(), key);
-    QCoreApplication::sendPostedEvents();
-  }
   void wheel() {
     QWheelEvent event(QPointF(5, 5), combo_->mapToGlobal(QPointF(5, 5)), QPoint(), QPoint(0, -120),
                       Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
     QCoreApplication::sendEvent(combo_.get(), &event);
   }
 
-  static ValueArchive::Values publishers(const QString& first) {
-    return {{first, 7},
-            {QStringLiteral("Einaudi"), 3},
-            {QStringLiteral("El Aleph"), 4},
-            {QStringLiteral("Elliot"), 5}};
-  }
-  ValueArchive archive_{publishers(QStringLiteral("Adelphi"))};
+  GridArchive archive_;
   LookupListPtr list_ = archive_.list();
   Desk<DataCombo> combo_;
 };
 
 TEST_F(DataComboTest, ShowsStoredKeysWithoutReadingTheList) {
-  const struct {
-    QVariant stored;
-    qlonglong key;
-    QString text;
-  } cases[] = {
-      {7, 7, QStringLiteral("Adelphi")},
-      {QVariant(), 0, QString()},
-      {99, 99, QString()},
-      {0, 0, QString()},
-  };
-  for (const bool loaded : {false, true}) {
-    if (loaded) combo_->SetDroppedDown(true);
-    combo_->SetDroppedDown(false);
-    for (const auto& c : cases) {
-      combo_->ShowValue(c.stored);
-      EXPECT_EQ(key(), c.key);
-      EXPECT_EQ(combo_->currentText(), c.text);
+  const std::pair<QVariant, const char*> cases[] = {{7, "Adelphi"}, {QVariant(), ""}, {99, ""}};
+  for (const bool down : {false, true}) {
+    for (const auto& [stored, text] : cases) {
+      combo_->ShowValue(stored);
+      combo_->SetDroppedDown(down);
+      EXPECT_EQ(key(), stored.toLongLong());
+      EXPECT_EQ(combo_->currentText(), text);
       EXPECT_FALSE(combo_->DataChanged());
     }
-    EXPECT_EQ(archive_.loads, loaded ? 1 : 0);
+    EXPECT_EQ(archive_.loads, down ? 1 : 0);
   }
-}
-
-// The form drops the list down at a key, which the combo gets afterwards.
-TEST_F(DataComboTest, MovesInTheListThatAKeyHasOpened) {
-  combo_->ShowValue(7);
-  combo_->SetDroppedDown(true);
-  const int row = combo_->view()->currentIndex().row();
-  combo_.press(Qt::Key_Down);
-  EXPECT_EQ(combo_->view()->currentIndex().row(), row + 1);
-  EXPECT_EQ(key(), 7);
-  pressInList(Qt::Key_Return);
-  EXPECT_EQ(key(), 3);
-  EXPECT_TRUE(combo_->DataChanged());
 }
 
 TEST_F(DataComboTest, SelectsByTheBeginningThatIsTyped) {
-  QSignalSpy activated(combo_.get(), &QComboBox::activated);
-  combo_.type(QStringLiteral("EL"));
-  EXPECT_EQ(combo_->Text(), QStringLiteral("El Aleph"));
-  EXPECT_TRUE(combo_->DataChanged());
-  combo_.press(Qt::Key_Shift);
-  combo_.type(QStringLiteral("li"));
-  EXPECT_EQ(key(), 5);
-  combo_.type(QStringLiteral("x"));
-  EXPECT_EQ(key(), 5);
-  combo_.press(Qt::Key_Backspace);
-  combo_.press(Qt::Key_Backspace);
-  EXPECT_EQ(key(), 4);
-  combo_.type(QStringLiteral(" a"));
-  EXPECT_EQ(key(), 4);
-  EXPECT_FALSE(combo_->DroppedDown());
-  EXPECT_EQ(activated.count(), 4);
-}
-
-TEST_F(DataComboTest, ForgetsTheTypedBeginning) {
-  combo_.type(QStringLiteral("e"));
-  combo_.press(Qt::Key_Down);
-  EXPECT_EQ(key(), 4);
-  combo_.type(QStringLiteral("a"));
-  EXPECT_EQ(key(), 7);
-  combo_.leave();
-  combo_.enter();
-  combo_.type(QStringLiteral("e"));
-  EXPECT_EQ(key(), 3);
-  combo_.press(Qt::Key_F4);
-  QTest::keyClicks(combo_->view(), QStringLiteral("a"));
-  EXPECT_EQ(key(), 7);
-  combo_->SetDroppedDown(false);
-  combo_.type(QStringLiteral("e"));
-  EXPECT_EQ(key(), 3);
-}
-
-TEST_F(DataComboTest, GoesOnFromTheStoredValueByArrows) {
-  combo_->ShowValue(7);
-  combo_.press(Qt::Key_Down);
-  EXPECT_EQ(key(), 3);
-  EXPECT_TRUE(combo_->DataChanged());
-  combo_.press(Qt::Key_Home);
-  EXPECT_EQ(key(), 0);
-}
-
-TEST_F(DataComboTest, LetsTheFormHaveItsKeys) {
-  for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Escape, Qt::Key_F6}) {
-    QKeyEvent event(QEvent::KeyPress, key, Qt::NoModifier);
-    QCoreApplication::sendEvent(combo_.get(), &event);
-    EXPECT_FALSE(event.isAccepted()) << key;
-  }
-  EXPECT_FALSE(combo_->DataChanged());
-}
-
-TEST_F(DataComboTest, AcceptsTheRowOfTheOpenListByEnterAndTab) {
-  for (const Qt::Key leaving : {Qt::Key_Return, Qt::Key_Tab}) {
-    combo_.enter();
-    combo_->ShowValue(7);
-    combo_->SetDroppedDown(true);
-    EXPECT_EQ(combo_->view()->currentIndex().data().toString(), QStringLiteral("Adelphi"));
-    pressInList(Qt::Key_Down);
-    EXPECT_EQ(key(), 7);
-    pressInList(leaving);
-    EXPECT_FALSE(combo_->DroppedDown());
-    EXPECT_EQ(key(), 3);
-    EXPECT_TRUE(combo_->DataChanged());
-    EXPECT_EQ(combo_->hasFocus(), leaving == Qt::Key_Return);
-  }
-}
-
-TEST_F(DataComboTest, RestoresWhatWasThereByEscape) {
-  combo_->ShowValue(99);
-  combo_->SetDroppedDown(true);
-  QTest::keyClicks(combo_->view(), QStringLiteral("ell"));
-  EXPECT_EQ(key(), 5);
-  EXPECT_EQ(combo_->view()->currentIndex().row(), 4);
-  pressInList(Qt::Key_Escape);
-  EXPECT_FALSE(combo_->DroppedDown());
-  EXPECT_EQ(key(), 99);
-  EXPECT_EQ(combo_->Text(), QString());
-  EXPECT_FALSE(combo_->DataChanged());
-}
-
-TEST_F(DataComboTest, OpeningTheListChangesNothing) {
-  combo_->ShowValue(QVariant());
-  combo_->SetDroppedDown(true);
-  EXPECT_TRUE(combo_->DroppedDown());
-  EXPECT_GE(combo_->view()->width(), combo_->fontMetrics().horizontalAdvance("El Aleph"));
-  pressInList(Qt::Key_Return);
-  EXPECT_FALSE(combo_->DataChanged());
-}
-
-TEST_F(DataComboTest, ChoosesByText) {
   const struct {
-    QString text;
-    bool found;
+    const char* keys;
+    Qt::Key last;
     qlonglong key;
-  } cases[] = {
-      {QStringLiteral("einaudi"), true, 3},
-      {QStringLiteral("eina"), false, 0},
-      {QString(), true, 0},
+  } steps[] = {
+      {"EL", Qt::Key_Shift, 4},   {"li", Qt::Key_Shift, 5}, {"x", Qt::Key_Backspace, 5},
+      {"", Qt::Key_Backspace, 4}, {" a", Qt::Key_Down, 5},  {"a", Qt::Key_Shift, 7},
+      {"", Qt::Key_Home, 0},
   };
+  for (const auto& step : steps) {
+    combo_.type(step.keys);
+    combo_.press(step.last);
+    EXPECT_EQ(key(), step.key) << step.keys;
+    EXPECT_FALSE(combo_->DroppedDown());
+  }
+  combo_.type("e");
+  combo_.leave();
+  EXPECT_TRUE(combo_->DataChanged());
+  combo_.enter();
+  combo_.type("a");
+  EXPECT_EQ(key(), 7);
+}
+
+TEST_F(DataComboTest, TakesTheRowOfTheOpenListUnlessItIsGivenUp) {
+  const struct {
+    Qt::Key last;
+    qlonglong key;
+    bool stays;
+  } cases[] = {{Qt::Key_Return, 5, true}, {Qt::Key_Tab, 5, false}, {Qt::Key_Escape, 3, true}};
   for (const auto& c : cases) {
-    combo_->ShowValue(7);
-    EXPECT_EQ(combo_->SelectText(c.text), c.found);
+    combo_.enter();
+    combo_->ShowValue(3);
+    combo_->SetDroppedDown(true);
+    combo_.type("el a");
+    // The form drops the list down at a key, which the combo gets afterwards.
+    combo_.press(Qt::Key_Down);
+    EXPECT_EQ(combo_->view()->currentIndex().data(), "Elliot");
+    EXPECT_EQ(key(), 4);
+    QTest::keyClick(combo_->view(), c.last);
+    QCoreApplication::sendPostedEvents();
+    EXPECT_FALSE(combo_->DroppedDown());
     EXPECT_EQ(key(), c.key);
-    EXPECT_TRUE(combo_->DataChanged());
+    EXPECT_EQ(combo_->DataChanged(), c.key != 3);
+    EXPECT_EQ(combo_->hasFocus(), c.stays);
   }
 }
 
 TEST_F(DataComboTest, IgnoresTheWheelWithoutTheFocus) {
-  combo_->ShowValue(7);
+  combo_->ShowValue(4);
   combo_.leave();
   wheel();
-  EXPECT_EQ(key(), 7);
+  EXPECT_EQ(key(), 4);
   EXPECT_EQ(combo_->focusPolicy() & ~Qt::StrongFocus, 0);  // the wheel brings no focus either
   combo_.enter();
   wheel();
-  EXPECT_EQ(key(), 3);
+  EXPECT_EQ(key(), 5);
 }
 
-TEST_F(DataComboTest, AsksForItsTextAgainWhenTheListHasChanged) {
-  combo_->ShowValue(7);
-  combo_->SetDroppedDown(true);
-  archive_.set(publishers(QStringLiteral("Zanichelli")));
-  list_->invalidate();
-  EXPECT_FALSE(combo_->DroppedDown());
-  EXPECT_EQ(combo_->Text(), QStringLiteral("Zanichelli"));
-  EXPECT_FALSE(combo_->DataChanged());
-  combo_.type(QStringLiteral("z"));
-  EXPECT_EQ(key(), 7);
-  EXPECT_EQ(archive_.loads, 2);
+TEST_F(DataComboTest, FindsTextsInTheOrderOfTheList) {
+  const QAbstractItemModelTester tester(list_.get(),
+                                        QAbstractItemModelTester::FailureReportingMode::Fatal);
+  EXPECT_EQ(list_->rowOfKey(99), -1);
+  ASSERT_EQ(list_->rowCount(), 9);
+  for (int row = 0; row < list_->rowCount(); ++row) {
+    EXPECT_EQ(list_->rowOfKey(list_->keyAt(row)), row);
+    EXPECT_EQ(list_->rowOfText(list_->textAt(row).toUpper()), row);
+  }
+  const std::pair<const char*, const char*> beginnings[] = {
+      {"e", "Edizioni Èlite"},
+      {"edizioni è", "Edizioni Èlite"},
+      {"edizioni e", ""},
+      {"È", "èa"},
+      {"EIN", "Einaudi"},
+      {"l'", "L'Orma"},
+      {"[", "[*]"},
+      {"naudi", ""},
+  };
+  for (const auto& [text, found] : beginnings) {
+    EXPECT_EQ(list_->textAt(list_->rowOfPrefix(text)), found) << text;
+  }
+  EXPECT_EQ(list_->rowOfText("eina"), -1);
 }
 
 }  // namespace

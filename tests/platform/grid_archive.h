@@ -11,63 +11,63 @@ namespace platform {
 class GridArchive final {
  public:
   explicit GridArchive(int books = 3) {
-    database_ = store::CreateDatabase(folder_.filePath(QStringLiteral("libri.tvx")), schema(books));
+    database_ = store::CreateDatabase(folder_.filePath("libri.tvx"), schema(books));
   }
 
   store::Database& database() { return *database_; }
 
   store::RecordsetPtr books() {
-    return database_->OpenRecordset(
-        QStringLiteral("SELECT LIBRO.*, EDITORE.Nome FROM LIBRO LEFT JOIN EDITORE"
-                       " ON LIBRO.Editore = EDITORE.Id ORDER BY LIBRO.Id"),
-        store::RecordsetType::Dynaset);
+    return open(
+        "SELECT LIBRO.*, EDITORE.Nome FROM LIBRO LEFT JOIN EDITORE"
+        " ON LIBRO.Editore = EDITORE.Id ORDER BY LIBRO.Id");
   }
 
   // What the archive holds, asked for anew.
-  QVariant stored(int row, const QString& field) {
+  QString stored(int row, const QString& field) {
     const store::RecordsetPtr fresh = books();
-    return fresh->ValueAt(row, fresh->FieldIndex(field));
+    return fresh->ValueAt(row, fresh->FieldIndex(field)).toString();
   }
+
+  // The publishers, read when they are first asked for.
+  LookupListPtr list() {
+    const auto all = [this] {
+      ++loads;
+      return open("SELECT * FROM EDITORE ORDER BY Nome");
+    };
+    const auto textOf = [this](qint64 key) {
+      const auto row = open(QString("SELECT Nome FROM EDITORE WHERE Id = %1").arg(key));
+      return row->RecordCount() == 0 ? QString() : row->Value(0).toString();
+    };
+    return std::make_shared<LookupList>(LookupList::Source{all, "Id", "Nome", textOf});
+  }
+  int loads = 0;
 
   enum Place { Title, Year, Price, Bought, Length, Read, Publisher, Pages };
   QVector<GridColumn> columns() {
     using store::FieldKind;
-    return {
-        {QStringLiteral("Titolo"), QStringLiteral("Titolo"), 3000, true, cell(FieldKind::Text)},
-        {QStringLiteral("Anno"), QStringLiteral("Anno"), 0, true, cell(FieldKind::Short, "9999")},
-        {QStringLiteral("Prezzo"), QStringLiteral("Prezzo"), 900, true, cell(FieldKind::Number)},
-        {QStringLiteral("Acquisto"), QStringLiteral("Acquisto"), 0, true, cell(FieldKind::Date)},
-        {QStringLiteral("Durata"), QStringLiteral("Durata"), 0, true, cell(FieldKind::Time)},
-        {QStringLiteral("Letto"), QStringLiteral("Letto"), 0, true, cell(FieldKind::YesNo)},
-        {QStringLiteral("Editore"), QStringLiteral("Nome"), 1500, true, listCell()},
-        {QStringLiteral("Pagine"), QStringLiteral("Pagine"), 600, true,
-         cell(FieldKind::Long, "", false)},
-    };
+    return {column("Titolo", FieldKind::Text),
+            column("Anno", FieldKind::Short, "9999"),
+            column("Prezzo", FieldKind::Number),
+            column("Acquisto", FieldKind::Date),
+            column("Durata", FieldKind::Time),
+            column("Letto", FieldKind::YesNo),
+            {"Editore", "Nome", 1500, true, {FieldKind::Text, list(), "Editore", 0, {}, true}},
+            column("Pagine", FieldKind::Long)};
   }
 
  private:
-  static ColumnSetup cell(store::FieldKind kind, const char* mask = "", bool editable = true) {
-    return {kind, nullptr, {}, 0, QString::fromLatin1(mask), editable};
+  static GridColumn column(const QString& field, store::FieldKind kind, const QString& mask = {}) {
+    return {field, field, 0, true, {kind, nullptr, {}, 0, mask, true}};
   }
 
-  ColumnSetup listCell() {
-    const auto open = [this] {
-      return database_->OpenRecordset(QStringLiteral("SELECT * FROM EDITORE ORDER BY Nome"),
-                                      store::RecordsetType::Dynaset);
-    };
-    const LookupList::Source source{open, QStringLiteral("Id"), QStringLiteral("Nome"),
-                                    [](qint64) { return QString(); }};
-    return {store::FieldKind::Text,
-            std::make_shared<LookupList>(source),
-            QStringLiteral("Editore"),
-            0,
-            {},
-            true};
+  store::RecordsetPtr open(const QString& query) {
+    return database_->OpenRecordset(query, store::RecordsetType::Dynaset);
   }
 
   static QByteArray schema(int books) {
-    return "CREATE TABLE EDITORE (Id INTEGER PRIMARY KEY, Nome TEXT(20));"
-           "INSERT INTO EDITORE VALUES (7, 'Adelphi'), (8, 'Bompiani'), (9, 'Bur');"
+    return "CREATE TABLE EDITORE (Id INTEGER PRIMARY KEY, Nome TEXT(20) COLLATE ITALIANO);"
+           "INSERT INTO EDITORE VALUES (7, 'Adelphi'), (3, 'Einaudi'), (4, 'El Aleph'),"
+           " (5, 'Elliot'), (12, 'Edizioni Èlite'), (20, 'èa'), (21, 'L''Orma'), (22, '[*]');"
            "CREATE TABLE LIBRO (Id INTEGER PRIMARY KEY, Titolo TEXT(20), Anno SHORT,"
            " Prezzo DOUBLE, Acquisto DATE, Durata TIME, Letto YESNO, Editore LONG, Pagine LONG);"
            "CREATE UNIQUE INDEX LIBRO_1u ON LIBRO (Titolo);"

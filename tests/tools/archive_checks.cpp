@@ -2,33 +2,69 @@
 
 #include <gtest/gtest.h>
 
+#include <QHash>
+#include <QSet>
+
 #include "core/campi.h"
 #include "core/raccolte.h"
 
 namespace tavolix::builder {
 namespace {
 
-QSet<qint64> keysOf(store::Database& database, const QString& table, const QString& column) {
+void expectRecordsInTheirLists(store::Database& database) {
+  QHash<int, qint64> records;
   QSet<qint64> keys;
-  for (const QVariant& key : valuesOf(database, table, column)) keys.insert(key.toLongLong());
-  return keys;
+  const qint64 counter = rowsOf(database, "CONT", {"ID"}).first().first().toLongLong();
+  for (const QVariantList& row : rowsOf(database, "MAIN", {"TipoRac", "RacID"})) {
+    const qint64 key = row[1].toLongLong();
+    EXPECT_TRUE(key <= counter && !keys.contains(key)) << key;
+    keys << key;
+    ++records[row[0].toInt()];
+  }
+  for (int i = 0; i < kRaccoltePrincipali; ++i) {
+    EXPECT_EQ(countOf(database, aRaccolte(i).sQuery), records[i]) << i;
+    EXPECT_EQ(countOf(database, aRaccolte(i).sTabDettaglio), records[i]) << i;
+  }
 }
 
-// The lists that hold each row of TAB, as "CODE:COLLECTION".
-QHash<qint64, QString> listOfKey(store::Database& database) {
-  QHash<qint64, QString> lists;
-  const QStringList columns = {QStringLiteral("ID"), QStringLiteral("TipoTab"),
-                               QStringLiteral("TipoRac")};
-  for (const QVariantList& row : rowsOf(database, QStringLiteral("TAB"), columns)) {
-    lists.insert(row[0].toLongLong(), row[1].toString() + u':' + row[2].toString());
+void expectChildrenHaveParents(store::Database& database) {
+  for (int i = 0; i < kRaccoltePrincipali; ++i) {
+    if (aRaccolte(i).iSottoRaccolta < 0) continue;
+    const tRaccolta& child = aRaccolte(aRaccolte(i).iSottoRaccolta);
+    const auto parents = rowsOf(database, aRaccolte(i).sTabDettaglio, {aRaccolte(i).sCampoID});
+    for (const auto& row : rowsOf(database, child.sTabPrincipale, {child.sCampoPadre})) {
+      ASSERT_TRUE(parents.contains(row)) << qPrintable(child.sNome);
+    }
   }
-  return lists;
+}
+
+void expectChoicesInTheirLists(store::Database& database) {
+  QHash<qint64, QString> lists;  // of each key
+  QSet<QString> withDefault;
+  for (const auto& row : rowsOf(database, "TAB", {"ID", "TipoTab", "TipoRac", "Default"})) {
+    const QString list = row[1].toString() + row[2].toString();
+    lists[row[0].toLongLong()] = list;
+    EXPECT_FALSE(row[3] != 0 && withDefault.contains(list)) << qPrintable(list);
+    if (row[3] != 0) withDefault << list;
+  }
+  EXPECT_FALSE(withDefault.isEmpty());
+  for (int i = 0; i < kRaccolte; ++i) {
+    QStringList columns;
+    for (int j = 0; j < iNumeroCampi(i); ++j) columns << aCampi(i, j).sCampoDB;
+    for (const QVariantList& record : rowsOf(database, aRaccolte(i).sQuery, columns)) {
+      for (int j = 0; j < iNumeroCampi(i); ++j) {
+        const tCampo& campo = aCampi(i, j);
+        if (campo.sTipo != CBO || record[j] == 0) continue;
+        ASSERT_EQ(lists[record[j].toLongLong()], campo.sCodTab + QString::number(campo.iRacTab));
+      }
+    }
+  }
 }
 
 }  // namespace
 
 QString sourceData() {
-  return qEnvironmentVariable("TAVOLIX_SOURCE") + QStringLiteral("/data");
+  return qEnvironmentVariable("TAVOLIX_SOURCE") + "/data";
 }
 
 qint64 countOf(store::Database& database, const QString& source) {
@@ -38,96 +74,19 @@ qint64 countOf(store::Database& database, const QString& source) {
 QVector<QVariantList> rowsOf(store::Database& database, const QString& source,
                              const QStringList& columns) {
   const auto rows = database.OpenRecordset(source, store::RecordsetType::Snapshot);
-  QVector<int> fields;
-  for (const QString& column : columns) fields.append(rows->FieldIndex(column));
-  QVector<QVariantList> all;
-  for (qint64 i = 0; i < rows->RecordCount(); ++i) {
-    QVariantList values;
-    for (const int field : fields) values.append(rows->ValueAt(i, field));
-    all.append(values);
+  QVector<QVariantList> all(rows->RecordCount());
+  for (const QString& column : columns) {
+    const int field = rows->FieldIndex(column);
+    for (qint64 i = 0; i < all.size(); ++i) all[i] << rows->ValueAt(i, field);
   }
   return all;
 }
 
-QVector<QVariantList> recordsOf(store::Database& database, int collection) {
-  QStringList columns;
-  for (int j = 0; j < iNumeroCampi(collection); ++j) {
-    columns.append(aCampi(collection, j).sCampoDB);
-  }
-  return rowsOf(database, aRaccolte(collection).sQuery, columns);
-}
-
-QVariantList valuesOf(store::Database& database, const QString& source, const QString& column) {
-  QVariantList values;
-  for (const QVariantList& row : rowsOf(database, source, {column})) values.append(row[0]);
-  return values;
-}
-
-void expectEveryRecordInItsList(store::Database& database) {
-  QHash<int, qint64> records;
-  const QString main = QStringLiteral("MAIN");
-  for (const QVariant& collection : valuesOf(database, main, QStringLiteral("TipoRac"))) {
-    ++records[collection.toInt()];
-  }
-  for (int i = 0; i < kRaccoltePrincipali; ++i) {
-    EXPECT_EQ(countOf(database, aRaccolte(i).sQuery), records.take(i)) << i;
-    EXPECT_EQ(countOf(database, aRaccolte(i).sQuery), countOf(database, aRaccolte(i).sTabDettaglio))
-        << i;
-  }
-  EXPECT_TRUE(records.isEmpty());
-}
-
-void expectChildrenHaveParents(store::Database& database) {
-  for (int i = 0; i < kRaccoltePrincipali; ++i) {
-    if (aRaccolte(i).iSottoRaccolta < 0) continue;
-    const tRaccolta& child = aRaccolte(aRaccolte(i).iSottoRaccolta);
-    const QSet<qint64> parents =
-        keysOf(database, aRaccolte(i).sTabDettaglio, aRaccolte(i).sCampoID);
-    for (const QVariant& parent : valuesOf(database, child.sTabPrincipale, child.sCampoPadre)) {
-      ASSERT_TRUE(parents.contains(parent.toLongLong())) << qPrintable(child.sNome);
-    }
-  }
-}
-
-void expectLookupsInTheirLists(store::Database& database) {
-  const QHash<qint64, QString> lists = listOfKey(database);
-  for (int i = 0; i < kRaccolte; ++i) {
-    for (const QVariantList& record : recordsOf(database, i)) {
-      for (int j = 0; j < iNumeroCampi(i); ++j) {
-        const tCampo& campo = aCampi(i, j);
-        if (campo.sTipo != QLatin1String(CBO) || record[j].toLongLong() == 0) continue;
-        ASSERT_EQ(lists.value(record[j].toLongLong()),
-                  campo.sCodTab + u':' + QString::number(campo.iRacTab));
-      }
-    }
-  }
-}
-
-void expectCounterCoversKeys(store::Database& database) {
-  const QVariantList counter = valuesOf(database, QStringLiteral("CONT"), QStringLiteral("ID"));
-  ASSERT_EQ(counter.size(), 1);
-  const QVariantList used = valuesOf(database, QStringLiteral("MAIN"), QStringLiteral("RacID"));
-  QSet<qint64> keys;
-  for (const QVariant& key : used) {
-    EXPECT_LE(key.toLongLong(), counter[0].toLongLong());
-    EXPECT_GT(key.toLongLong(), 0);
-    keys.insert(key.toLongLong());
-  }
-  EXPECT_EQ(keys.size(), used.size());
-}
-
-void expectOneDefaultAList(store::Database& database) {
-  QSet<QString> lists;
-  const QStringList columns = {QStringLiteral("TipoTab"), QStringLiteral("TipoRac"),
-                               QStringLiteral("Default")};
-  for (const QVariantList& row : rowsOf(database, QStringLiteral("TAB"), columns)) {
-    ASSERT_TRUE(row[2] == -1 || row[2] == 0);
-    if (row[2] == 0) continue;
-    const QString list = row[0].toString() + row[1].toString();
-    EXPECT_FALSE(lists.contains(list)) << qPrintable(list);
-    lists.insert(list);
-  }
-  EXPECT_FALSE(lists.isEmpty());
+void expectConsistent(store::Database& database) {
+  EXPECT_TRUE(database.IntegrityCheck());
+  expectRecordsInTheirLists(database);
+  expectChildrenHaveParents(database);
+  expectChoicesInTheirLists(database);
 }
 
 }  // namespace tavolix::builder
