@@ -13,6 +13,7 @@
 #include "platform/message_box.h"
 #include "platform/single_instance.h"
 #include "platform/theme.h"
+#include "query/moduli_query.h"
 #include "workspace/frmmain.h"
 
 namespace {
@@ -40,6 +41,7 @@ int run(QApplication& application) {
   tavolix::RegistraArchivi();
   tavolix::RegistraFormAssist();
   tavolix::RegistraFormWorkspace();
+  tavolix::RegistraFormQuery();
   const QString commandLine = application.arguments().mid(1).join(u' ');
   const bool started = tavolix::bAvvia(commandLine);
   const int result = started ? QApplication::exec() : 1;

@@ -1,6 +1,8 @@
 #include "core/modcuore.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
+#include <QComboBox>
 #include <QLabel>
 #include <QTabWidget>
 
@@ -155,8 +157,11 @@ void ApriComboAttivo() {
   ignorando([] {
     QWidget* active = QApplication::focusWidget();
     if (active == nullptr || active->objectName().left(3).toUpper() != QLatin1String("CBO")) return;
-    auto* combo = dynamic_cast<platform::DataCombo*>(active);
-    if (combo != nullptr && !combo->DroppedDown()) combo->SetDroppedDown(true);
+    auto* combo = qobject_cast<QComboBox*>(active);
+    auto* list = dynamic_cast<platform::DataCombo*>(active);
+    const bool open =
+        list != nullptr ? list->DroppedDown() : combo != nullptr && combo->view()->isVisible();
+    if (combo != nullptr && !open) combo->showPopup();
   });
 }
 

@@ -68,11 +68,20 @@ void Form::Show() {
   }
 }
 
-void Form::ShowModal(Form* owner) {
+void Form::belongTo(Form* owner) {
   Load();
   if (owner != nullptr && owner->IsLoaded() && window_->parentWidget() == nullptr) {
     window_->setParent(owner->Window(), window_->windowFlags() | Qt::Dialog);
   }
+}
+
+void Form::ShowOver(Form* owner) {
+  belongTo(owner);
+  Show();
+}
+
+void Form::ShowModal(Form* owner) {
+  belongTo(owner);
   QPointer<QWidget> front = QApplication::activeWindow();
   if (front == nullptr && owner != nullptr && owner->IsLoaded()) front = owner->Window();
   {

@@ -36,6 +36,7 @@ class Form : public QObject {
   QWidget* Window();  // loads
 
   void Show();                  // modeless
+  void ShowOver(Form* owner);   // modeless, always above the owner's window
   void ShowModal(Form* owner);  // returns when the window has been hidden or closed
   void Hide();
   bool IsVisible() const;
@@ -74,6 +75,7 @@ class Form : public QObject {
   bool watchesKey(QObject* watched) const;
   bool takesShortcut(QKeyEvent& key);
   bool pressKey(QKeyEvent& key);
+  void belongTo(Form* owner);
   void standOver(const QWidget& front);
   static QPointer<QWidget>& inFront();
   void cameToFront();

@@ -277,15 +277,6 @@ void frmMain::mnuMaxExtension_Click() {
   setExtended(control<QPushButton>(QStringLiteral("cmdEspandi"))->isChecked());
 }
 
-void frmMain::mnuEliminaFiltro_Click() {
-  if (iRacCorr < 0) return;
-  Puntatore(kClessidra);
-  aRaccolte(iRacCorr).sFiltro.clear();
-  DBRefresh();
-  AbilitazionePannello();
-  Puntatore(kPuntatoreNormale);
-}
-
 void frmMain::SelezionaRaccolta(int iRac) {
   iSelRaccolta(iRac);
 }

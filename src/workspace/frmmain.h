@@ -49,6 +49,9 @@ class frmMain final : public platform::Form {
   void mnuFileChiudi_Click();
   void mnuCancellaMultiplo_Click();
   void mnuEliminaFiltro_Click();
+  void mnuModFiltra_Click();
+  void mnuModTrova_Click();
+  void mnuOrdina_Click();
   void mnuMaxExtension_Click();
   void mnuSottoraccolta_Click();
   void mnuVarieSalva_Click();

@@ -2,7 +2,7 @@
 
 #include "platform/form.h"
 #include "store/recordset.h"
-#include "workspace/entry_focus.h"
+#include "core/entry_focus.h"
 
 namespace platform {
 class DataControl;
@@ -19,7 +19,7 @@ class frmSub final : public platform::Form {
   frmSub();
 
   // Shows the rows of a sub-collection that belong to the current record of its parent collection.
-  void Carica(int iSub, int iPadre);
+  Q_INVOKABLE void Carica(int iSub, int iPadre);
   void CreaNuovo(bool bDuplica);
   // Writes what was typed in the current row. Failures are ignored.
   void Salva();

@@ -4,7 +4,7 @@
 
 #include "platform/form.h"
 #include "store/recordset.h"
-#include "workspace/entry_focus.h"
+#include "core/entry_focus.h"
 
 namespace platform {
 class DataControl;

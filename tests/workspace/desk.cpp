@@ -17,6 +17,7 @@
 #include "core/raccolte.h"
 #include "platform/bound_control.h"
 #include "platform/data_control.h"
+#include "query/moduli_query.h"
 #include "workspace/frmmain.h"
 #include "workspace/modrepos.h"
 
@@ -42,6 +43,7 @@ Desk::Desk() {
   RegistraArchivi();
   RegistraFormAssist();
   RegistraFormWorkspace();
+  RegistraFormQuery();
   MessageBoxSeam::reset();
   MessageBoxSeam::setNoWindow(true);
 }
@@ -65,6 +67,7 @@ void Desk::end() {
   DimenticaListe();
   RegistraFormAssist();
   RegistraFormWorkspace();
+  RegistraFormQuery();
 }
 
 QWidget* Desk::mainControl(const QString& name) {

@@ -1,7 +1,8 @@
-#include "workspace/entry_focus.h"
+#include "core/entry_focus.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QComboBox>
 #include <QToolButton>
 
 #include "core/modcuore.h"
@@ -55,8 +56,12 @@ bool EntryFocus::keyDown(int key) const {
     }
     used = true;
   }
-  if (!isLoneModifier(key) && !movesFocus(key)) ApriComboAttivo();
+  openList(key);
   return used;
+}
+
+void EntryFocus::openList(int key) {
+  if (!isLoneModifier(key) && !movesFocus(key)) ApriComboAttivo();
 }
 
 bool EntryFocus::holds(const QWidget* widget) const {
@@ -74,7 +79,8 @@ void EntryFocus::focusMoved(QWidget* from, QWidget* to) {
 }
 
 void EntryFocus::gotFocus(QWidget* control) {
-  if (platform::BoundControl::of(control) == nullptr) return;
+  const bool list = qobject_cast<QComboBox*>(control) != nullptr;
+  if (platform::BoundControl::of(control) == nullptr && !list) return;
   if (qobject_cast<platform::CheckBox*>(control) != nullptr) return;
   EvidenziaFocus(true);
   auto* digits = qobject_cast<platform::MaskedBox*>(control);

@@ -17,6 +17,8 @@ class EntryFocus final : public QObject {
   bool bInNote() const { return bInNote_; }
   // Enter goes to the next field; any key in a combo drops down its list. True if it is used up.
   bool keyDown(int key) const;
+  // The latter alone.
+  static void openList(int key);
 
  private:
   void focusMoved(QWidget* from, QWidget* to);

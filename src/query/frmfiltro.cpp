@@ -1,0 +1,233 @@
+#include "query/frmfiltro.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QDialog>
+#include <QGridLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QScopeGuard>
+#include <QSignalBlocker>
+
+#include "core/modcuore.h"
+#include "core/modutil.h"
+#include "core/raccolte.h"
+#include "platform/icons.h"
+
+namespace tavolix {
+namespace {
+
+enum Colonna { kAltro, kCampo, kCondizione, kValore };
+
+constexpr const char* kConnettori[] = {"", "e..", "o.."};
+
+QString indexed(const char* name, int index) {
+  return QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(index);
+}
+
+QPushButton* newButton(const char* name, const char* caption, const char* icon, QWidget* window) {
+  auto* push = new QPushButton(platform::icon(QString::fromLatin1(icon)),
+                               QString::fromUtf8(caption), window);
+  push->setObjectName(QString::fromLatin1(name));
+  push->setAutoDefault(false);
+  return push;
+}
+
+QHBoxLayout* newButtons(QWidget* window) {
+  auto* row = new QHBoxLayout;
+  row->addWidget(newButton("cmdFiltro", "Applica &filtro    ", "filtra", window));
+  row->addWidget(newButton("cmdAnnulla", "&Annulla ogni filtro ", "annulla-filtro", window));
+  row->addStretch(1);
+  row->addWidget(newButton("cmdAiuto", "Aiuto", "guida", window));
+  row->addWidget(newButton("cmdEsci", "&Esci    ", "esci", window));
+  return row;
+}
+
+}  // namespace
+
+frmFiltro::frmFiltro() : platform::Form(QStringLiteral("frmFiltro")) {}
+frmFiltro::~frmFiltro() = default;
+
+QWidget* frmFiltro::build() {
+  auto* window = new QDialog;
+  window->setWindowTitle(QStringLiteral("Filtro"));
+  window->setWindowIcon(platform::icon(QStringLiteral("filtra")));
+  auto* grid = new QGridLayout;
+  const std::pair<Colonna, const char*> heads[] = {
+      {kCampo, "Campo"}, {kCondizione, "Condizione"}, {kValore, "Valore"}};
+  for (const auto& [column, text] : heads) {
+    grid->addWidget(new QLabel(QString::fromLatin1(text), window), 0, column);
+  }
+  grid->setColumnStretch(kValore, 1);
+  grid->setColumnMinimumWidth(kValore, window->fontMetrics().horizontalAdvance(u'0') * 30);
+  auto* column = new QVBoxLayout(window);
+  column->addWidget(new QLabel(QStringLiteral("Visualizzare solo i record della raccolta corrente "
+                                              "che rispettano le seguenti caratteristiche:"),
+                               window));
+  column->addLayout(grid);
+  for (int i = 0; i < kRighe; ++i) {
+    buildRow(i, window);
+    grid->addWidget(window->findChild<QWidget*>(indexed("cboAltro", i)), i + 1, kAltro);
+    grid->addWidget(riga(i).Campo(), i + 1, kCampo);
+    grid->addWidget(riga(i).Condizioni(), i + 1, kCondizione);
+    grid->addLayout(riga(i).Valori(), i + 1, kValore);
+  }
+  column->addStretch(1);
+  column->addLayout(newButtons(window));
+  return window;
+}
+
+// The connector is made first: the Tab key goes from the left to the right.
+void frmFiltro::buildRow(int iRiga, QWidget* window) {
+  auto* altro = new QComboBox(window);
+  altro->setObjectName(indexed("cboAltro", iRiga));
+  auto* label = new QLabel(QStringLiteral("Connettore %1").arg(iRiga + 1), window);
+  label->setBuddy(altro);
+  label->hide();
+  altro->setMinimumWidth(altro->fontMetrics().horizontalAdvance(u'0') * 7);
+  QSizePolicy policy = altro->sizePolicy();
+  policy.setRetainSizeWhenHidden(true);
+  altro->setSizePolicy(policy);
+  altro->setVisible(iRiga == 1);
+  righe_.at(static_cast<std::size_t>(iRiga)) = std::make_unique<ControlliCondizione>(
+      ControlliCondizione::Nomi{"cbpCampo", QStringLiteral("(%1)").arg(iRiga)},
+      QStringLiteral(" %1").arg(iRiga + 1), window);
+}
+
+QComboBox& frmFiltro::cboAltro(int iRiga) {
+  return *control<QComboBox>(indexed("cboAltro", iRiga));
+}
+
+void frmFiltro::loaded() {
+  RegistraForm(*this);
+  iRaccolta_ = -1;
+  for (int i = 0; i < kRighe; ++i) connectRow(i);
+  const auto press = [this](const char* name, const std::function<void()>& action) {
+    connect(control<QPushButton>(QString::fromLatin1(name)), &QPushButton::clicked, this, action);
+  };
+  press("cmdFiltro", [this] { cmdFiltro_Click(); });
+  press("cmdAnnulla", [this] { applica({}); });
+  press("cmdEsci", [this] { Hide(); });
+  CollegaAiuto(*control<QPushButton>(QStringLiteral("cmdAiuto")));
+  focus_.watch(Window());
+}
+
+void frmFiltro::unloaded() {
+  DeregistraForm(*this);
+}
+
+void frmFiltro::connectRow(int iRiga) {
+  const auto chosen = &QComboBox::currentIndexChanged;
+  connect(&cboAltro(iRiga), chosen, this, [this, iRiga] { cboAltro_Click(iRiga); });
+  connect(riga(iRiga).Campo(), chosen, this, [this, iRiga] { cbpCampo_Click(iRiga); });
+  connect(riga(iRiga).Condizioni(), &QComboBox::activated, this,
+          [this, iRiga] { cboCondizione_Click(iRiga); });
+}
+
+void frmFiltro::Carica() {
+  if (iRacCorr == iRaccolta_ && IsLoaded()) return;
+  Load();
+  iRaccolta_ = iRacCorr;
+  for (int i = 0; i < kRighe; ++i) {
+    riga(i).CaricaCampi(iRacCorr);
+    const QSignalBlocker silence(&cboAltro(i));
+    cboAltro(i).clear();
+    for (const char* text : kConnettori) cboAltro(i).addItem(QString::fromLatin1(text));
+    cboAltro(i).setCurrentIndex(i == 0 ? 1 : 0);
+    cboAltro(i).setVisible(i == 1);
+    cbpCampo_Click(i);
+  }
+  riga(0).Campo()->setFocus();
+}
+
+bool frmFiltro::isActive(int iRiga) {
+  return iRiga == 0 || !cboAltro(iRiga).currentText().trimmed().isEmpty();
+}
+
+void frmFiltro::VisibilitaControlli(int iRiga) {
+  riga(iRiga).Mostra(iRaccolta_, isActive(iRiga));
+}
+
+void frmFiltro::cbpCampo_Click(int iRiga) {
+  const tCampo& campo = aCampi(iRaccolta_, riga(iRiga).iCampo());
+  riga(iRiga).Prepara(iRaccolta_, sCondizioniFiltro(campo.sTipo));
+  VisibilitaControlli(iRiga);
+  if (riga(iRiga).Condizioni()->isVisible()) riga(iRiga).Condizioni()->setFocus();
+}
+
+void frmFiltro::cboCondizione_Click(int iRiga) {
+  riga(iRiga).Valore(iRaccolta_)->setFocus();
+}
+
+void frmFiltro::cboAltro_Click(int iRiga) {
+  VisibilitaControlli(iRiga);
+  if (!isActive(iRiga)) {
+    switchOffBehind(iRiga);
+  } else if (iRiga + 1 < kRighe) {
+    cboAltro(iRiga + 1).setVisible(true);
+  }
+  if (riga(iRiga).Campo()->isVisible()) riga(iRiga).Campo()->setFocus();
+}
+
+void frmFiltro::switchOffBehind(int iRiga) {
+  for (int i = iRiga + 1; i < kRighe; ++i) {
+    const QSignalBlocker silence(&cboAltro(i));
+    cboAltro(i).setCurrentIndex(0);
+    cboAltro(i).setVisible(false);
+    VisibilitaControlli(i);
+  }
+}
+
+void frmFiltro::cmdFiltro_Click() {
+  QVector<RigaFiltro> attive;
+  QVector<int> places;
+  for (int i = 0; i < kRighe; ++i) {
+    if (!isActive(i)) continue;
+    attive.append({cboAltro(i).currentText(), riga(i).Letta()});
+    places.append(i);
+  }
+  const Esito esito =
+      ClausolaFiltro(iRaccolta_, {attive.constData(), static_cast<std::size_t>(attive.size())});
+  if (esito.sRifiuto.isEmpty()) {
+    applica(esito.sTesto);
+    return;
+  }
+  iMsg(esito.sRifiuto, 0);
+  riga(places.at(esito.iRiga)).Valore(iRaccolta_)->setFocus();
+}
+
+void frmFiltro::applica(const QString& sFiltro) {
+  aRaccolte(iRacCorr).sFiltro = sFiltro;
+  DBRefresh();
+  Hide();
+}
+
+bool frmFiltro::keyDown(int key, Qt::KeyboardModifiers) {
+  if (key == Qt::Key_Escape) {
+    Hide();
+    return true;
+  }
+  if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+    auto* button = qobject_cast<QPushButton*>(QApplication::focusWidget());
+    if (button != nullptr) {
+      button->click();
+    } else {
+      cmdFiltro_Click();
+    }
+    return true;
+  }
+  EntryFocus::openList(key);
+  return false;
+}
+
+// The window's box leaves the filter as it is, like the button.
+bool frmFiltro::queryUnload() {
+  Hide();
+  return false;
+}
+
+void RegistraFormFiltro() {
+  platform::forms().add(QStringLiteral("frmFiltro"), [] { return std::make_unique<frmFiltro>(); });
+}
+
+}  // namespace tavolix

@@ -1,0 +1,164 @@
+#include "query/frmordina.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QDialog>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QPushButton>
+#include <QRadioButton>
+
+#include "core/modcuore.h"
+#include "core/modutil.h"
+#include "core/raccolte.h"
+#include "platform/data_grid.h"
+#include "platform/icons.h"
+
+namespace tavolix {
+namespace {
+
+constexpr int kCampiOrdine = 3;
+constexpr int kCharacters = 28;
+constexpr const char* kLabels[kCampiOrdine] = {"Ordinare l'elenco per:", "poi per:", "poi per:"};
+
+struct Button {
+  const char* name;
+  const char* caption;
+  const char* tip;
+  const char* icon;
+};
+
+constexpr Button kButtons[] = {
+    {"cmdElabora", "&Ordina   ", "", "espandi"},
+    {"cmdEsci", "&Esci    ", "", "esci"},
+    {"cmdIdea", "", "Suggerimenti...", "suggerimenti"},
+    {"cmdAiuto", "", "Guida in linea", "guida"},
+};
+
+QVBoxLayout* newButtons(QWidget* window) {
+  auto* column = new QVBoxLayout;
+  for (const Button& button : kButtons) {
+    auto* push = new QPushButton(platform::icon(QString::fromLatin1(button.icon)),
+                                 QString::fromUtf8(button.caption), window);
+    push->setObjectName(QString::fromLatin1(button.name));
+    push->setToolTip(QString::fromUtf8(button.tip));
+    push->setAccessibleName(QString::fromUtf8(*button.caption == '\0' ? button.tip : ""));
+    push->setAutoDefault(false);
+    column->addWidget(push);
+  }
+  column->addStretch(1);
+  return column;
+}
+
+QGroupBox* newDirections(QWidget* window) {
+  auto* group = new QGroupBox(QStringLiteral("In modo"), window);
+  auto* row = new QHBoxLayout(group);
+  for (const auto& [name, caption] :
+       {std::pair{"optCresc", "Crescente"}, std::pair{"optDecr", "Decrescente"}}) {
+    auto* option = new QRadioButton(QString::fromLatin1(caption), group);
+    option->setObjectName(QString::fromLatin1(name));
+    row->addWidget(option);
+  }
+  group->findChild<QRadioButton*>(QStringLiteral("optCresc"))->setChecked(true);
+  return group;
+}
+
+platform::DataGrid& elenco() {
+  return *platform::forms()[QStringLiteral("frmGrid")].control<platform::DataGrid>(
+      QStringLiteral("grd"));
+}
+
+}  // namespace
+
+QString sClausolaOrdine(const QStringList& campi, bool bDecrescente) {
+  QString clausola;
+  for (const QString& campo : campi) {
+    if (campo.isEmpty()) continue;
+    clausola += clausola.isEmpty() ? QStringLiteral(" ORDER BY ") : QStringLiteral(", ");
+    clausola += campo;
+    if (bDecrescente) clausola += QStringLiteral(" DESC ");
+  }
+  return clausola;
+}
+
+frmOrdina::frmOrdina() : platform::Form(QStringLiteral("frmOrdina")) {}
+
+QWidget* frmOrdina::build() {
+  auto* window = new QDialog;
+  window->setWindowTitle(QStringLiteral("Ordine elenco"));
+  window->setWindowIcon(platform::icon(QStringLiteral("espandi")));
+  auto* form = new QFormLayout;
+  for (int i = 0; i < kCampiOrdine; ++i) {
+    auto* combo = new QComboBox(window);
+    combo->setObjectName(QStringLiteral("cboCampo(%1)").arg(i));
+    combo->setMinimumWidth(combo->fontMetrics().horizontalAdvance(u'0') * kCharacters);
+    combo->setMaxVisibleItems(20);
+    form->addRow(QString::fromLatin1(kLabels[i]), combo);
+  }
+  auto* left = new QVBoxLayout;
+  left->addLayout(form);
+  left->addWidget(newDirections(window));
+  left->addStretch(1);
+  auto* row = new QHBoxLayout(window);
+  row->addLayout(left, 1);
+  row->addLayout(newButtons(window));
+  return window;
+}
+
+QComboBox& frmOrdina::cboCampo(int indice) {
+  return *control<QComboBox>(QStringLiteral("cboCampo(%1)").arg(indice));
+}
+
+void frmOrdina::loaded() {
+  RegistraForm(*this);
+  for (int i = 0; i < kCampiOrdine; ++i) {
+    cboCampo(i).addItem({}, QString());
+    for (int column = 0; column < elenco().ColumnCount(); ++column) {
+      const platform::GridColumn shown = elenco().Column(column);
+      cboCampo(i).addItem(shown.caption, shown.dataField);
+    }
+  }
+  const auto press = [this](const char* name, const std::function<void()>& action) {
+    connect(control<QPushButton>(QString::fromLatin1(name)), &QPushButton::clicked, this, action);
+  };
+  press("cmdElabora", [this] { cmdElabora_Click(); });
+  press("cmdEsci", [this] { Unload(); });
+  CollegaAiuto(*control<QPushButton>(QStringLiteral("cmdAiuto")));
+  // The tips have no window yet.
+  Control(QStringLiteral("cmdIdea"))->setEnabled(platform::forms().has(QStringLiteral("frmSin")));
+  cboCampo(0).setFocus();
+}
+
+void frmOrdina::unloaded() {
+  DeregistraForm(*this);
+}
+
+void frmOrdina::cmdElabora_Click() {
+  QStringList campi;
+  for (int i = 0; i < kCampiOrdine; ++i) campi << cboCampo(i).currentData().toString();
+  const bool decrescente = control<QRadioButton>(QStringLiteral("optDecr"))->isChecked();
+  aRaccolte(iRacCorr).sOrdine = sClausolaOrdine(campi, decrescente);
+  DBRefresh();
+  Unload();
+}
+
+bool frmOrdina::keyDown(int key, Qt::KeyboardModifiers) {
+  if (key == Qt::Key_Escape) {
+    Unload();
+    return true;
+  }
+  if (key != Qt::Key_Return && key != Qt::Key_Enter) return false;
+  auto* button = qobject_cast<QPushButton*>(QApplication::focusWidget());
+  if (button != nullptr) {
+    button->click();
+  } else {
+    cmdElabora_Click();
+  }
+  return true;
+}
+
+void RegistraFormOrdina() {
+  platform::forms().add(QStringLiteral("frmOrdina"), [] { return std::make_unique<frmOrdina>(); });
+}
+
+}  // namespace tavolix

@@ -1,0 +1,253 @@
+#include "query/frmtrova.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QDialog>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScopeGuard>
+#include <QSet>
+
+#include "core/errore.h"
+#include "core/modcuore.h"
+#include "core/modmain.h"
+#include "core/modutil.h"
+#include "core/raccolte.h"
+#include "platform/data_control.h"
+#include "platform/data_grid.h"
+#include "platform/icons.h"
+#include "query/trova_view.h"
+
+namespace tavolix {
+namespace {
+
+using platform::forms;
+
+const QString kSub = QStringLiteral("frmSub");
+
+int sottoraccolta() {
+  return aRaccolte(iRacCorr).iSottoRaccolta;
+}
+
+// Keys of the parents of all child rows that meet a condition: the others need no look.
+QSet<qint64> parentsOf(const tRaccolta& sub, const QString& condition) {
+  QSet<qint64> parents;
+  const store::RecordsetPtr rows =
+      dbArc->OpenRecordset(QStringLiteral("SELECT ") + sub.sCampoPadre + QStringLiteral(" FROM ") +
+                               sub.sQuery + QStringLiteral(" WHERE ") + condition,
+                           store::RecordsetType::Snapshot);
+  for (qint64 i = 0; i < rows->RecordCount(); ++i) parents.insert(rows->ValueAt(i, 0).toLongLong());
+  rows->Close();
+  return parents;
+}
+
+}  // namespace
+
+frmTrova::frmTrova() : platform::Form(QStringLiteral("frmTrova")) {}
+frmTrova::~frmTrova() = default;
+
+QWidget* frmTrova::build() {
+  auto* window = new QDialog;
+  controlli_ = std::make_unique<ControlliCondizione>(
+      ControlliCondizione::Nomi{"cboCampo", QString()}, QString(), window);
+  buildTrovaWindow(*window, *controlli_);
+  return window;
+}
+
+void frmTrova::loaded() {
+  RegistraForm(*this);
+  connectControls();
+  focus_.watch(Window());
+}
+
+void frmTrova::unloaded() {
+  closeChildren();
+  DeregistraForm(*this);
+}
+
+void frmTrova::connectControls() {
+  const auto press = [this](const char* name, const std::function<void()>& action) {
+    connect(control<QPushButton>(QString::fromLatin1(name)), &QPushButton::clicked, this, action);
+  };
+  press("CSCmdBtn1", [this] { Cerca(kPrimo); });
+  press("cmdPrecedente", [this] { Cerca(kPrecedente); });
+  press("cmdSuccessivo", [this] { Cerca(kSuccessivo); });
+  press("CSCmdBtn2", [this] { Cerca(kUltimo); });
+  press("cmdEsci", [this] { Hide(); });
+  CollegaAiuto(*control<QPushButton>(QStringLiteral("cmdAiuto")));
+  connect(control<QRadioButton>(QStringLiteral("optRac")), &QRadioButton::clicked, this,
+          [this] { Carica(false); });
+  connect(control<QRadioButton>(QStringLiteral("optSubRac")), &QRadioButton::clicked, this,
+          [this] { Carica(true); });
+  connect(controlli_->Campo(), &QComboBox::currentIndexChanged, this, &frmTrova::cboCampo_Click);
+}
+
+void frmTrova::Carica(bool bSottoRaccolta) {
+  auto* optRac = control<QRadioButton>(QStringLiteral("optRac"));
+  auto* optSubRac = control<QRadioButton>(QStringLiteral("optSubRac"));
+  optRac->setText(QStringLiteral("Nella raccolta principale ") + aRaccolte(iRacCorr).sNome);
+  optSubRac->setEnabled(sottoraccolta() != -1);
+  if (sottoraccolta() != -1) {
+    optSubRac->setText(QStringLiteral("Nella sotto-raccolta ") + aRaccolte(sottoraccolta()).sNome);
+  }
+  (bSottoRaccolta ? optSubRac : optRac)->setChecked(true);
+  controlli_->CaricaCampi(iRaccolta());
+  cboCampo_Click();
+}
+
+int frmTrova::iRaccolta() {
+  const bool main = control<QRadioButton>(QStringLiteral("optRac"))->isChecked();
+  return main ? iRacCorr : sottoraccolta();
+}
+
+void frmTrova::cboCampo_Click() {
+  const int iRac = iRaccolta();
+  controlli_->Prepara(iRac, sCondizioniTrova(aCampi(iRac, controlli_->iCampo()).sTipo));
+  controlli_->Mostra(iRac, true);
+}
+
+QString frmTrova::sCreaCondizione() {
+  const int iRac = iRaccolta();
+  const Esito esito = CondizioneTrova(iRac, controlli_->Letta());
+  if (esito.sRifiuto.isEmpty()) return esito.sTesto;
+  iMsg(esito.sRifiuto, 0);
+  controlli_->Valore(iRac)->setFocus();
+  return {};
+}
+
+void frmTrova::Cerca(int iModoRicerca) {
+  protetto("frmTrova!Cerca", [&] {
+    const QString condition = sCreaCondizione();
+    if (condition.isEmpty() || !dbElenco().Recordset()) return;
+    // Another archive may be open since.
+    if (rsFigli_ != nullptr && !rsFigli_->IsOpen()) closeChildren();
+    // The record that is left is written first.
+    if (!dbForm(iRacCorr).writePending()) return;
+    if (iRaccolta() == iRacCorr) {
+      findInList(iModoRicerca, condition);
+    } else {
+      findInChildren(iModoRicerca, condition);
+    }
+  });
+}
+
+void frmTrova::findInList(int iModo, const QString& condition) {
+  store::Recordset& rs = *dbElenco().Recordset();
+  if (iModo == kSuccessivo) rs.FindNext(condition);
+  if (iModo == kPrecedente) rs.FindPrevious(condition);
+  if (iModo == kPrimo) rs.FindFirst(condition);
+  if (iModo == kUltimo) rs.FindLast(condition);
+  if (rs.NoMatch() || rs.Eof() || rs.Bof()) QApplication::beep();
+}
+
+void frmTrova::findInChildren(int iModo, const QString& condition) {
+  const store::RecordsetPtr rs = dbElenco().Recordset();
+  const store::RecordsetPtr clone = rs->Clone();
+  clone->SetBookmark(rs->Bookmark());
+  Puntatore(kClessidra);
+  const bool found = walk(*clone, iModo, condition);
+  Puntatore(kPuntatoreNormale);
+  if (!found) return;
+  rs->SetBookmark(clone->Bookmark());
+  clone->Close();
+  showChild();
+}
+
+bool frmTrova::stepOn(store::Recordset& clone, int iModo) const {
+  if (rsFigli_ == nullptr) {
+    if (iModo == kSuccessivo) clone.MoveNext();
+    if (iModo == kPrecedente) clone.MovePrevious();
+  }
+  return !clone.Eof() && !clone.Bof();
+}
+
+bool frmTrova::walk(store::Recordset& clone, int iModo, const QString& condition) {
+  const tRaccolta& sub = aRaccolte(sottoraccolta());
+  const QSet<qint64> parents = parentsOf(sub, condition);
+  const int key = clone.FieldIndex(sub.sRifPadre);
+  bool jumped = false;
+  if (iModo == kPrimo || iModo == kUltimo) {
+    closeChildren();
+    if (iModo == kPrimo) clone.MoveFirst();
+    if (iModo == kUltimo) clone.MoveLast();
+    iModo = iModo == kPrimo ? kSuccessivo : kPrecedente;
+    jumped = true;
+  }
+  while (jumped || stepOn(clone, iModo)) {
+    jumped = false;
+    const qint64 parent = clone.Value(key).toLongLong();
+    const QString sSql = QStringLiteral("SELECT * FROM ") + sub.sQuery + QStringLiteral(" WHERE ") +
+                         sub.sCampoPadre + u'=' + QString::number(parent);
+    if (sSqlFigli_ != sSql) closeChildren();
+    const bool worthALook = rsFigli_ != nullptr || parents.contains(parent);
+    if (worthALook && findChild(sSql, iModo, condition)) return true;
+    closeChildren();
+  }
+  return false;
+}
+
+bool frmTrova::findChild(const QString& sSql, int iModo, const QString& condition) {
+  if (rsFigli_ == nullptr) {
+    rsFigli_ = dbArc->OpenRecordset(sSql, store::RecordsetType::Snapshot);
+    sSqlFigli_ = sSql;
+    rsFigli_->FindFirst(condition);
+  } else if (iModo == kSuccessivo) {
+    rsFigli_->FindNext(condition);
+  } else {
+    rsFigli_->FindPrevious(condition);
+  }
+  return !rsFigli_->NoMatch();
+}
+
+void frmTrova::closeChildren() {
+  if (rsFigli_ != nullptr && rsFigli_->IsOpen()) rsFigli_->Close();
+  rsFigli_.reset();
+  sSqlFigli_.clear();
+}
+
+void frmTrova::showChild() {
+  platform::Form& frmSub = forms()[kSub];
+  const QString id = rsFigli_->Value(QStringLiteral("ID")).toString();
+  const int iPadre = iRacCorr;
+  iRacCorr = sottoraccolta();
+  const auto back = qScopeGuard([iPadre] { iRacCorr = iPadre; });
+  QMetaObject::invokeMethod(&frmSub, "Carica", Q_ARG(int, iRacCorr), Q_ARG(int, iPadre));
+  const auto rows = frmSub.part<platform::DataControl>(QStringLiteral("dbSubCurr"))->Recordset();
+  if (rows) {
+    auto* grid = frmSub.control<platform::DataGrid>(QStringLiteral("grdSub"));
+    rows->FindFirst(QStringLiteral("ID = ") + id);
+    grid->scrollTo(grid->currentIndex(), QAbstractItemView::PositionAtTop);
+  }
+  frmSub.ShowModal(&forms()[QStringLiteral("frmMain")]);
+}
+
+bool frmTrova::keyDown(int key, Qt::KeyboardModifiers) {
+  if (key == Qt::Key_Escape) {
+    Hide();
+    return true;
+  }
+  if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+    auto* button = qobject_cast<QPushButton*>(QApplication::focusWidget());
+    if (button != nullptr) {
+      button->click();
+    } else {
+      Cerca(kSuccessivo);
+    }
+    return true;
+  }
+  return false;
+}
+
+// The window's box hides it, like the button.
+bool frmTrova::queryUnload() {
+  Hide();
+  return false;
+}
+
+void RegistraFormTrova() {
+  forms().add(QStringLiteral("frmTrova"), [] { return std::make_unique<frmTrova>(); });
+}
+
+}  // namespace tavolix

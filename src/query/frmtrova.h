@@ -1,0 +1,55 @@
+#pragma once
+
+#include <memory>
+
+#include "core/entry_focus.h"
+#include "platform/form.h"
+#include "query/controlli_condizione.h"
+#include "store/recordset.h"
+
+namespace tavolix {
+
+// Moves the list to the next record that meets a condition, or that has a child row which does.
+// The user can work in the list while it is open.
+class frmTrova final : public platform::Form {
+  Q_OBJECT
+ public:
+  enum Modo { kSuccessivo, kPrecedente, kPrimo, kUltimo };
+
+  frmTrova();
+  ~frmTrova() override;
+
+  // Starts afresh on the current collection, or on its sub-collection.
+  Q_INVOKABLE void Carica(bool bSottoRaccolta);
+  void Cerca(int iModoRicerca);
+
+ private:
+  QWidget* build() override;
+  void loaded() override;
+  void unloaded() override;
+  bool queryUnload() override;
+  bool keyDown(int key, Qt::KeyboardModifiers modifiers) override;
+
+  void connectControls();
+  void cboCampo_Click();
+  int iRaccolta();
+  QString sCreaCondizione();
+  void findInList(int iModo, const QString& condition);
+  void findInChildren(int iModo, const QString& condition);
+  // Moves to a main record with a child that meets the condition; false if there is none.
+  bool walk(store::Recordset& clone, int iModo, const QString& condition);
+  bool stepOn(store::Recordset& clone, int iModo) const;
+  bool findChild(const QString& sSql, int iModo, const QString& condition);
+  void closeChildren();
+  void showChild();
+
+  std::unique_ptr<ControlliCondizione> controlli_;
+  EntryFocus focus_;
+  // The children that were found last: the next search goes on among them.
+  store::RecordsetPtr rsFigli_;
+  QString sSqlFigli_;
+};
+
+void RegistraFormTrova();
+
+}  // namespace tavolix

@@ -1,0 +1,55 @@
+// The commands that narrow, search and order the list.
+
+#include "core/modcuore.h"
+#include "core/modutil.h"
+#include "core/raccolte.h"
+#include "workspace/frmmain.h"
+
+namespace tavolix {
+namespace {
+
+platform::Form& form(const char* name) {
+  return platform::forms()[QString::fromLatin1(name)];
+}
+
+}  // namespace
+
+void frmMain::mnuModFiltra_Click() {
+  if (iRacCorr < 0) return;
+  Puntatore(kClessidra);
+  Salva();
+  platform::Form& frmFiltro = form("frmFiltro");
+  QMetaObject::invokeMethod(&frmFiltro, "Carica");
+  Puntatore(kPuntatoreNormale);
+  frmFiltro.ShowModal(this);
+  Show();
+  AbilitazionePannello();
+}
+
+void frmMain::mnuEliminaFiltro_Click() {
+  if (iRacCorr < 0) return;
+  Puntatore(kClessidra);
+  aRaccolte(iRacCorr).sFiltro.clear();
+  DBRefresh();
+  AbilitazionePannello();
+  Puntatore(kPuntatoreNormale);
+}
+
+void frmMain::mnuModTrova_Click() {
+  if (iRacCorr < 0) return;
+  Puntatore(kClessidra);
+  platform::Form& frmTrova = form("frmTrova");
+  frmTrova.Load();
+  QMetaObject::invokeMethod(&frmTrova, "Carica", Q_ARG(bool, false));
+  frmTrova.ShowOver(this);
+  Puntatore(kPuntatoreNormale);
+}
+
+void frmMain::mnuOrdina_Click() {
+  if (iRacCorr < 0) return;
+  Salva();
+  form("frmOrdina").ShowModal(this);
+  Show();
+}
+
+}  // namespace tavolix
