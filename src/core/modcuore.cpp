@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QLabel>
+#include <QScopeGuard>
 #include <QTabWidget>
 
 #include "core/errore.h"
@@ -61,10 +62,11 @@ qint64 lRecordElenco() {
 
 void DBRefresh() {
   protetto("modCuore!DBRefresh", [] {
+    // A clause that is refused stays in force until it is changed: the bar tells so in any case.
+    const auto told = qScopeGuard([] { AggiornaBarraStato(); });
     dbElenco().SetRecordSource(sTestoElenco(aRaccolte(iRacCorr)));
     dbElenco().Refresh();
     AggiornaRecordsetForm();
-    AggiornaBarraStato();
   });
 }
 

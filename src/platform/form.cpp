@@ -170,10 +170,10 @@ bool Form::takesShortcut(QKeyEvent& key) {
 }
 
 bool Form::pressKey(QKeyEvent& key) {
-  if (keyDown(key.key(), key.modifiers())) return true;
   QAbstractButton* button = key.modifiers() == Qt::AltModifier ? buttonOf(*window_, key) : nullptr;
-  if (button != nullptr) button->click();
-  return button != nullptr;
+  if (button == nullptr) return keyDown(key.key(), key.modifiers());
+  button->click();
+  return true;
 }
 
 bool Form::eventFilter(QObject* watched, QEvent* event) {

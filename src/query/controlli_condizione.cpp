@@ -1,6 +1,5 @@
 #include "query/controlli_condizione.h"
 
-#include <QComboBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QRegularExpressionValidator>
@@ -10,6 +9,7 @@
 #include "platform/check_box.h"
 #include "platform/data_combo.h"
 #include "platform/date_box.h"
+#include "platform/drop_down.h"
 #include "platform/record_model.h"
 #include "platform/text_box.h"
 
@@ -54,9 +54,10 @@ const QValidator* numbers(QObject* parent) {
 }  // namespace
 
 ControlliCondizione::ControlliCondizione(const Nomi& nomi, const QString& label, QWidget* window)
-    : campo_(placed(new QComboBox(window), QString::fromLatin1(nomi.campo) + nomi.suffix,
+    : campo_(placed(new platform::DropDown(window), QString::fromLatin1(nomi.campo) + nomi.suffix,
                     QStringLiteral("Campo") + label, kFieldCharacters)),
-      condizione_(placed(new QComboBox(window), QStringLiteral("cboCondizione") + nomi.suffix,
+      condizione_(placed(new platform::DropDown(window),
+                         QStringLiteral("cboCondizione") + nomi.suffix,
                          QStringLiteral("Condizione") + label, kConditionCharacters)),
       voce_(value(new platform::DataCombo(window), QStringLiteral("cboValore") + nomi.suffix,
                   QStringLiteral("Valore") + label)),

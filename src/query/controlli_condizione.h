@@ -4,13 +4,13 @@
 
 #include "query/condizione.h"
 
-class QComboBox;
 class QHBoxLayout;
 
 namespace platform {
 class CheckBox;
 class DataCombo;
 class DateBox;
+class DropDown;
 class TextBox;
 }  // namespace platform
 
@@ -28,8 +28,8 @@ class ControlliCondizione final {
   // Makes them as children of a window; `label` tells screen readers what they belong to.
   ControlliCondizione(const Nomi& nomi, const QString& label, QWidget* window);
 
-  QComboBox* Campo() const { return campo_; }
-  QComboBox* Condizioni() const { return condizione_; }
+  platform::DropDown* Campo() const { return campo_; }
+  platform::DropDown* Condizioni() const { return condizione_; }
   // The value controls side by side.
   QHBoxLayout* Valori() const { return valori_; }
 
@@ -45,8 +45,8 @@ class ControlliCondizione final {
   Condizione Letta() const;
 
  private:
-  QComboBox* campo_;
-  QComboBox* condizione_;
+  platform::DropDown* campo_;
+  platform::DropDown* condizione_;
   platform::DataCombo* voce_;
   platform::TextBox* testo_;
   platform::DateBox* data_;

@@ -10,8 +10,10 @@
 #include <QSignalBlocker>
 
 #include "core/modcuore.h"
+#include "core/modmain.h"
 #include "core/modutil.h"
 #include "core/raccolte.h"
+#include "platform/drop_down.h"
 #include "platform/icons.h"
 
 namespace tavolix {
@@ -79,7 +81,7 @@ QWidget* frmFiltro::build() {
 
 // The connector is made first: the Tab key goes from the left to the right.
 void frmFiltro::buildRow(int iRiga, QWidget* window) {
-  auto* altro = new QComboBox(window);
+  auto* altro = new platform::DropDown(window);
   altro->setObjectName(indexed("cboAltro", iRiga));
   auto* label = new QLabel(QStringLiteral("Connettore %1").arg(iRiga + 1), window);
   label->setBuddy(altro);
@@ -116,18 +118,30 @@ void frmFiltro::unloaded() {
   DeregistraForm(*this);
 }
 
+// The focus goes on where a row was taken from an open list; keys that go through the rows of a
+// closed one stay in it.
 void frmFiltro::connectRow(int iRiga) {
-  const auto chosen = &QComboBox::currentIndexChanged;
-  connect(&cboAltro(iRiga), chosen, this, [this, iRiga] { cboAltro_Click(iRiga); });
-  connect(riga(iRiga).Campo(), chosen, this, [this, iRiga] { cbpCampo_Click(iRiga); });
-  connect(riga(iRiga).Condizioni(), &QComboBox::activated, this,
-          [this, iRiga] { cboCondizione_Click(iRiga); });
+  const auto changed = &QComboBox::currentIndexChanged;
+  const auto picked = &platform::DropDown::picked;
+  auto* altro = static_cast<platform::DropDown*>(&cboAltro(iRiga));
+  connect(altro, changed, this, [this, iRiga] { cboAltro_Click(iRiga); });
+  connect(altro, picked, this, [this, iRiga] { goTo(riga(iRiga).Campo()); });
+  connect(riga(iRiga).Campo(), changed, this, [this, iRiga] { cbpCampo_Click(iRiga); });
+  connect(riga(iRiga).Campo(), picked, this, [this, iRiga] { goTo(riga(iRiga).Condizioni()); });
+  connect(riga(iRiga).Condizioni(), picked, this,
+          [this, iRiga] { goTo(riga(iRiga).Valore(iRaccolta_)); });
+}
+
+void frmFiltro::goTo(QWidget* control) {
+  if (control->isVisible()) control->setFocus();
 }
 
 void frmFiltro::Carica() {
-  if (iRacCorr == iRaccolta_ && IsLoaded()) return;
   Load();
+  riga(0).Campo()->setFocus();
+  if (iRacCorr == iRaccolta_ && sPathArc == sArchivio_) return;
   iRaccolta_ = iRacCorr;
+  sArchivio_ = sPathArc;
   for (int i = 0; i < kRighe; ++i) {
     riga(i).CaricaCampi(iRacCorr);
     const QSignalBlocker silence(&cboAltro(i));
@@ -137,7 +151,6 @@ void frmFiltro::Carica() {
     cboAltro(i).setVisible(i == 1);
     cbpCampo_Click(i);
   }
-  riga(0).Campo()->setFocus();
 }
 
 bool frmFiltro::isActive(int iRiga) {
@@ -152,11 +165,6 @@ void frmFiltro::cbpCampo_Click(int iRiga) {
   const tCampo& campo = aCampi(iRaccolta_, riga(iRiga).iCampo());
   riga(iRiga).Prepara(iRaccolta_, sCondizioniFiltro(campo.sTipo));
   VisibilitaControlli(iRiga);
-  if (riga(iRiga).Condizioni()->isVisible()) riga(iRiga).Condizioni()->setFocus();
-}
-
-void frmFiltro::cboCondizione_Click(int iRiga) {
-  riga(iRiga).Valore(iRaccolta_)->setFocus();
 }
 
 void frmFiltro::cboAltro_Click(int iRiga) {
@@ -166,7 +174,6 @@ void frmFiltro::cboAltro_Click(int iRiga) {
   } else if (iRiga + 1 < kRighe) {
     cboAltro(iRiga + 1).setVisible(true);
   }
-  if (riga(iRiga).Campo()->isVisible()) riga(iRiga).Campo()->setFocus();
 }
 
 void frmFiltro::switchOffBehind(int iRiga) {

@@ -35,12 +35,12 @@ class frmFiltro final : public platform::Form {
   void buildRow(int iRiga, QWidget* window);
   void connectRow(int iRiga);
   void cbpCampo_Click(int iRiga);
-  void cboCondizione_Click(int iRiga);
   void cboAltro_Click(int iRiga);
   void cmdFiltro_Click();
   void applica(const QString& sFiltro);
   bool isActive(int iRiga);
   void switchOffBehind(int iRiga);
+  static void goTo(QWidget* control);
   QComboBox& cboAltro(int iRiga);
   const ControlliCondizione& riga(int iRiga) const {
     return *righe_.at(static_cast<std::size_t>(iRiga));
@@ -48,7 +48,8 @@ class frmFiltro final : public platform::Form {
 
   std::array<std::unique_ptr<ControlliCondizione>, kRighe> righe_;
   EntryFocus focus_;
-  int iRaccolta_ = -1;  // the rows were made for it
+  int iRaccolta_ = -1;  // the rows were made for it, and for this archive
+  QString sArchivio_;
 };
 
 void RegistraFormFiltro();

@@ -12,6 +12,7 @@
 #include "core/modutil.h"
 #include "core/raccolte.h"
 #include "platform/data_grid.h"
+#include "platform/drop_down.h"
 #include "platform/icons.h"
 
 namespace tavolix {
@@ -89,7 +90,7 @@ QWidget* frmOrdina::build() {
   window->setWindowIcon(platform::icon(QStringLiteral("espandi")));
   auto* form = new QFormLayout;
   for (int i = 0; i < kCampiOrdine; ++i) {
-    auto* combo = new QComboBox(window);
+    auto* combo = new platform::DropDown(window);
     combo->setObjectName(QStringLiteral("cboCampo(%1)").arg(i));
     combo->setMinimumWidth(combo->fontMetrics().horizontalAdvance(u'0') * kCharacters);
     combo->setMaxVisibleItems(20);

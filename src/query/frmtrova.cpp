@@ -17,6 +17,7 @@
 #include "core/raccolte.h"
 #include "platform/data_control.h"
 #include "platform/data_grid.h"
+#include "platform/drop_down.h"
 #include "platform/icons.h"
 #include "query/trova_view.h"
 
@@ -50,9 +51,12 @@ frmTrova::~frmTrova() = default;
 
 QWidget* frmTrova::build() {
   auto* window = new QDialog;
+  addWhere(*window);
+  QGroupBox* what = addWhat(*window);
   controlli_ = std::make_unique<ControlliCondizione>(
-      ControlliCondizione::Nomi{"cboCampo", QString()}, QString(), window);
-  buildTrovaWindow(*window, *controlli_);
+      ControlliCondizione::Nomi{"cboCampo", QString()}, QString(), what);
+  fillWhat(*what, *controlli_);
+  addSearchButtons(*window);
   return window;
 }
 
@@ -95,6 +99,7 @@ void frmTrova::Carica(bool bSottoRaccolta) {
   (bSottoRaccolta ? optSubRac : optRac)->setChecked(true);
   controlli_->CaricaCampi(iRaccolta());
   cboCampo_Click();
+  controlli_->Campo()->setFocus();
 }
 
 int frmTrova::iRaccolta() {
@@ -144,6 +149,7 @@ void frmTrova::findInList(int iModo, const QString& condition) {
 
 void frmTrova::findInChildren(int iModo, const QString& condition) {
   const store::RecordsetPtr rs = dbElenco().Recordset();
+  if (lRecordElenco() == 0) return;
   const store::RecordsetPtr clone = rs->Clone();
   clone->SetBookmark(rs->Bookmark());
   Puntatore(kClessidra);

@@ -1,11 +1,12 @@
 #include "query/trova_view.h"
 
-#include <QComboBox>
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QPushButton>
 #include <QRadioButton>
+#include <span>
 
+#include "platform/drop_down.h"
 #include "platform/icons.h"
 #include "query/controlli_condizione.h"
 
@@ -38,39 +39,51 @@ QPushButton* newButton(const Button& button, QWidget* window) {
   return push;
 }
 
-QGroupBox* newWhere(QWidget* window) {
-  auto* where = new QGroupBox(QStringLiteral("Dove cercare:"), window);
-  auto* column = new QVBoxLayout(where);
-  for (const char* name : {"optRac", "optSubRac"}) {
-    auto* option = new QRadioButton(where);
-    option->setObjectName(QString::fromLatin1(name));
-    column->addWidget(option);
-  }
-  where->findChild<QRadioButton*>(QStringLiteral("optSubRac"))
-      ->setText(QStringLiteral("Nella sotto-raccolta"));
-  return where;
+QHBoxLayout* newRow(std::span<const Button> buttons, QWidget* window) {
+  auto* row = new QHBoxLayout;
+  for (const Button& button : buttons) row->addWidget(newButton(button, window));
+  return row;
+}
+
+QVBoxLayout* columnOf(const QWidget& window) {
+  return static_cast<QVBoxLayout*>(window.layout());
 }
 
 }  // namespace
 
-void buildTrovaWindow(QWidget& window, const ControlliCondizione& controlli) {
+void addWhere(QWidget& window) {
   window.setWindowTitle(QStringLiteral("Trova"));
   window.setWindowIcon(platform::icon(QStringLiteral("trova")));
   auto* column = new QVBoxLayout(&window);
-  column->addWidget(newWhere(&window));
+  auto* where = new QGroupBox(QStringLiteral("Dove cercare:"), &window);
+  auto* options = new QVBoxLayout(where);
+  for (const char* name : {"optRac", "optSubRac"}) {
+    auto* option = new QRadioButton(QStringLiteral("Nella sotto-raccolta"), where);
+    option->setObjectName(QString::fromLatin1(name));
+    options->addWidget(option);
+  }
+  column->addWidget(where);
+}
+
+QGroupBox* addWhat(QWidget& window) {
   auto* what = new QGroupBox(QStringLiteral("Cosa cercare:"), &window);
-  auto* form = new QFormLayout(what);
+  columnOf(window)->addWidget(what);
+  return what;
+}
+
+void fillWhat(QGroupBox& what, const ControlliCondizione& controlli) {
+  auto* form = new QFormLayout(&what);
   form->addRow(QStringLiteral("Campo"), controlli.Campo());
   form->addRow(QStringLiteral("Condizione"), controlli.Condizioni());
   form->addRow(QStringLiteral("Valore"), controlli.Valori());
-  column->addWidget(what);
-  auto* search = new QHBoxLayout;
-  for (const Button& button : kSearch) search->addWidget(newButton(button, &window));
-  column->addLayout(search);
-  auto* others = new QHBoxLayout;
-  others->addStretch(1);
-  for (const Button& button : kOthers) others->addWidget(newButton(button, &window));
+}
+
+void addSearchButtons(QWidget& window) {
+  QVBoxLayout* column = columnOf(window);
+  column->addLayout(newRow(kSearch, &window));
   column->addStretch(1);
+  QHBoxLayout* others = newRow(kOthers, &window);
+  others->insertStretch(0, 1);
   column->addLayout(others);
 }
 

@@ -59,7 +59,7 @@ const TableInfo* Connection::table(const QString& name) const {
     readTable(*info);
     if (info->columns.isEmpty()) return nullptr;
     readIndexes(*info);
-    checkSmall(*info);
+    checkSmall(*info, "quick_check");
     found = tables_.insert(key, std::move(info));
   }
   return found->get();
@@ -151,16 +151,23 @@ void Connection::probeIndex(const TableInfo& table, const QString& index,
   if (found->executeStep()) throwDamaged(table.name, QStringLiteral("indice %1 errato").arg(index));
 }
 
-// Lists are read by indexes, which damage may have made lie. A table of a few thousand rows is
-// looked through in milliseconds; larger ones are checked as their lists are read.
-void Connection::checkSmall(const TableInfo& table) const {
+// Lists are read by indexes, which damage may have made lie.
+void Connection::trustIndexes(const TableInfo& table) const {
+  if (trusted_.contains(&table)) return;
+  checkSmall(table, "integrity_check");
+  trusted_.insert(&table);
+}
+
+// A table of a few thousand rows is looked through in milliseconds; larger ones are checked as
+// their lists are read.
+void Connection::checkSmall(const TableInfo& table, const char* how) const {
   guarded([&] {
     const QByteArray name = sql::quoteName(table.name);
     const Lease last = prepare("SELECT max(rowid) FROM " + name);
     if (!last->executeStep()) return;
     const qint64 rows = last->getColumn(0).getInt64();
     if (rows > mostRowsChecked || mostBytesOf(table, rows) > kMostBytesChecked) return;
-    const Lease check = prepare("PRAGMA integrity_check(" + name + ")");
+    const Lease check = prepare(QByteArray("PRAGMA ") + how + "(" + name + ")");
     if (!check->executeStep()) return;
     const QString found = columnValue(*check, 0).toString();
     if (found == QLatin1String("ok")) return;

@@ -174,6 +174,15 @@ sql::Statement Query::keys() const {
   return printer.take();
 }
 
+std::vector<const TableInfo*> Query::indexedTables() const {
+  std::vector<const TableInfo*> tables;
+  for (const Source& source : resolved_->from) {
+    const bool byNumber = source.join == sql::Join::Left && hasOneMatch(source);
+    if (source.table != nullptr && !byNumber) tables.push_back(source.table);
+  }
+  return tables;
+}
+
 std::vector<QByteArray> Query::tables() const {
   std::vector<QByteArray> names;
   for (const Source& source : resolved_->from) {

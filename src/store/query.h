@@ -17,6 +17,8 @@ class Query final {
   const QVector<FieldInfo>& fields() const { return fields_; }
   // Tables whose rows make up a row of the query, at most two; none if its rows have no keys.
   const std::vector<const sql::Source*>& keyTables() const { return keyTables_; }
+  // Tables that an index may be used on; the others are reached by their rows' numbers.
+  std::vector<const TableInfo*> indexedTables() const;
   // Names of all tables that are read, as the file has them.
   std::vector<QByteArray> tables() const;
   // Place in keyTables() of the table that holds a field, -1 if no such table does.

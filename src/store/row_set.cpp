@@ -49,6 +49,7 @@ RowSet::RowSet(std::shared_ptr<Connection> connection, const QString& source)
   slots_ = QVector<int>(query_.fields().size(), -1);
   whole_.statement = query_.rowByKeys(allFields(query_));
   const Connection::Reading reading(*connection_);
+  for (const TableInfo* table : query_.indexedTables()) connection_->trustIndexes(*table);
   if (query_.keyTables().empty()) {
     readResults();
     return;

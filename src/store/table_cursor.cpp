@@ -113,6 +113,8 @@ class TableCursor final : public Cursor {
           failure::kIndexNotFound,
           QStringLiteral("L'indice '%1' non esiste nella tabella %2").arg(name, table_.name));
     }
+    const bool isKey = found->columns == QVector<int>{table_.keyColumn};
+    if (!isKey) connection().trustIndexes(table_);
     index_ = *found;
     ahead_.clear();
   }

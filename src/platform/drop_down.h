@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QComboBox>
+
+namespace platform {
+
+// A list of fixed choices. While it is open, keys move in it; Enter takes the row and Escape leaves
+// what was there, and neither goes on to the window.
+class DropDown final : public QComboBox {
+  Q_OBJECT
+ public:
+  explicit DropDown(QWidget* parent = nullptr) : QComboBox(parent) {}
+
+  void showPopup() override;
+  void hidePopup() override;
+
+ Q_SIGNALS:
+  // A row was taken from the open list, by Enter or the mouse.
+  void picked();
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  bool ready_ = false;
+  bool open_ = false;
+};
+
+}  // namespace platform
