@@ -17,7 +17,7 @@ namespace tavolix {
 namespace {
 
 constexpr int kFieldCharacters = 18;
-constexpr int kConditionCharacters = 16;
+constexpr int kConditionCharacters = 22;
 
 // A combo box tells screen readers its text: its name has to be a label's.
 void nameForReaders(QWidget* control, const QString& name) {

@@ -86,7 +86,7 @@ void frmFiltro::buildRow(int iRiga, QWidget* window) {
   auto* label = new QLabel(QStringLiteral("Connettore %1").arg(iRiga + 1), window);
   label->setBuddy(altro);
   label->hide();
-  altro->setMinimumWidth(altro->fontMetrics().horizontalAdvance(u'0') * 7);
+  altro->setMinimumWidth(altro->fontMetrics().horizontalAdvance(u'0') * 9);
   QSizePolicy policy = altro->sizePolicy();
   policy.setRetainSizeWhenHidden(true);
   altro->setSizePolicy(policy);
