@@ -15,6 +15,7 @@
 #include "core/raccolte.h"
 #include "platform/drop_down.h"
 #include "platform/icons.h"
+#include "platform/push_button.h"
 
 namespace tavolix {
 namespace {
@@ -27,21 +28,14 @@ QString indexed(const char* name, int index) {
   return QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(index);
 }
 
-QPushButton* newButton(const char* name, const char* caption, const char* icon, QWidget* window) {
-  auto* push = new QPushButton(platform::icon(QString::fromLatin1(icon)),
-                               QString::fromUtf8(caption), window);
-  push->setObjectName(QString::fromLatin1(name));
-  push->setAutoDefault(false);
-  return push;
-}
-
 QHBoxLayout* newButtons(QWidget* window) {
   auto* row = new QHBoxLayout;
-  row->addWidget(newButton("cmdFiltro", "Applica &filtro    ", "filtra", window));
-  row->addWidget(newButton("cmdAnnulla", "&Annulla ogni filtro ", "annulla-filtro", window));
+  row->addWidget(platform::newButton({"cmdFiltro", "Applica &filtro    ", "", "filtra"}, window));
+  row->addWidget(
+      platform::newButton({"cmdAnnulla", "&Annulla ogni filtro ", "", "annulla-filtro"}, window));
   row->addStretch(1);
-  row->addWidget(newButton("cmdAiuto", "Aiuto", "guida", window));
-  row->addWidget(newButton("cmdEsci", "&Esci    ", "esci", window));
+  row->addWidget(platform::newButton({"cmdAiuto", "Aiuto", "", "guida"}, window));
+  row->addWidget(platform::newButton({"cmdEsci", "&Esci    ", "", "esci"}, window));
   return row;
 }
 

@@ -14,6 +14,7 @@
 #include "platform/data_grid.h"
 #include "platform/drop_down.h"
 #include "platform/icons.h"
+#include "platform/push_button.h"
 
 namespace tavolix {
 namespace {
@@ -22,14 +23,7 @@ constexpr int kCampiOrdine = 3;
 constexpr int kCharacters = 28;
 constexpr const char* kLabels[kCampiOrdine] = {"Ordinare l'elenco per:", "poi per:", "poi per:"};
 
-struct Button {
-  const char* name;
-  const char* caption;
-  const char* tip;
-  const char* icon;
-};
-
-constexpr Button kButtons[] = {
+constexpr platform::ButtonSpec kButtons[] = {
     {"cmdElabora", "&Ordina   ", "", "espandi"},
     {"cmdEsci", "&Esci    ", "", "esci"},
     {"cmdIdea", "", "Suggerimenti...", "suggerimenti"},
@@ -38,14 +32,8 @@ constexpr Button kButtons[] = {
 
 QVBoxLayout* newButtons(QWidget* window) {
   auto* column = new QVBoxLayout;
-  for (const Button& button : kButtons) {
-    auto* push = new QPushButton(platform::icon(QString::fromLatin1(button.icon)),
-                                 QString::fromUtf8(button.caption), window);
-    push->setObjectName(QString::fromLatin1(button.name));
-    push->setToolTip(QString::fromUtf8(button.tip));
-    push->setAccessibleName(QString::fromUtf8(*button.caption == '\0' ? button.tip : ""));
-    push->setAutoDefault(false);
-    column->addWidget(push);
+  for (const platform::ButtonSpec& button : kButtons) {
+    column->addWidget(platform::newButton(button, window));
   }
   column->addStretch(1);
   return column;

@@ -8,40 +8,33 @@
 
 #include "platform/drop_down.h"
 #include "platform/icons.h"
+#include "platform/push_button.h"
 #include "query/controlli_condizione.h"
 
 namespace tavolix {
 namespace {
 
-struct Button {
-  const char* name;
-  const char* caption;
-  const char* tip;
-};
+using platform::ButtonSpec;
 
-constexpr Button kSearch[] = {
+constexpr ButtonSpec kSearch[] = {
     {"CSCmdBtn1", "|<", "Cerca il primo"},
     {"cmdPrecedente", "&Prec.  ", "Cerca il precedente"},
     {"cmdSuccessivo", "  &Succ.", "Cerca il successivo"},
     {"CSCmdBtn2", ">|", "Cerca l'ultimo"},
 };
-constexpr Button kOthers[] = {
+constexpr ButtonSpec kOthers[] = {
     {"cmdAiuto", "Aiuto      ", ""},
     {"cmdEsci", "&Esci    ", ""},
 };
 
-QPushButton* newButton(const Button& button, QWidget* window) {
-  auto* push = new QPushButton(QString::fromUtf8(button.caption), window);
-  push->setObjectName(QString::fromLatin1(button.name));
-  push->setToolTip(QString::fromUtf8(button.tip));
-  push->setAccessibleName(QString::fromUtf8(button.tip));
-  push->setAutoDefault(false);
-  return push;
-}
-
-QHBoxLayout* newRow(std::span<const Button> buttons, QWidget* window) {
+QHBoxLayout* newRow(std::span<const ButtonSpec> buttons, QWidget* window) {
   auto* row = new QHBoxLayout;
-  for (const Button& button : buttons) row->addWidget(newButton(button, window));
+  for (const ButtonSpec& button : buttons) {
+    QPushButton* made = platform::newButton(button, window);
+    // The signs on the buttons say nothing to a screen reader.
+    if (*button.tip != '\0') made->setAccessibleName(QString::fromUtf8(button.tip));
+    row->addWidget(made);
+  }
   return row;
 }
 

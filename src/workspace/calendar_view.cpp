@@ -10,6 +10,7 @@
 
 #include "core/modutil.h"
 #include "platform/icons.h"
+#include "platform/push_button.h"
 #include "workspace/calendario.h"
 
 namespace tavolix {
@@ -41,16 +42,9 @@ Widget* named(Widget* widget, const char* name, const char* accessible = "") {
   return widget;
 }
 
-QPushButton* newButton(const char* name, const char* caption, QWidget* parent,
-                       const char* tip = "") {
-  auto* button = named(new QPushButton(QString::fromUtf8(caption), parent), name, tip);
-  button->setToolTip(QString::fromUtf8(tip));
-  button->setAutoDefault(false);
-  return button;
-}
-
 QPushButton* newArrow(const char* name, const char* caption, QWidget* parent, const char* tip) {
-  QPushButton* arrow = newButton(name, caption, parent, tip);
+  QPushButton* arrow = platform::newButton({name, caption, tip}, parent);
+  arrow->setAccessibleName(QString::fromUtf8(tip));
   arrow->setMaximumWidth(kCell.width());
   return arrow;
 }
@@ -95,12 +89,12 @@ void addHiddenLabels(QWidget* window) {
 
 QHBoxLayout* newButtons(QWidget* window) {
   auto* row = new QHBoxLayout;
-  row->addWidget(newButton("cmdOggi", "&Oggi", window));
+  row->addWidget(platform::newButton({"cmdOggi", "&Oggi"}, window));
   row->addStretch(1);
-  QPushButton* ok = newButton("cmdOK", "OK", window);
+  QPushButton* ok = platform::newButton({"cmdOK", "OK"}, window);
   ok->setDefault(true);
   row->addWidget(ok);
-  row->addWidget(newButton("Command1", "Annulla", window));
+  row->addWidget(platform::newButton({"Command1", "Annulla"}, window));
   return row;
 }
 

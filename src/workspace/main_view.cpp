@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 
 #include "platform/icons.h"
+#include "platform/push_button.h"
 #include "workspace/frmmain.h"
 
 namespace tavolix {
@@ -48,35 +49,19 @@ QLabel* titleLine(QWidget* parent) {
   return title;
 }
 
-struct RecordButton {
-  const char* name;
-  const char* caption;
-  const char* tip;
-  const char* icon;
-};
-
-constexpr RecordButton kRecordButtons[] = {
+constexpr platform::ButtonSpec kRecordButtons[] = {
     {"cmdAddNew", "&Nuovo     ", "Crea un nuovo record", "nuovo"},
     {"cmdCancella", "&Cancella    ", "Elimina il record corrente", "cancella"},
     {"cmdDuplica", "&Duplica   ", "Duplica il record corrente", "duplica"},
     {"cmdSubRac", "", "Visualizza la sottoraccolta associata al record corrente", "sottoraccolta"},
 };
 
-QPushButton* button(QWidget* parent, const RecordButton& record) {
-  auto* push = new QPushButton(platform::icon(QString::fromLatin1(record.icon)),
-                               QString::fromUtf8(record.caption), parent);
-  push->setObjectName(QString::fromLatin1(record.name));
-  push->setToolTip(QString::fromUtf8(record.tip));
-  push->setAutoDefault(false);
-  return push;
-}
-
 // The record buttons keep to the top of their panel, whatever height it is given.
 QWidget* recordButtons(QWidget* parent) {
   QWidget* panCrea = panel(parent, "panCrea");
   QHBoxLayout* row = rowIn(panCrea, 0);
-  for (const RecordButton& record : kRecordButtons) {
-    row->addWidget(button(panCrea, record), 0, Qt::AlignTop);
+  for (const platform::ButtonSpec& record : kRecordButtons) {
+    row->addWidget(platform::newButton(record, panCrea), 0, Qt::AlignTop);
   }
   // Room for the longest sub-collection from the start, so that nothing moves at a change.
   auto* cmdSubRac = panCrea->findChild<QPushButton*>(QStringLiteral("cmdSubRac"));

@@ -11,6 +11,7 @@
 #include "platform/data_control.h"
 #include "platform/data_grid.h"
 #include "platform/icons.h"
+#include "platform/push_button.h"
 #include "workspace/form_pages.h"
 
 namespace tavolix {
@@ -20,31 +21,18 @@ constexpr QSize kSize(960, 430);  // pixels
 constexpr QSize kLeastList(260, 200);
 constexpr int kPanelCharacters = 50;
 
-struct Button {
-  const char* name;
-  const char* caption;
-  const char* tip;
-  const char* icon;
-};
+using platform::ButtonSpec;
+using platform::newButton;
 
-constexpr Button kRecordButtons[] = {
+constexpr ButtonSpec kRecordButtons[] = {
     {"cmdAddNew", "&Nuovo     ", "Crea una nuova voce nell'elenco", "nuovo"},
     {"cmdDuplica", "&Duplica   ", "Duplica la voce corrente", "duplica"},
     {"cmdCancella", "&Cancella    ", "Elimina la voce correntemente selezionata", "cancella"},
 };
-constexpr Button kOtherButtons[] = {
+constexpr ButtonSpec kOtherButtons[] = {
     {"cmdAiuto", "Aiuto", "", "guida"},
     {"cmdEsci", "&Esci      ", "", "esci"},
 };
-
-QPushButton* newButton(const Button& button, QWidget* parent) {
-  auto* push = new QPushButton(platform::icon(QString::fromLatin1(button.icon)),
-                               QString::fromUtf8(button.caption), parent);
-  push->setObjectName(QString::fromLatin1(button.name));
-  push->setToolTip(QString::fromUtf8(button.tip));
-  push->setAutoDefault(false);
-  return push;
-}
 
 QWidget* newList(platform::DataControl* dbSubCurr, QWidget* parent) {
   auto* panel = new QWidget(parent);
@@ -82,10 +70,10 @@ QWidget* newButtons(QWidget* parent) {
   panCrea->setObjectName(QStringLiteral("panCrea"));
   auto* records = new QHBoxLayout(panCrea);
   records->setContentsMargins(0, 0, 0, 0);
-  for (const Button& button : kRecordButtons) records->addWidget(newButton(button, panCrea));
+  for (const ButtonSpec& button : kRecordButtons) records->addWidget(newButton(button, panCrea));
   row->addWidget(panCrea);
   row->addStretch(1);
-  for (const Button& button : kOtherButtons) row->addWidget(newButton(button, strip));
+  for (const ButtonSpec& button : kOtherButtons) row->addWidget(newButton(button, strip));
   return strip;
 }
 

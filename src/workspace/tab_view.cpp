@@ -11,6 +11,7 @@
 #include "platform/data_grid.h"
 #include "platform/form.h"
 #include "platform/icons.h"
+#include "platform/push_button.h"
 #include "platform/text_box.h"
 
 namespace tavolix {
@@ -18,30 +19,19 @@ namespace {
 
 constexpr int kListHeight = 340;  // pixels
 
-struct Button {
-  const char* name;
-  const char* caption;
-  const char* tip;
-};
+using platform::ButtonSpec;
+using platform::newButton;
 
-constexpr Button kAdd = {"cmdAdd", "&Aggiungi", "Aggiungi una nuova voce in tabella"};
+constexpr ButtonSpec kAdd = {"cmdAdd", "&Aggiungi", "Aggiungi una nuova voce in tabella"};
 // From the top down; a gap parts the last two from the others.
-constexpr Button kButtons[] = {
+constexpr ButtonSpec kButtons[] = {
     {"cmdElimina", "E&limina", "Cancellazione della voce selezionata nell'elenco"},
     {"cmdPredefinito", "&Predefinito", "Imposta valore predifito nella creazione di nuovi record"},
     {"cmdNoPredefinito", "&No predef.", ""},
-    {nullptr, nullptr, nullptr},
+    {nullptr, nullptr},
     {"cmdAiuto", "Aiuto", ""},
     {"cmdEsci", "&Esci", ""},
 };
-
-QPushButton* newButton(const Button& button, QWidget* parent) {
-  auto* push = new QPushButton(QString::fromUtf8(button.caption), parent);
-  push->setObjectName(QString::fromLatin1(button.name));
-  push->setToolTip(QString::fromUtf8(button.tip));
-  push->setAutoDefault(false);
-  return push;
-}
 
 platform::DataGrid* newList(platform::DataControl* dbTab, QWidget* parent) {
   auto* grd = new platform::DataGrid(parent);
@@ -57,7 +47,7 @@ platform::DataGrid* newList(platform::DataControl* dbTab, QWidget* parent) {
 
 QVBoxLayout* newButtons(QWidget* window) {
   auto* buttons = new QVBoxLayout;
-  for (const Button& button : kButtons) {
+  for (const ButtonSpec& button : kButtons) {
     if (button.name == nullptr) {
       buttons->addStretch(1);
     } else {
