@@ -29,6 +29,28 @@ bool sameColumn(const Expr& a, const Expr& b) {
          a.name.compare(b.name, Qt::CaseInsensitive) == 0;
 }
 
+void addTables(const sql::Resolved& query, std::vector<QByteArray>& names);
+
+// A condition may look into other tables by a query of its own.
+void addTables(const ExprPtr& expr, std::vector<QByteArray>& names) {
+  if (expr == nullptr) return;
+  if (expr->resolved != nullptr) addTables(*expr->resolved, names);
+  for (const ExprPtr& part : expr->args) addTables(part, names);
+}
+
+void addTables(const sql::Resolved& query, std::vector<QByteArray>& names) {
+  for (const Source& source : query.from) {
+    if (source.table != nullptr) names.push_back(source.table->name.toUtf8());
+    if (source.query != nullptr) addTables(*source.query, names);
+    addTables(source.on, names);
+  }
+  addTables(query.where, names);
+  addTables(query.having, names);
+  for (const sql::OutColumn& column : query.columns) addTables(column.expr, names);
+  for (const sql::OrderTerm& term : query.orderBy) addTables(term.expr, names);
+  for (const sql::ResolvedPtr& other : query.unionWith) addTables(*other, names);
+}
+
 bool isKeyOf(const Expr& expr, const Source& source) {
   return expr.kind == ExprKind::Column && source.table != nullptr && source.table->keyColumn >= 0 &&
          expr.qualifier == source.alias &&
@@ -185,9 +207,7 @@ std::vector<const TableInfo*> Query::indexedTables() const {
 
 std::vector<QByteArray> Query::tables() const {
   std::vector<QByteArray> names;
-  for (const Source& source : resolved_->from) {
-    if (source.table != nullptr) names.push_back(source.table->name.toUtf8());
-  }
+  addTables(*resolved_, names);
   return names;
 }
 

@@ -193,6 +193,31 @@ TEST(Find, FromWhereTheCursorStands) {
   }
 }
 
+// A list that was read before comes back without being read, but never as it was.
+TEST(Lists, AreReadAgainAfterAWrite) {
+  const Archive archive;
+  const struct {
+    const char* list;
+    const char* table;  // whose row 1 is written
+    const char* field;
+    QVariant value;
+    int before;
+    int after;
+  } cases[] = {
+      {"SELECT * FROM main WHERE Anno = 1234", "MAIN", "Anno", 1234, 0, 1},
+      {"SELECT * FROM MAIN WHERE RacID = (SELECT Max(LIB.ID) FROM LIB WHERE SottoTitolo = 'x')",
+       "LIB", "SottoTitolo", "x", 0, 1},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(archive.open(c.list)->RecordCount(), c.before) << c.list;
+    const RecordsetPtr row = archive.open(c.table);
+    row->Edit();
+    row->SetValue(c.field, c.value);
+    row->Update();
+    EXPECT_EQ(archive.open(c.list)->RecordCount(), c.after) << c.list;
+  }
+}
+
 TEST(Find, SeesWhatWasWritten) {
   const Archive archive;
   const RecordsetPtr rows = archive.open("MAIN");
