@@ -1,6 +1,8 @@
 #include "store/query.h"
 
+#include <QSet>
 #include <algorithm>
+#include <functional>
 
 #include "store/failure.h"
 #include "store/sql_functions.h"
@@ -29,27 +31,32 @@ bool sameColumn(const Expr& a, const Expr& b) {
          a.name.compare(b.name, Qt::CaseInsensitive) == 0;
 }
 
-void addTables(const sql::Resolved& query, std::vector<QByteArray>& names);
+// Goes through all that a query or an expression is made of, queries within it too.
+class Walk {
+ public:
+  std::function<void(const Source&)> source = [](const Source&) {};
+  std::function<void(const Expr&)> expression = [](const Expr&) {};
 
-// A condition may look into other tables by a query of its own.
-void addTables(const ExprPtr& expr, std::vector<QByteArray>& names) {
-  if (expr == nullptr) return;
-  if (expr->resolved != nullptr) addTables(*expr->resolved, names);
-  for (const ExprPtr& part : expr->args) addTables(part, names);
-}
-
-void addTables(const sql::Resolved& query, std::vector<QByteArray>& names) {
-  for (const Source& source : query.from) {
-    if (source.table != nullptr) names.push_back(source.table->name.toUtf8());
-    if (source.query != nullptr) addTables(*source.query, names);
-    addTables(source.on, names);
+  void through(const ExprPtr& expr) const {
+    if (expr == nullptr) return;
+    expression(*expr);
+    if (expr->resolved != nullptr) through(*expr->resolved);
+    for (const ExprPtr& part : expr->args) through(part);
   }
-  addTables(query.where, names);
-  addTables(query.having, names);
-  for (const sql::OutColumn& column : query.columns) addTables(column.expr, names);
-  for (const sql::OrderTerm& term : query.orderBy) addTables(term.expr, names);
-  for (const sql::ResolvedPtr& other : query.unionWith) addTables(*other, names);
-}
+
+  void through(const sql::Resolved& query) const {
+    for (const Source& from : query.from) {
+      source(from);
+      if (from.query != nullptr) through(*from.query);
+      through(from.on);
+    }
+    through(query.where);
+    through(query.having);
+    for (const sql::OutColumn& column : query.columns) through(column.expr);
+    for (const sql::OrderTerm& term : query.orderBy) through(term.expr);
+    for (const sql::ResolvedPtr& other : query.unionWith) through(*other);
+  }
+};
 
 bool isKeyOf(const Expr& expr, const Source& source) {
   return expr.kind == ExprKind::Column && source.table != nullptr && source.table->keyColumn >= 0 &&
@@ -183,14 +190,49 @@ void Query::printKeys(sql::Printer& printer) const {
   }
 }
 
+// Lists that only give texts decide neither which rows there are nor their order: the engine need
+// not weigh ways to them.
+sql::Resolved Query::sourcesOf(const ExprPtr& condition) const {
+  QSet<QString> named;
+  Walk walk;
+  walk.expression = [&named](const Expr& expr) {
+    if (expr.kind == ExprKind::Column) named.insert(expr.qualifier);
+  };
+  walk.through(resolved_->where);
+  walk.through(condition);
+  for (const SortTerm& term : sortTerms_) walk.through(term.expr);
+  sql::Resolved needed;
+  for (auto source = resolved_->from.rbegin(); source != resolved_->from.rend(); ++source) {
+    if (source->join == sql::Join::Left && !named.contains(source->alias)) continue;
+    walk.through(source->on);
+    needed.from.insert(needed.from.begin(), *source);
+  }
+  return needed;
+}
+
+// The order by the second table's key is that of the first one's column that points at it, and
+// that is what an index may have behind what the condition gives.
+sql::ExprPtr Query::orderColumn() const {
+  const auto [pointer, target] = joinColumns();
+  if (pointer.isEmpty() || !isKeyOf(*keyOrder_, *keyTables_[1]) ||
+      keyTables_[1]->table->findColumn(target) != keyTables_[1]->table->keyColumn) {
+    return keyOrder_;
+  }
+  const std::vector<ExprPtr>& sides = keyTables_[1]->on->args;
+  return sourceOf(*sides[0]) == keyTables_[0] ? sides[0] : sides[1];
+}
+
 sql::Statement Query::keys() const {
   sql::Printer printer;
   printKeys(printer);
   for (const SortTerm& term : sortTerms_) {
     printer.text(", ").value(*term.expr);
   }
-  printer.text(" FROM ").sources(*resolved_).where(resolved_->where, nullptr).text(" ORDER BY ");
-  if (keyOrder_) printer.expression(*keyOrder_).text(keyOrderDescending_ ? " DESC, " : ", ");
+  printer.text(" FROM ")
+      .sources(sourcesOf(nullptr))
+      .where(resolved_->where, nullptr)
+      .text(" ORDER BY ");
+  if (keyOrder_) printer.expression(*orderColumn()).text(keyOrderDescending_ ? " DESC, " : ", ");
   // Beyond that the stored order is that of the first table, whatever way SQLite takes.
   printer.text(sql::quoteName(keyTables_.front()->alias)).text(".rowid");
   return printer.take();
@@ -207,7 +249,11 @@ std::vector<const TableInfo*> Query::indexedTables() const {
 
 std::vector<QByteArray> Query::tables() const {
   std::vector<QByteArray> names;
-  addTables(*resolved_, names);
+  Walk walk;
+  walk.source = [&names](const Source& source) {
+    if (source.table != nullptr) names.push_back(source.table->name.toUtf8());
+  };
+  walk.through(*resolved_);
   return names;
 }
 
@@ -332,7 +378,7 @@ sql::Statement Query::keysWhere(const ExprPtr& condition) const {
     return printer.take();
   }
   printKeys(printer);
-  printer.text(" FROM ").sources(*resolved_).where(resolved_->where, condition);
+  printer.text(" FROM ").sources(sourcesOf(condition)).where(resolved_->where, condition);
   return printer.take();
 }
 

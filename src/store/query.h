@@ -80,6 +80,8 @@ class Query final {
   void splitOrder();
   bool isKey(const sql::Expr& expr) const;
   bool isUnique(const sql::Expr& key) const;
+  sql::ExprPtr orderColumn() const;
+  sql::Resolved sourcesOf(const sql::ExprPtr& condition) const;
   void printKeys(sql::Printer& printer) const;
   sql::Statement pointersOf(const sql::Source& first, const QString& pointer) const;
   bool walksAnIndex(const QString& pointer) const;
