@@ -11,8 +11,8 @@
 namespace bench {
 namespace {
 
-constexpr int kDeletions = 5;         // each of a part of the list as large as the others
-constexpr int kRowsOfDeletion = 500;  // that reach the disk together
+constexpr int kDeletions = 5;          // each of a part of the list as large as the others
+constexpr int kRowsOfDeletion = 5000;  // that reach the disk together
 
 double deleteOurs(const Keys& keys) {
   filterList(QStringLiteral(" WHERE LIB.ID BETWEEN %1 AND %2")

@@ -20,7 +20,7 @@ namespace tavolix {
 namespace {
 
 const QString kMainId = QStringLiteral("MAIN.ID");
-constexpr int kGroup = 500;  // deletions that reach the disk together
+constexpr int kGroup = 5000;  // deletions that reach the disk together
 
 // Writes that reach the file together. What was done before a failure stays done.
 class WriteGroup final {
