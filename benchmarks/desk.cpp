@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QKeyEvent>
+#include <QTimer>
 
 #include "core/modcuore.h"
 #include "core/raccolte.h"
@@ -43,6 +44,19 @@ void typeText(QWidget* widget, const QString& text) {
 
 void changeCollection(int collection) {
   tavolix::iSelRaccolta(collection);
+  showAll();
+}
+
+void inForm(const QString& name, const std::function<void()>& open,
+            const std::function<void()>& work) {
+  QTimer::singleShot(0, qApp, [&] {
+    platform::Form& form = platform::forms()[name];
+    while (!form.IsVisible() || !form.Window()->isActiveWindow()) QCoreApplication::processEvents();
+    showWindow(form.Window());
+    work();
+    if (form.IsVisible()) form.Hide();
+  });
+  open();
   showAll();
 }
 

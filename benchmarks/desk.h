@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 
 class QWidget;
 
@@ -21,6 +22,10 @@ void pressKey(QWidget* widget, int key, const QString& text = {});
 void typeText(QWidget* widget, const QString& text);
 // Selects the tab of a collection and waits until list and form are painted.
 void changeCollection(int collection);
+// Opens a form by a command that returns when it is closed; does a work in it once it is painted,
+// and closes it then.
+void inForm(const QString& name, const std::function<void()>& open,
+            const std::function<void()>& work);
 // The list with a filter in force (a clause that begins with " WHERE ", or nothing), painted.
 void filterList(const QString& filter);
 

@@ -2,7 +2,6 @@
 
 #include <QApplication>
 #include <QLineEdit>
-#include <QTimer>
 
 #include "core/campi.h"
 #include "core/modcuore.h"
@@ -40,16 +39,10 @@ double secondsToOpen(
   tavolix::lNewCont();
   double seconds = 0;
   const auto start = std::chrono::steady_clock::now();
-  QTimer::singleShot(0, qApp, [&] {
-    platform::Form& form = platform::forms()[name];
-    while (!form.IsVisible() || !form.Window()->isActiveWindow()) QCoreApplication::processEvents();
-    showWindow(form.Window());
+  inForm(name, open, [&] {
     seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     work();
-    form.Hide();
   });
-  open();
-  showAll();
   return seconds;
 }
 
@@ -128,12 +121,12 @@ void prefixScene(const QStringList&) {
   }
 }
 
-// A value that no record has: the whole column is looked through.
+// A value that no record has, in a column without an index: all of it is looked through.
 void useScene(const QStringList& files) {
   // In other words each time, so that nothing is remembered.
   int value = 99999999;
   const auto query = [&value] {
-    return QStringLiteral("SELECT TABAutoreID FROM MAIN WHERE TABAutoreID = %1").arg(--value);
+    return QStringLiteral("SELECT TabEditoreID FROM MAIN WHERE TabEditoreID = %1").arg(--value);
   };
   const RawFile file(files[0]);
   const Sides sides = inTurn(
@@ -147,8 +140,9 @@ void useScene(const QStringList& files) {
         });
       },
       [&] {
-        RawStatement raw(file, query().toUtf8());
+        const QByteArray text = query().toUtf8();
         return secondsOf([&] {
+          RawStatement raw(file, text);
           while (raw.step()) qFatal("the value is in use");
         });
       });

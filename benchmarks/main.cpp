@@ -13,7 +13,7 @@ using namespace bench;
 
 QVector<Figure> allFigures() {
   return windowFigures() + rowFigures() + fieldFigures() + newRecordFigures() + deletionFigures() +
-         listFigures() + memoryFigures();
+         listFigures() + queryFigures() + memoryFigures();
 }
 
 QVector<Figure> chosen(const QString& name) {
