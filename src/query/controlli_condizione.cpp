@@ -19,8 +19,10 @@ namespace {
 constexpr int kFieldCharacters = 18;
 constexpr int kConditionCharacters = 22;
 
-// A combo box tells screen readers its text: its name has to be a label's.
+// A combo box tells screen readers its text: its name has to be a label's. None where the window
+// has a label for it.
 void nameForReaders(QWidget* control, const QString& name) {
+  if (name.isEmpty()) return;
   auto* label = new QLabel(name, control->parentWidget());
   label->setBuddy(control);
   label->hide();
@@ -55,10 +57,10 @@ const QValidator* numbers(QObject* parent) {
 
 ControlliCondizione::ControlliCondizione(const Nomi& nomi, const QString& label, QWidget* window)
     : campo_(placed(new platform::DropDown(window), QString::fromLatin1(nomi.campo) + nomi.suffix,
-                    QStringLiteral("Campo") + label, kFieldCharacters)),
-      condizione_(placed(new platform::DropDown(window),
-                         QStringLiteral("cboCondizione") + nomi.suffix,
-                         QStringLiteral("Condizione") + label, kConditionCharacters)),
+                    label.isEmpty() ? label : QStringLiteral("Campo") + label, kFieldCharacters)),
+      condizione_(placed(
+          new platform::DropDown(window), QStringLiteral("cboCondizione") + nomi.suffix,
+          label.isEmpty() ? label : QStringLiteral("Condizione") + label, kConditionCharacters)),
       voce_(value(new platform::DataCombo(window), QStringLiteral("cboValore") + nomi.suffix,
                   QStringLiteral("Valore") + label)),
       testo_(value(new platform::TextBox(window), QStringLiteral("txtValore") + nomi.suffix,

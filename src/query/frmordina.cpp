@@ -22,9 +22,12 @@ namespace {
 constexpr int kCampiOrdine = 3;
 constexpr int kCharacters = 28;
 constexpr const char* kLabels[kCampiOrdine] = {"Ordinare l'elenco per:", "poi per:", "poi per:"};
+// What tells the boxes apart without the eye.
+constexpr const char* kDescriptions[kCampiOrdine] = {"Prima colonna", "Seconda colonna",
+                                                     "Terza colonna"};
 
 constexpr platform::ButtonSpec kButtons[] = {
-    {"cmdElabora", "&Ordina   ", "", "espandi"},
+    {"cmdElabora", "&Ordina   ", "", "ordina"},
     {"cmdEsci", "&Esci    ", "", "esci"},
     {"cmdIdea", "", "Suggerimenti...", "suggerimenti"},
     {"cmdAiuto", "", "Guida in linea", "guida"},
@@ -75,11 +78,12 @@ frmOrdina::frmOrdina() : platform::Form(QStringLiteral("frmOrdina")) {}
 QWidget* frmOrdina::build() {
   auto* window = new QDialog;
   window->setWindowTitle(QStringLiteral("Ordine elenco"));
-  window->setWindowIcon(platform::icon(QStringLiteral("espandi")));
+  window->setWindowIcon(platform::icon(QStringLiteral("ordina")));
   auto* form = new QFormLayout;
   for (int i = 0; i < kCampiOrdine; ++i) {
     auto* combo = new platform::DropDown(window);
     combo->setObjectName(QStringLiteral("cboCampo(%1)").arg(i));
+    combo->setAccessibleDescription(QString::fromLatin1(kDescriptions[i]));
     combo->setMinimumWidth(combo->fontMetrics().horizontalAdvance(u'0') * kCharacters);
     combo->setMaxVisibleItems(20);
     form->addRow(QString::fromLatin1(kLabels[i]), combo);
@@ -115,6 +119,7 @@ void frmOrdina::loaded() {
   CollegaAiuto(*control<QPushButton>(QStringLiteral("cmdAiuto")));
   // The tips have no window yet.
   Control(QStringLiteral("cmdIdea"))->setEnabled(platform::forms().has(QStringLiteral("frmSin")));
+  focus_.watch(Window());
   cboCampo(0).setFocus();
 }
 

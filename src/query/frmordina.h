@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/entry_focus.h"
 #include "platform/form.h"
 
 class QComboBox;
@@ -21,6 +22,8 @@ class frmOrdina final : public platform::Form {
 
   QComboBox& cboCampo(int indice);
   void cmdElabora_Click();
+
+  EntryFocus focus_;
 };
 
 // The order by some columns, blank ones passed over; empty without any.

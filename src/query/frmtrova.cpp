@@ -16,7 +16,6 @@
 #include "core/modutil.h"
 #include "core/raccolte.h"
 #include "platform/data_control.h"
-#include "platform/data_grid.h"
 #include "platform/drop_down.h"
 #include "platform/icons.h"
 #include "query/trova_view.h"
@@ -221,11 +220,7 @@ void frmTrova::showChild() {
   const auto back = qScopeGuard([iPadre] { iRacCorr = iPadre; });
   QMetaObject::invokeMethod(&frmSub, "Carica", Q_ARG(int, iRacCorr), Q_ARG(int, iPadre));
   const auto rows = frmSub.part<platform::DataControl>(QStringLiteral("dbSubCurr"))->Recordset();
-  if (rows) {
-    auto* grid = frmSub.control<platform::DataGrid>(QStringLiteral("grdSub"));
-    rows->FindFirst(QStringLiteral("ID = ") + id);
-    grid->scrollTo(grid->currentIndex(), QAbstractItemView::PositionAtTop);
-  }
+  if (rows) rows->FindFirst(QStringLiteral("ID = ") + id);
   frmSub.ShowModal(&forms()[QStringLiteral("frmMain")]);
 }
 

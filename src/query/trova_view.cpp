@@ -17,21 +17,21 @@ namespace {
 using platform::ButtonSpec;
 
 constexpr ButtonSpec kSearch[] = {
-    {"CSCmdBtn1", "|<", "Cerca il primo"},
-    {"cmdPrecedente", "&Prec.  ", "Cerca il precedente"},
-    {"cmdSuccessivo", "  &Succ.", "Cerca il successivo"},
-    {"CSCmdBtn2", ">|", "Cerca l'ultimo"},
+    {"CSCmdBtn1", "", "Cerca il primo", "primo"},
+    {"cmdPrecedente", "&Prec.  ", "Cerca il precedente", "precedente"},
+    {"cmdSuccessivo", "  &Succ.", "Cerca il successivo", "successivo"},
+    {"CSCmdBtn2", "", "Cerca l'ultimo", "ultimo"},
 };
 constexpr ButtonSpec kOthers[] = {
-    {"cmdAiuto", "Aiuto      ", ""},
-    {"cmdEsci", "&Esci    ", ""},
+    {"cmdAiuto", "Aiuto      ", "", "guida"},
+    {"cmdEsci", "&Esci    ", "", "esci"},
 };
 
 QHBoxLayout* newRow(std::span<const ButtonSpec> buttons, QWidget* window) {
   auto* row = new QHBoxLayout;
   for (const ButtonSpec& button : buttons) {
     QPushButton* made = platform::newButton(button, window);
-    // The signs on the buttons say nothing to a screen reader.
+    // The captions are too short for a screen reader.
     if (*button.tip != '\0') made->setAccessibleName(QString::fromUtf8(button.tip));
     row->addWidget(made);
   }
@@ -74,6 +74,9 @@ void fillWhat(QGroupBox& what, const ControlliCondizione& controlli) {
 void addSearchButtons(QWidget& window) {
   QVBoxLayout* column = columnOf(window);
   column->addLayout(newRow(kSearch, &window));
+  // Its arrow points to the right, from there.
+  window.findChild<QPushButton*>(QStringLiteral("cmdSuccessivo"))
+      ->setLayoutDirection(Qt::RightToLeft);
   column->addStretch(1);
   QHBoxLayout* others = newRow(kOthers, &window);
   others->insertStretch(0, 1);
