@@ -7,6 +7,7 @@
 
 #include "core/campi.h"
 #include "core/modcuore.h"
+#include "core/modutil.h"
 #include "core/raccolte.h"
 #include "desk.h"
 #include "platform/data_combo.h"
@@ -50,6 +51,47 @@ class Query : public Desk {
         "frmFiltro", [] { action("mnuModFiltra")->trigger(); }, work);
   }
   static void push(const char* form, const char* name) { click(part(form, name)); }
+  static void setText(const char* form, const char* name, const QString& text) {
+    static_cast<QLineEdit*>(part(form, name))->setText(text);
+  }
+  // Applies one condition in the window; "refused" and the message, or the number of records.
+  static QString filtered(const char* field, const char* test, const QString& value) {
+    QString result;
+    filter([&] {
+      choose("frmFiltro", "cbpCampo(0)", field);
+      choose("frmFiltro", "cboCondizione(0)", test);
+      setText("frmFiltro", fieldIsDate(field) ? "txtDtaValore(0)" : "txtValore(0)", value);
+      answer(platform::kOk);
+      push("frmFiltro", "cmdFiltro");
+      if (platform::forms()["frmFiltro"].IsVisible()) result = "refused";
+    });
+    const QString told = message();
+    return told == "-" ? QString::number(list()->RecordCount()) : result + ' ' + told;
+  }
+  static bool fieldIsDate(const QString& field) { return field.startsWith("Data"); }
+  // Searches among the children: the row that the sub-collection's window shows, nothing without.
+  static QString child(const char* button) {
+    QString found;
+    QTimer::singleShot(0, qApp, [&] {
+      platform::Form& sub = platform::forms()["frmSub"];
+      if (!QTest::qWaitFor([&] { return sub.IsVisible(); }, 100)) return;
+      EXPECT_EQ(iRacCorr, 9);
+      const auto rows = sub.part<platform::DataControl>("dbSubCurr")->Recordset();
+      EXPECT_EQ(rows->Value("AudID").toString(), stored("AUD.ID"));
+      found = rows->Value("ID").toString();
+      sub.Hide();
+    });
+    push("frmTrova", button);
+    QTest::qWait(110);
+    EXPECT_EQ(iRacCorr, 2);
+    return found;
+  }
+  void searchSongsFor(const QString& text) {
+    trigger("mnuModTrova");
+    static_cast<QRadioButton*>(part("frmTrova", "optSubRac"))->click();
+    choose("frmTrova", "cboCampo", "Titolo");
+    setText("frmTrova", "txtValore", text);
+  }
 };
 
 // Each kind of field with each of its conditions: the text, and the rows of a plain query.
@@ -238,38 +280,123 @@ TEST_F(Query, FindsRecordsOneAfterTheOther) {
 TEST_F(Query, FindsAmongTheChildren) {
   ASSERT_TRUE(start());
   selectByTab(2);
-  trigger("mnuModTrova");
-  static_cast<QRadioButton*>(part("frmTrova", "optSubRac"))->click();
-  choose("frmTrova", "cboCampo", "Titolo");
-  static_cast<QLineEdit*>(part("frmTrova", "txtValore"))->setText("love");
+  searchSongsFor("love");
   const QString hits = folder_.found(
       "SELECT AUDSUB.ID FROM AUDSUB JOIN MAIN ON RacID = AudID WHERE TipoRac = 2 AND "
       "AUDSUB.Titolo LIKE '%love%' ORDER BY AudID, AUDSUB.ID");
   QStringList found;
-  const auto search = [&](const char* name) {
-    bool shown = false;
-    QTimer::singleShot(0, qApp, [&] {
-      platform::Form& sub = platform::forms()["frmSub"];
-      if (!QTest::qWaitFor([&] { return sub.IsVisible(); }, 200)) return;
-      shown = true;
-      EXPECT_EQ(iRacCorr, 9);
-      const auto rows = sub.part<platform::DataControl>("dbSubCurr")->Recordset();
-      EXPECT_EQ(rows->Value("AudID").toString(), stored("AUD.ID"));
-      found << rows->Value("ID").toString();
-      sub.Hide();
-    });
-    push("frmTrova", name);
-    QTest::qWait(210);
-    EXPECT_EQ(iRacCorr, 2);
-    return shown;
-  };
-  bool more = search("CSCmdBtn1");
-  while (more) more = search("cmdSuccessivo");
+  for (QString id = child("CSCmdBtn1"); !id.isEmpty(); id = child("cmdSuccessivo")) found << id;
   EXPECT_EQ(found.join('\n'), hits);
   EXPECT_GT(found.size(), 1);
-  found.clear();
-  EXPECT_TRUE(search("CSCmdBtn2"));
   EXPECT_EQ(message(), QString("-"));
+}
+
+// Three records with at least two hits each: the search goes on among the children it has found,
+// as long as the record is the same.
+TEST_F(Query, KeepsItsPlaceAmongTheChildren) {
+  ASSERT_TRUE(start());
+  selectByTab(2);
+  const QStringList records =
+      folder_
+          .found(
+              "SELECT AudID FROM AUDSUB WHERE Titolo LIKE '%e%' GROUP BY AudID "
+              "HAVING count(*) > 1 ORDER BY AudID LIMIT 3")
+          .split('\n');
+  ASSERT_EQ(records.size(), 3);
+  aRaccolte(2).sFiltro = " WHERE AUD.ID IN (" + records.join(", ") + ")";
+  DBRefresh();
+  const auto hit = [&](int record, int number) {
+    return folder_.found(
+        QStringLiteral("SELECT ID FROM AUDSUB WHERE Titolo LIKE '%e%' AND AudID = %1 "
+                       "ORDER BY ID LIMIT 1 OFFSET %2")
+            .arg(records[record])
+            .arg(number));
+  };
+  searchSongsFor("e");
+  // Not open yet: the first record is passed over.
+  EXPECT_EQ(child("cmdSuccessivo"), hit(1, 0));
+  EXPECT_EQ(child("CSCmdBtn1"), hit(0, 0));
+  EXPECT_EQ(child("cmdSuccessivo"), hit(0, 1));
+  EXPECT_EQ(child("cmdPrecedente"), hit(0, 0));
+  // Another record has become the current one.
+  list()->MoveLast();
+  EXPECT_EQ(child("cmdSuccessivo"), hit(2, 0));
+  EXPECT_EQ(child("cmdPrecedente"), hit(1, 0));
+  EXPECT_EQ(child("CSCmdBtn2"), hit(2, 0));
+  EXPECT_EQ(child("cmdSuccessivo"), hit(2, 1));
+  // Another condition, among the same children.
+  setText("frmTrova", "txtValore", "nessuno di certo");
+  EXPECT_EQ(child("cmdSuccessivo"), QString());
+  // The record goes, and the collection changes while the window is open.
+  setText("frmTrova", "txtValore", "e");
+  EXPECT_EQ(child("CSCmdBtn1"), hit(0, 0));
+  answer(platform::kYes);
+  trigger("mnuModElimina");
+  EXPECT_EQ(list()->RecordCount(), 2);
+  EXPECT_EQ(child("CSCmdBtn1"), hit(1, 0));
+  selectByTab(0);
+  EXPECT_FALSE(part("frmTrova", "optSubRac")->isEnabled());
+  selectByTab(2);
+  EXPECT_TRUE(static_cast<QRadioButton*>(part("frmTrova", "optRac"))->isChecked());
+}
+
+// What is typed is a value and nothing else.
+TEST_F(Query, TakesAnyTextForAValue) {
+  ASSERT_TRUE(start());
+  selectByTab(2);
+  const QString all = QString::number(list()->RecordCount());
+  folder_.outside(
+      "UPDATE MAIN SET Titolo = 'PERCH\u00c9 \\ \"no\"; -- %_ l''arte', Cod = 'x' WHERE ID = " +
+      stored("MAIN.ID"));
+  const QString date = "Specificare una data valida per il campo Data di acquisto";
+  const QString number = "Specificare un valore numerico per il campo Anno";
+  const struct {
+    const char* field;
+    const char* test;
+    QString value;
+    QString result;
+  } cases[] = {
+      {"Titolo", "Contiene", QString::fromUtf8("perch\u00e9"), "1"},
+      {"Titolo", "Contiene", "perche'", "0"},
+      {"Titolo", "Contiene", "l'arte", "1"},
+      {"Titolo", "Contiene", "' OR 1=1 --", "0"},
+      {"Titolo", "Contiene", "\\ \"no\"; -- %_", "1"},
+      {"Titolo", "Contiene", "'; DELETE FROM MAIN; --", "0"},
+      {"Titolo", "Contiene", "[pq]erch?", "1"},
+      {"Titolo", "Contiene", "[", "0"},
+      {"Titolo", "Contiene", QString(3, ' '), "0"},
+      {"Titolo", "Contiene", QString(30000, 'a'), "0"},
+      {"Titolo", "Uguale", "*", "0"},
+      {"Titolo", "Diverso", "x' OR 'a' = 'a", all},
+      {"Anno", "Uguale", "-0", "0"},
+      {"Anno", "Uguale", "1e400", number},
+      {"Anno", "Maggiore", "-", number},
+      {"Anno", "Maggiore", "", number},
+      {"Anno", "Maggiore", "1,5", "modCuore!DBRefresh"},
+      {"Data di acquisto", "Uguale", "31-02-2000", date},
+      {"Data di acquisto", "Maggiore", "", date},
+      {"Data di acquisto", "Maggiore", "31-12-2199", "0"},
+  };
+  for (const auto& c : cases) {
+    const QString result = filtered(c.field, c.test, c.value);
+    const bool counts = c.result.front().isDigit();
+    EXPECT_TRUE(counts ? result == c.result : result.contains(c.result))
+        << c.field << ' ' << qPrintable(c.value.left(40)) << ": " << qPrintable(result);
+  }
+  // A value that another program deletes while the window is open: its records still hold the key.
+  const QString author = folder_.found("SELECT max(TABAutoreID) FROM MAIN WHERE TipoRac = 2");
+  filter([&] {
+    choose("frmFiltro", "cbpCampo(0)", "Autore");
+    auto* combo = static_cast<platform::DataCombo*>(part("frmFiltro", "cboValore(0)"));
+    ImpostaValoreCombo(*combo, 1, author);
+    folder_.outside("DELETE FROM TAB WHERE ID = " + author);
+    push("frmFiltro", "cmdFiltro");
+  });
+  EXPECT_EQ(
+      QString::number(list()->RecordCount()),
+      folder_.found("SELECT count(*) FROM MAIN WHERE TipoRac = 2 AND TABAutoreID = " + author));
+  trigger("mnuEliminaFiltro");
+  EXPECT_EQ(QString::number(list()->RecordCount()), all);
 }
 
 TEST_F(Query, SortsByUpToThreeColumns) {
