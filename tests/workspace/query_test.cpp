@@ -270,6 +270,20 @@ TEST_F(Query, FindsRecordsOneAfterTheOther) {
   push("frmTrova", "cmdSuccessivo");
   EXPECT_EQ(folder_.found("SELECT Note LIKE '%detto%' FROM MAIN WHERE RacID = " + key),
             QString("1"));
+  // What the store refuses is told, and the record stays; in an empty list nothing is found.
+  choose("frmTrova", "cboCampo", "Anno");
+  setText("frmTrova", "txtValore", "1,5");
+  const QString before = stored("RacID");
+  answer(platform::kOk);
+  push("frmTrova", "cmdSuccessivo");
+  EXPECT_TRUE(message().contains("frmTrova!Cerca"));
+  EXPECT_EQ(stored("RacID"), before);
+  aRaccolte(2).sFiltro = " WHERE 1 = 0";
+  DBRefresh();
+  setText("frmTrova", "txtValore", "1967");
+  for (const char* name : {"CSCmdBtn1", "cmdPrecedente", "cmdSuccessivo", "CSCmdBtn2"}) {
+    push("frmTrova", name);
+  }
   selectByTab(0);
   EXPECT_EQ(static_cast<QRadioButton*>(part("frmTrova", "optRac"))->text(),
             QString("Nella raccolta principale Libri"));
