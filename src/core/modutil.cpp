@@ -62,7 +62,7 @@ QString sChiedi(const QString& sEtichetta, const QString& sValore, int iLunghezz
   txtAsk->setMaxLength(iLunghezza);
   txtAsk->setText(sValore);
   form.ShowModal(nullptr);
-  const QString risposta = txtAsk->text();
+  QString risposta = txtAsk->text();
   form.Unload();
   return risposta;
 }

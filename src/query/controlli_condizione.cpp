@@ -119,9 +119,9 @@ QWidget* ControlliCondizione::Valore(int iRac) const {
 void ControlliCondizione::Mostra(int iRac, bool bAttivi) const {
   campo_->setVisible(bAttivi);
   condizione_->setVisible(bAttivi);
-  const QWidget* shown = bAttivi ? Valore(iRac) : nullptr;
+  const QWidget* shown = Valore(iRac);
   for (QWidget* control : std::initializer_list<QWidget*>{voce_, testo_, data_, spunta_}) {
-    control->setVisible(control == shown);
+    control->setVisible(bAttivi && control == shown);
   }
 }
 

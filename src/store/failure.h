@@ -9,7 +9,7 @@ namespace store {
 // it quotes may be of any length: the description is cut to what a message box can show.
 class Failure final : public std::exception {
  public:
-  Failure(int number, QString description)
+  Failure(int number, const QString& description)
       : number_(number), description_(shortened(description)), text_(description_.toUtf8()) {}
 
   int number() const noexcept { return number_; }

@@ -58,6 +58,17 @@ class Walk {
   }
 };
 
+// True for a condition that says the same of a row as long as nothing is written.
+bool isPlainTest(const ExprPtr& expr) {
+  bool plain = expr != nullptr;
+  Walk walk;
+  walk.expression = [&plain](const Expr& part) {
+    plain = plain && part.kind != ExprKind::Call && part.kind != ExprKind::Subquery;
+  };
+  walk.through(expr);
+  return plain;
+}
+
 bool isKeyOf(const Expr& expr, const Source& source) {
   return expr.kind == ExprKind::Column && source.table != nullptr && source.table->keyColumn >= 0 &&
          expr.qualifier == source.alias &&
@@ -407,7 +418,7 @@ sql::Statement Query::rowByKeys(const QVector<int>& fields) const {
         .take();
   }
   printer.text(", ");
-  if (fixesColumn()) {
+  if (isPlainTest(resolved_->where)) {
     printer.expression(*resolved_->where);
   } else {
     printer.text("1");

@@ -58,7 +58,7 @@ class Query final {
   // Keys of the rows that meet a condition, in any order.
   sql::Statement keysWhere(const sql::ExprPtr& condition) const;
   // Some fields of one row by its keys, which are the statement's values behind those given; last,
-  // whether it is a row that an index of the first table may be walked for.
+  // whether it is a row that meets the condition, as the index that led to it says.
   sql::Statement rowByKeys(const QVector<int>& fields) const;
   // Place in keyTables() of the table whose key a field is, -1 if it is none.
   int keyTableOf(int field) const;
