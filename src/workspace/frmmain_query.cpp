@@ -12,6 +12,17 @@ platform::Form& form(const char* name) {
   return platform::forms()[QString::fromLatin1(name)];
 }
 
+// In the corner below the form, where it hides neither the list nor what is found. Where the user
+// moves it, it stays.
+void placeBelowForm(platform::Form& form, const QWidget& main) {
+  constexpr QPoint kMargin(16, 100);
+  QWidget* window = form.Window();
+  window->adjustSize();
+  const QSize size = window->frameGeometry().size();
+  window->move(main.mapToGlobal(main.rect().bottomRight()) - QPoint(size.width(), size.height()) -
+               kMargin);
+}
+
 }  // namespace
 
 void frmMain::mnuModFiltra_Click() {
@@ -39,7 +50,7 @@ void frmMain::mnuModTrova_Click() {
   if (iRacCorr < 0) return;
   Puntatore(kClessidra);
   platform::Form& frmTrova = form("frmTrova");
-  frmTrova.Load();
+  if (!frmTrova.IsLoaded()) placeBelowForm(frmTrova, *Window());
   QMetaObject::invokeMethod(&frmTrova, "Carica", Q_ARG(bool, false));
   frmTrova.ShowOver(this);
   Puntatore(kPuntatoreNormale);
