@@ -30,6 +30,8 @@ platform::Form& frmGrid() {
 }
 const QString kDbCurr = QStringLiteral("dbCurr");
 
+bool bElencoFiltrato = false;  // the list that is shown
+
 template <typename Work>
 void perOgniCampo(int iRac, Work work) {
   for (int j = 0; j < kCampi; ++j) {
@@ -62,10 +64,11 @@ qint64 lRecordElenco() {
 
 void DBRefresh() {
   protetto("modCuore!DBRefresh", [] {
-    // A clause that is refused stays in force until it is changed: the bar tells so in any case.
+    // A clause that is refused stays in force until it is changed, beside the list that was there.
     const auto told = qScopeGuard([] { AggiornaBarraStato(); });
     dbElenco().SetRecordSource(sTestoElenco(aRaccolte(iRacCorr)));
     dbElenco().Refresh();
+    bElencoFiltrato = !aRaccolte(iRacCorr).sFiltro.isEmpty();
     AggiornaRecordsetForm();
   });
 }
@@ -75,13 +78,14 @@ void AggiornaRecordsetForm() {
 }
 
 void AggiornaBarraStato() {
-  const bool filtrato = !aRaccolte(iRacCorr).sFiltro.isEmpty();
-  frmMain().Control(QStringLiteral("cmdBar(8)"))->setEnabled(filtrato);
+  frmMain()
+      .Control(QStringLiteral("cmdBar(8)"))
+      ->setEnabled(!aRaccolte(iRacCorr).sFiltro.isEmpty());
   frmMain()
       .control<QLabel>(QStringLiteral("lblStatus"))
-      ->setText(
-          (filtrato ? QStringLiteral("Elenco filtrato: ") : QStringLiteral("Elenco completo: ")) +
-          QString::number(lRecordElenco()) + QStringLiteral(" records"));
+      ->setText((bElencoFiltrato ? QStringLiteral("Elenco filtrato: ")
+                                 : QStringLiteral("Elenco completo: ")) +
+                QString::number(lRecordElenco()) + QStringLiteral(" records"));
 }
 
 void CollegaCampi(bool bCollega, int iRac) {
