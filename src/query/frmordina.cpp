@@ -14,6 +14,7 @@
 #include "platform/data_grid.h"
 #include "platform/drop_down.h"
 #include "platform/icons.h"
+#include "platform/option_button.h"
 #include "platform/push_button.h"
 
 namespace tavolix {
@@ -47,9 +48,7 @@ QGroupBox* newDirections(QWidget* window) {
   auto* row = new QHBoxLayout(group);
   for (const auto& [name, caption] :
        {std::pair{"optCresc", "Crescente"}, std::pair{"optDecr", "Decrescente"}}) {
-    auto* option = new QRadioButton(QString::fromLatin1(caption), group);
-    option->setObjectName(QString::fromLatin1(name));
-    row->addWidget(option);
+    row->addWidget(platform::newOption(name, QString::fromLatin1(caption), group));
   }
   group->findChild<QRadioButton*>(QStringLiteral("optCresc"))->setChecked(true);
   return group;
@@ -85,7 +84,6 @@ QWidget* frmOrdina::build() {
     combo->setObjectName(QStringLiteral("cboCampo(%1)").arg(i));
     combo->setAccessibleDescription(QString::fromLatin1(kDescriptions[i]));
     combo->setMinimumWidth(combo->fontMetrics().horizontalAdvance(u'0') * kCharacters);
-    combo->setMaxVisibleItems(20);
     form->addRow(QString::fromLatin1(kLabels[i]), combo);
   }
   auto* left = new QVBoxLayout;

@@ -8,6 +8,7 @@
 
 #include "platform/drop_down.h"
 #include "platform/icons.h"
+#include "platform/option_button.h"
 #include "platform/push_button.h"
 #include "query/controlli_condizione.h"
 
@@ -51,9 +52,7 @@ void addWhere(QWidget& window) {
   auto* where = new QGroupBox(QStringLiteral("Dove cercare:"), &window);
   auto* options = new QVBoxLayout(where);
   for (const char* name : {"optRac", "optSubRac"}) {
-    auto* option = new QRadioButton(QStringLiteral("Nella sotto-raccolta"), where);
-    option->setObjectName(QString::fromLatin1(name));
-    options->addWidget(option);
+    options->addWidget(platform::newOption(name, QStringLiteral("Nella sotto-raccolta"), where));
   }
   column->addWidget(where);
 }
