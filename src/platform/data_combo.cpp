@@ -11,6 +11,7 @@
 
 #include "platform/drop_down_style.h"
 #include "platform/key_sender.h"
+#include "platform/popup_keys.h"
 
 namespace platform {
 namespace {
@@ -35,19 +36,6 @@ bool movesRow(int key) {
 
 bool opensList(int key) {
   return key == Qt::Key_F4 || key == Qt::Key_Space;
-}
-
-// A key that is for the window, whatever the list shows.
-bool isCommand(const QKeyEvent& event) {
-  const auto modifiers = event.modifiers() & (Qt::ControlModifier | Qt::AltModifier);
-  const bool letter = event.key() >= Qt::Key_Space && event.key() <= Qt::Key_ydiaeresis;
-  const bool function = event.key() >= Qt::Key_F1 && event.key() <= Qt::Key_F35;
-  return (function && event.key() != Qt::Key_F4) || (modifiers != 0 && letter);
-}
-
-bool leavesList(int key) {
-  return key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Tab ||
-         key == Qt::Key_Backtab;
 }
 
 }  // namespace
@@ -215,6 +203,8 @@ bool DataCombo::eventFilter(QObject* watched, QEvent* event) {
 bool DataCombo::popupKey(const QKeyEvent& event) {
   if (leavesList(event.key()) || isCommand(event)) {
     acceptRow();
+    const bool isEnter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+    if (isEnter && enterStays_) return true;
     // The closed control gets the key too, before the next one comes: it may lead to the next
     // field, or to another window.
     const std::unique_ptr<QKeyEvent> key(event.clone());

@@ -27,6 +27,8 @@ class DataCombo final : public QComboBox, public BoundControl {
   // Chooses the value with a text (case does not count), as if typed. False if there is none: the
   // blank value is chosen then. Reads the list, and fails as that does.
   bool SelectText(const QString& text);
+  // Whether Enter in the open list just takes the row, or goes on to the window as well.
+  void SetEnterStays(bool stays) { enterStays_ = stays; }
   bool DroppedDown() const;
   void SetDroppedDown(bool down);
 
@@ -60,6 +62,7 @@ class DataCombo final : public QComboBox, public BoundControl {
   qint64 key_ = 0;
   QString search_;
   bool viewReady_ = false;
+  bool enterStays_ = false;
   qint64 keyBefore_ = 0;  // the popup
   bool changedBefore_ = false;
 };

@@ -1,18 +1,32 @@
 #include "platform/drop_down.h"
 
 #include <QAbstractItemView>
-#include <QCoreApplication>
+#include <QApplication>
 #include <QKeyEvent>
 #include <QTimer>
+#include <QWheelEvent>
+#include <memory>
+
+#include "platform/drop_down_style.h"
+#include "platform/key_sender.h"
+#include "platform/popup_keys.h"
 
 namespace platform {
 namespace {
 
-bool takes(int key) {
+constexpr int kVisibleRows = 20;
+
+bool isEnter(int key) {
   return key == Qt::Key_Return || key == Qt::Key_Enter;
 }
 
 }  // namespace
+
+DropDown::DropDown(QWidget* parent) : QComboBox(parent) {
+  setStyle(dropDownStyle());
+  setFocusPolicy(Qt::StrongFocus);
+  setMaxVisibleItems(kVisibleRows);
+}
 
 void DropDown::showPopup() {
   if (!ready_) {
@@ -22,6 +36,8 @@ void DropDown::showPopup() {
     });
     ready_ = true;
   }
+  // The mark of the box that has the focus is not the list's.
+  view()->parentWidget()->setPalette(QApplication::palette());
   open_ = true;
   QComboBox::showPopup();
 }
@@ -41,17 +57,33 @@ void DropDown::keyPressEvent(QKeyEvent* event) {
 bool DropDown::eventFilter(QObject* watched, QEvent* event) {
   const bool asks = event->type() == QEvent::ShortcutOverride;
   if (!asks && event->type() != QEvent::KeyPress) return QComboBox::eventFilter(watched, event);
-  const int key = static_cast<QKeyEvent*>(event)->key();
-  if (!takes(key) && key != Qt::Key_Escape) return QComboBox::eventFilter(watched, event);
+  const auto& key = static_cast<const QKeyEvent&>(*event);
+  const bool own = leavesList(key.key()) || key.key() == Qt::Key_Escape;
+  if (!own && !isCommand(key)) return QComboBox::eventFilter(watched, event);
+  if (asks && !own) return false;
   event->accept();
-  if (asks) return true;
+  if (!asks) popupKey(key);
+  return true;
+}
+
+// Enter and Escape end here. What else closes the list does so before the key goes its way.
+void DropDown::popupKey(const QKeyEvent& event) {
   const int row = view()->currentIndex().row();
   hidePopup();
-  if (takes(key) && row >= 0) {
+  if (event.key() == Qt::Key_Escape) return;
+  open_ = isEnter(event.key());
+  if (row >= 0) {
     setCurrentIndex(row);
     Q_EMIT activated(row);
   }
-  return true;
+  if (isEnter(event.key())) return;
+  const std::unique_ptr<QKeyEvent> key(event.clone());
+  sendKey(*this, *key);
+}
+
+void DropDown::wheelEvent(QWheelEvent* event) {
+  if (!hasFocus()) return event->ignore();
+  QComboBox::wheelEvent(event);
 }
 
 }  // namespace platform

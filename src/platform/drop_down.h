@@ -5,11 +5,12 @@
 namespace platform {
 
 // A list of fixed choices. While it is open, keys move in it; Enter takes the row and Escape leaves
-// what was there, and neither goes on to the window.
+// what was there, and neither goes on to the window. Tab and the window's own keys take the row
+// and go on. The wheel turns it only where it has the focus.
 class DropDown final : public QComboBox {
   Q_OBJECT
  public:
-  explicit DropDown(QWidget* parent = nullptr) : QComboBox(parent) {}
+  explicit DropDown(QWidget* parent = nullptr);
 
   void showPopup() override;
   void hidePopup() override;
@@ -21,8 +22,11 @@ class DropDown final : public QComboBox {
  protected:
   void keyPressEvent(QKeyEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
 
  private:
+  void popupKey(const QKeyEvent& event);
+
   bool ready_ = false;
   bool open_ = false;
 };

@@ -70,7 +70,7 @@ ControlliCondizione::ControlliCondizione(const Nomi& nomi, const QString& label,
       spunta_(value(new platform::CheckBox(window), QStringLiteral("chkValore") + nomi.suffix,
                     QStringLiteral("Valore") + label)),
       valori_(new QHBoxLayout) {
-  campo_->setMaxVisibleItems(20);
+  voce_->SetEnterStays(true);
   valori_->setSpacing(0);
   for (QWidget* control : std::initializer_list<QWidget*>{voce_, testo_, data_, spunta_}) {
     valori_->addWidget(control);
@@ -114,6 +114,10 @@ QWidget* ControlliCondizione::Valore(int iRac) const {
   if (sTipo == QLatin1String(TXTDTA)) return data_;
   if (sTipo == QLatin1String(CHK)) return spunta_;
   return testo_;
+}
+
+void ControlliCondizione::RivediVoce() const {
+  if (voce_->currentText().isEmpty()) voce_->ShowValue(0);
 }
 
 void ControlliCondizione::Mostra(int iRac, bool bAttivi) const {

@@ -38,6 +38,8 @@ class ControlliCondizione final {
   int iCampo() const;
   // Makes ready for the chosen field: its conditions, of which the first is chosen, no value.
   void Prepara(int iRac, const QStringList& condizioni) const;
+  // A value that has gone from its list is none.
+  void RivediVoce() const;
   // Shows field, condition and the value control of the field's type, or none of them.
   void Mostra(int iRac, bool bAttivi) const;
   // The value control of the chosen field.

@@ -133,7 +133,10 @@ void frmFiltro::goTo(QWidget* control) {
 void frmFiltro::Carica() {
   Load();
   riga(0).Campo()->setFocus();
-  if (iRacCorr == iRaccolta_ && sPathArc == sArchivio_) return;
+  if (iRacCorr == iRaccolta_ && sPathArc == sArchivio_) {
+    for (const auto& controlli : righe_) controlli->RivediVoce();
+    return;
+  }
   iRaccolta_ = iRacCorr;
   sArchivio_ = sPathArc;
   for (int i = 0; i < kRighe; ++i) {

@@ -143,7 +143,10 @@ void frmTrova::findInList(int iModo, const QString& condition) {
   if (iModo == kPrecedente) rs.FindPrevious(condition);
   if (iModo == kPrimo) rs.FindFirst(condition);
   if (iModo == kUltimo) rs.FindLast(condition);
-  if (rs.NoMatch() || rs.Eof() || rs.Bof()) QApplication::beep();
+  if (!rs.NoMatch() && !rs.Eof() && !rs.Bof()) return;
+  QApplication::beep();
+  // The record that has stayed can be worked on.
+  if (lRecordElenco() > 0 && !rs.Eof() && !rs.Bof()) rs.SetBookmark(rs.Bookmark());
 }
 
 void frmTrova::findInChildren(int iModo, const QString& condition) {

@@ -4,6 +4,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
+#include <QWheelEvent>
 
 #include "core/campi.h"
 #include "core/modcuore.h"
@@ -264,6 +265,10 @@ TEST_F(Query, FindsRecordsOneAfterTheOther) {
   push("frmTrova", "cmdSuccessivo");
   EXPECT_EQ(folder_.found("SELECT Note LIKE '%detto%' FROM MAIN WHERE RacID = " + key),
             QString("1"));
+  // A search without a hit leaves the record as one to work on.
+  setText("frmTrova", "txtValore", "nessuno di certo");
+  push("frmTrova", "cmdSuccessivo");
+  EXPECT_FALSE(list()->NoMatch());
   // What the store refuses is told, and the record stays; in an empty list nothing is found.
   choose("frmTrova", "cboCampo", "Anno");
   setText("frmTrova", "txtValore", "1,5");
@@ -275,9 +280,7 @@ TEST_F(Query, FindsRecordsOneAfterTheOther) {
   aRaccolte(2).sFiltro = " WHERE 1 = 0";
   DBRefresh();
   setText("frmTrova", "txtValore", "1967");
-  for (const char* name : {"CSCmdBtn1", "cmdPrecedente", "cmdSuccessivo", "CSCmdBtn2"}) {
-    push("frmTrova", name);
-  }
+  push("frmTrova", "CSCmdBtn2");
   selectByTab(0);
   EXPECT_EQ(static_cast<QRadioButton*>(part("frmTrova", "optRac"))->text(),
             QString("Nella raccolta principale Libri"));
@@ -341,6 +344,45 @@ TEST_F(Query, FindsAmongTheChildren) {
   EXPECT_FALSE(part("frmTrova", "optSubRac")->isEnabled());
   selectByTab(2);
   EXPECT_TRUE(static_cast<QRadioButton*>(part("frmTrova", "optRac"))->isChecked());
+}
+
+// Enter takes the row of an open list and no more; Tab and the window's letters take it and go on.
+TEST_F(Query, LeavesOpenListsByTheirKeys) {
+  ASSERT_TRUE(start());
+  selectByTab(2);
+  auto* form = &platform::forms()["frmFiltro"];
+  filter([&] {
+    auto* field = static_cast<QComboBox*>(part("frmFiltro", "cbpCampo(0)"));
+    press(Qt::Key_F4);
+    press(Qt::Key_L);
+    press(Qt::Key_Tab);
+    EXPECT_EQ(field->currentText(), QString("Lingua"));
+    EXPECT_EQ(QApplication::focusWidget(), part("frmFiltro", "cboCondizione(0)"));
+    QWheelEvent wheel({5, 5}, field->mapToGlobal(QPointF(5, 5)), {}, {0, 120}, {}, {},
+                      Qt::NoScrollPhase, false);
+    QApplication::sendEvent(field, &wheel);
+    EXPECT_EQ(field->currentText(), QString("Lingua"));
+    press(Qt::Key_Tab);
+    type("ing");
+    EXPECT_TRUE(
+        static_cast<platform::DataCombo*>(part("frmFiltro", "cboValore(0)"))->DroppedDown());
+    press(Qt::Key_Return);
+    EXPECT_TRUE(form->IsVisible());
+    press(Qt::Key_Return);
+    EXPECT_FALSE(form->IsVisible());
+  });
+  EXPECT_EQ(QString::number(list()->RecordCount()),
+            folder_.found("SELECT count(*) FROM MAIN JOIN TAB ON TabLinguaID = TAB.ID WHERE "
+                          "MAIN.TipoRac = 2 AND \"Desc\" LIKE 'ing%'"));
+  // The value goes from its list: the row forgets it.
+  folder_.outside("UPDATE TAB SET \"Desc\" = '' WHERE \"Desc\" LIKE 'ing%'");
+  list()->Requery();
+  filter([&] {
+    EXPECT_EQ(static_cast<platform::DataCombo*>(part("frmFiltro", "cboValore(0)"))->Value(), 0);
+    press(Qt::Key_F4);
+    press(Qt::Key_E, Qt::AltModifier);
+    EXPECT_FALSE(form->IsVisible());
+  });
 }
 
 // What is typed is a value and nothing else.
