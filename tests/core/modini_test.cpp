@@ -19,21 +19,19 @@ QString readBoth(const QString& key) {
 TEST(ModIni, ReadsAndWritesValuesOfTheCurrentSection) {
   const ProgramFolder folder;
   folder.writeFile("prova.ini",
-                   "[Uno]\nTesto=valore\nAssente=non trovato\nNumero=12\nMeno=-1\n"
+                   "[Uno]\nTesto=valore\nAssente=non trovato\nNumero=12\n"
                    "Limite=-32768\n[Due]\nTesto=altro\n");
   ImpostaFileIni(folder.path("prova.ini"));
   ImpostaSezioneIni("Uno");
   EXPECT_TRUE(bScriviStr("Nuovo", "Perché no"));
-  const struct {
-    QString section, key, read;
-  } cases[] = {
-      {"Uno", "Testo", "valore 0"}, {"Due", "Testo", "altro 0"},   {"Uno", "Numero", "12 12"},
-      {"Uno", "Meno", "-1 -1"},     {"Uno", "Limite", "-32768 -"}, {"Uno", "Assente", "- 0"},
-      {"Uno", "Nessuno", "- -"},    {"Tre", "Testo", "- -"},       {"Uno", "Nuovo", "Perché no 0"},
+  const char* const cases[][3] = {
+      {"Uno", "Testo", "valore 0"},  {"Due", "Testo", "altro 0"},     {"Uno", "Numero", "12 12"},
+      {"Uno", "Limite", "-32768 -"}, {"Uno", "Assente", "- 0"},       {"Uno", "Nessuno", "- -"},
+      {"Tre", "Testo", "- -"},       {"Uno", "Nuovo", "Perché no 0"},
   };
-  for (const auto& c : cases) {
-    ImpostaSezioneIni(c.section);
-    EXPECT_EQ(readBoth(c.key), c.read) << qPrintable(c.section + ' ' + c.key);
+  for (const auto& [section, key, read] : cases) {
+    ImpostaSezioneIni(section);
+    EXPECT_EQ(readBoth(key), QString(read)) << section << ' ' << key;
   }
 }
 

@@ -14,11 +14,19 @@ namespace {
 
 using platform::MessageBoxSeam;
 
+// Messages are answered, and told as "title|style|text" if the pointer shows no more work.
 class Messages : public ::testing::Test {
  protected:
-  Messages() { MessageBoxSeam::setNoWindow(true); }
+  Messages() {
+    MessageBoxSeam::setNoWindow(true);
+    Puntatore(kClessidra);
+  }
   ~Messages() override { MessageBoxSeam::reset(); }
-  static MessageBoxSeam::Shown last() { return MessageBoxSeam::shown().last(); }
+  static QString told() {
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+    const MessageBoxSeam::Shown& last = MessageBoxSeam::shown().last();
+    return QStringLiteral("%1|%2|%3").arg(last.title).arg(last.style).arg(last.text);
+  }
 };
 
 TEST_F(Messages, WarnAskOrTell) {
@@ -33,11 +41,8 @@ TEST_F(Messages, WarnAskOrTell) {
   for (const auto& c : cases) {
     Puntatore(kClessidra);
     MessageBoxSeam::setNextAnswer(c.pressed);
-    EXPECT_EQ(iMsg("Testo del messaggio", c.type), c.result) << c.type;
-    EXPECT_EQ(last().text, QString("Testo del messaggio"));
-    EXPECT_EQ(last().style, c.style);
-    EXPECT_EQ(last().title, QString("Attenzione!"));
-    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+    EXPECT_EQ(iMsg("Testo", c.type), c.result) << c.type;
+    EXPECT_EQ(told(), QStringLiteral("Attenzione!|%1|Testo").arg(c.style));
   }
 }
 
@@ -50,32 +55,25 @@ TEST_F(Messages, TellAFailureOnce) {
   EXPECT_TRUE(ignorando([&] { run(false); }));
   EXPECT_FALSE(ignorando([&] { run(true); }));
   EXPECT_TRUE(MessageBoxSeam::shown().isEmpty());
-  Puntatore(kClessidra);
   MessageBoxSeam::setNextAnswer(platform::kOk);
   EXPECT_EQ(protetto("mod!Proc", [&] { return run(true); }), 0);
-  EXPECT_EQ(last().text,
-            QString("Si e' verificato un errore durante l'elaborazione. \r\rCodice errore: 3021\r"
-                    "Descrizione: Nessun record corrente\rProcedura: mod!Proc"));
-  EXPECT_EQ(last().style, 65552);
-  EXPECT_EQ(last().title, QString(""));
-  EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+  EXPECT_EQ(told(),
+            QString("|65552|Si e' verificato un errore durante l'elaborazione. \r\rCodice errore: "
+                    "3021\rDescrizione: Nessun record corrente\rProcedura: mod!Proc"));
   Errore("mod!Proc");
   EXPECT_EQ(MessageBoxSeam::shown().size(), 1);
   MessageBoxSeam::setNextAnswer(platform::kOk);
   Errore(3078, "Tabella assente", {});
-  EXPECT_TRUE(last().text.endsWith("3078\rDescrizione: Tabella assente\r"));
+  EXPECT_TRUE(told().endsWith("3078\rDescrizione: Tabella assente\r"));
 }
 
 TEST(ModUtil, SelectsARowWhateverBlanksStandAroundIt) {
   QComboBox list;
   list.addItems({"Anno", "  Titolo ", "Autore  ", "Autore"});
-  const struct {
-    QString text;
-    int row;
-  } cases[] = {{"Titolo", 1}, {" Anno  ", 0}, {"Autore", 2}, {"autore", -1}};
-  for (const auto& c : cases) {
-    SelezionaVoceLista(list, c.text);
-    EXPECT_EQ(list.currentIndex(), c.row) << qPrintable(c.text);
+  const std::pair<const char*, int> cases[] = {{"Titolo", 1}, {" Anno", 0}, {"autore", -1}};
+  for (const auto& [text, row] : cases) {
+    SelezionaVoceLista(list, text);
+    EXPECT_EQ(list.currentIndex(), row) << text;
   }
 }
 

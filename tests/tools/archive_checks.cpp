@@ -2,61 +2,50 @@
 
 #include <gtest/gtest.h>
 
-#include <QHash>
-#include <QSet>
-
 #include "core/campi.h"
+#include "core/modutil.h"
 #include "core/raccolte.h"
 
 namespace tavolix::builder {
 namespace {
 
-void expectRecordsInTheirLists(store::Database& database) {
-  QHash<int, qint64> records;
-  QSet<qint64> keys;
-  const qint64 counter = rowsOf(database, "CONT", {"ID"}).first().first().toLongLong();
-  for (const QVariantList& row : rowsOf(database, "MAIN", {"TipoRac", "RacID"})) {
-    const qint64 key = row[1].toLongLong();
-    EXPECT_TRUE(key <= counter && !keys.contains(key)) << key;
-    keys << key;
-    ++records[row[0].toInt()];
-  }
-  for (int i = 0; i < kRaccoltePrincipali; ++i) {
-    EXPECT_EQ(countOf(database, aRaccolte(i).sQuery), records[i]) << i;
-    EXPECT_EQ(countOf(database, aRaccolte(i).sTabDettaglio), records[i]) << i;
-  }
+void expectNone(store::Database& database, const QString& query) {
+  EXPECT_EQ(countOf(database, query), 0) << qPrintable(query);
 }
 
-void expectChildrenHaveParents(store::Database& database) {
+void expectRecordsInTheirLists(store::Database& database) {
+  expectNone(database, "SELECT RacID FROM MAIN GROUP BY RacID HAVING Count(*) > 1");
+  expectNone(database, "SELECT RacID FROM MAIN, CONT WHERE RacID > CONT.ID");
   for (int i = 0; i < kRaccoltePrincipali; ++i) {
-    if (aRaccolte(i).iSottoRaccolta < 0) continue;
-    const tRaccolta& child = aRaccolte(aRaccolte(i).iSottoRaccolta);
-    const auto parents = rowsOf(database, aRaccolte(i).sTabDettaglio, {aRaccolte(i).sCampoID});
-    for (const auto& row : rowsOf(database, child.sTabPrincipale, {child.sCampoPadre})) {
-      ASSERT_TRUE(parents.contains(row)) << qPrintable(child.sNome);
-    }
+    const tRaccolta& collection = aRaccolte(i);
+    const auto records = countOf(database, QString("SELECT * FROM MAIN WHERE TipoRac=%1").arg(i));
+    EXPECT_EQ(countOf(database, collection.sQuery), records) << i;
+    EXPECT_EQ(countOf(database, collection.sTabDettaglio), records) << i;
+    if (collection.iSottoRaccolta < 0) continue;
+    const tRaccolta& child = aRaccolte(collection.iSottoRaccolta);
+    expectNone(database, QString("SELECT c.ID FROM %1 AS c LEFT JOIN %2 AS p ON c.%3 = p.%4 "
+                                 "WHERE p.%4 Is Null")
+                             .arg(child.sTabPrincipale, collection.sTabDettaglio, child.sCampoPadre,
+                                  collection.sCampoID));
   }
 }
 
 void expectChoicesInTheirLists(store::Database& database) {
-  QHash<qint64, QString> lists;  // of each key
-  QSet<QString> withDefault;
-  for (const auto& row : rowsOf(database, "TAB", {"ID", "TipoTab", "TipoRac", "Default"})) {
-    const QString list = row[1].toString() + row[2].toString();
-    lists[row[0].toLongLong()] = list;
-    EXPECT_FALSE(row[3] != 0 && withDefault.contains(list)) << qPrintable(list);
-    if (row[3] != 0) withDefault << list;
-  }
-  EXPECT_FALSE(withDefault.isEmpty());
+  const QString defaults = "SELECT TipoTab, TipoRac FROM TAB WHERE [Default] = True";
+  EXPECT_GT(countOf(database, defaults), 0);
+  expectNone(database, defaults + " GROUP BY TipoTab, TipoRac HAVING Count(*) > 1");
+  const QString strangers =
+      "SELECT m.ID FROM %1 AS m LEFT JOIN TAB AS t ON m.%2 = t.ID WHERE m.%2 <> 0 AND %3 "
+      "(t.ID Is Null OR t.TipoTab <> %4 OR t.TipoRac <> %5)";
   for (int i = 0; i < kRaccolte; ++i) {
-    QStringList columns;
-    for (int j = 0; j < iNumeroCampi(i); ++j) columns << aCampi(i, j).sCampoDB;
-    for (const QVariantList& record : rowsOf(database, aRaccolte(i).sQuery, columns)) {
-      for (int j = 0; j < iNumeroCampi(i); ++j) {
-        const tCampo& campo = aCampi(i, j);
-        if (campo.sTipo != CBO || record[j] == 0) continue;
-        ASSERT_EQ(lists[record[j].toLongLong()], campo.sCodTab + QString::number(campo.iRacTab));
-      }
+    for (int j = 0; j < iNumeroCampi(i); ++j) {
+      const tCampo& campo = aCampi(i, j);
+      if (campo.sTipo != CBO) continue;
+      const QString table = sCampoQualificato(i, j).section('.', 0, 0);
+      const QString own = table == "MAIN" ? QString("m.TipoRac = %1 AND").arg(i) : QString();
+      expectNone(
+          database,
+          strangers.arg(table, campo.sCampoDB, own, sApici(campo.sCodTab)).arg(campo.iRacTab));
     }
   }
 }
@@ -85,7 +74,6 @@ QVector<QVariantList> rowsOf(store::Database& database, const QString& source,
 void expectConsistent(store::Database& database) {
   EXPECT_TRUE(database.IntegrityCheck());
   expectRecordsInTheirLists(database);
-  expectChildrenHaveParents(database);
   expectChoicesInTheirLists(database);
 }
 
