@@ -26,7 +26,6 @@ TEST(OddValues, BecomeTheColumnsKindOrAreRefused) {
       {"Anno", " ", "-"},
       {"Anno", "12.25", "12.25"},
       {"Anno", 1.5F, "1.5"},
-      {"Anno", Limits::max(), "1.79769313486232e+308"},
       {"Anno", 9223372036854775807LL, "9.22337203685478e+18"},
       {"Anno", "1,5", nullptr, 3421},
       {"Anno", Limits::quiet_NaN(), nullptr, 3421},
@@ -40,12 +39,10 @@ TEST(OddValues, BecomeTheColumnsKindOrAreRefused) {
       {"TABAutoreID", 2147483648.0, nullptr, 6},
       {"DtaAcq", 2958465.5, "2958465.5"},  // noon of 31 December 9999
       {"DtaAcq", -657434, "-657434"},      // 1 January 100
-      {"DtaAcq", "1/1/2000", nullptr, 3421},
       {"DtaAcq", 2958466, nullptr, 6},
       {"DtaAcq", -657435, nullptr, 6},
       {"Autore", "Eco", nullptr, 3164},
       {"LIB.ID", 99, nullptr, 3164},
-      {"LIB.ID", 2147483648LL, nullptr, 6},
       {"Nessuno", 1, nullptr, 3265},
   };
   const Archive archive;

@@ -1,14 +1,90 @@
-#include "platform/theme.h"
-
 #include <gtest/gtest.h>
 
+#include <QAbstractButton>
 #include <QApplication>
+#include <QLabel>
+#include <QMessageBox>
+#include <QScreen>
+#include <QTest>
+#include <QTimer>
 #include <cmath>
+#include <functional>
 
 #include "platform/icons.h"
+#include "platform/message_box.h"
+#include "platform/tab_strip.h"
+#include "platform/theme.h"
 
 namespace platform {
 namespace {
+
+// Shows a message, looks at its window, and leaves it by a key.
+int showAnd(const QString& text, int style, Qt::Key key,
+            const std::function<void(QMessageBox&)>& look) {
+  QTimer::singleShot(0, [&] {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    look(*box);
+    QTest::keyClick(box, key);
+  });
+  return MsgBox(text, style, "");
+}
+
+TEST(MessageBoxTest, HasTheButtonsAndAnswersOfItsStyle) {
+  const struct {
+    int style;
+    const char* buttons;
+    QMessageBox::Icon icon;
+    Qt::Key key;
+    int answer;
+  } cases[] = {
+      {kOkOnly + kCritical, "OK", QMessageBox::Critical, Qt::Key_Escape, kOk},
+      {kOkCancel + kWarning, "OK Annulla", QMessageBox::Warning, Qt::Key_Return, kOk},
+      {kOkCancel + kInformation, "OK Annulla", QMessageBox::Information, Qt::Key_A, kCancel},
+      {kOkCancel + kSetForeground, "OK Annulla", QMessageBox::NoIcon, Qt::Key_Escape, kCancel},
+      {kYesNo + kQuestion, "Sì No", QMessageBox::Question, Qt::Key_S, kYes},
+      {kYesNo + kWarning, "Sì No", QMessageBox::Warning, Qt::Key_Escape, kNo},
+  };
+  for (const auto& c : cases) {
+    const int answer = showAnd("<b>uno</b>\rdue\r\ntre", c.style, c.key, [&](QMessageBox& box) {
+      QStringList texts;
+      for (const QAbstractButton* button : box.buttons()) texts << button->text();
+      EXPECT_EQ(texts.join(' '), c.buttons);
+      EXPECT_EQ(box.icon(), c.icon);
+      EXPECT_EQ(box.text(), "<b>uno</b>\ndue\ntre");
+      EXPECT_EQ(box.textFormat(), Qt::PlainText);
+    });
+    EXPECT_EQ(answer, c.answer) << "style " << c.style << " key " << c.key;
+  }
+}
+
+TEST(MessageBoxTest, KeepsLongTextsOnTheScreen) {
+  for (const QString& text : {QString("riga\r").repeated(500), QString("parola ").repeated(5000)}) {
+    showAnd(text, kYesNo, Qt::Key_Escape, [](QMessageBox& box) {
+      EXPECT_EQ(box.size().boundedTo(box.screen()->availableSize()), box.size());
+      const auto* label = box.findChild<QLabel*>("qt_msgbox_label");
+      EXPECT_GE(label->height(), label->heightForWidth(label->width())) << "cut off";
+    });
+  }
+}
+
+TEST(TabStripTest, TellsEachSelectionOnceWhoeverMakesIt) {
+  TabStrip strip;
+  QStringList told;
+  QObject::connect(&strip, &TabStrip::clicked, &strip, [&] { told << strip.SelectedTag(); });
+  strip.addTab({}, "Libri", "10");
+  strip.addTab({}, "Dischi", "20");
+  strip.addTab({}, "Videocassette e altro", "30");
+  strip.resize(strip.sizeHint());
+  strip.Select(2);
+  strip.Select(2);
+  QTest::mouseClick(&strip, Qt::LeftButton, {}, strip.tabRect(2).center());
+  strip.setTabEnabled(1, false);
+  for (const Qt::Key key : {Qt::Key_Up, Qt::Key_Up, Qt::Key_Down}) QTest::keyClick(&strip, key);
+  QTest::keyClick(&strip, Qt::Key_Up, Qt::ControlModifier);
+  EXPECT_EQ(told, QStringList({"10", "20", "30", "10", "30"}));
+  const int text = strip.fontMetrics().horizontalAdvance(strip.tabText(2));
+  EXPECT_GE(strip.tabRect(2).width(), text + strip.iconSize().width());
+}
 
 // Relative luminance and contrast as in the Web Content Accessibility Guidelines 2.1.
 double luminance(const QColor& color) {
