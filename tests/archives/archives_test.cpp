@@ -163,22 +163,16 @@ TEST_F(Archives, AreAskedForUntilOneFitsOrTheUserGivesUp) {
   folder_.outside("UPDATE CFG SET nVal = 2 WHERE dsc = 'DB_VERSION'", "modello.tvx");
   QStringList answers;
   platform::forms().add("frmManArc", [&] { return std::make_unique<Manager>(answers); });
-  const struct {
-    int mode;
-    QString path;
-    QStringList answers;
-    QString opened;
-    bool tells;
-  } cases[] = {
+  const std::tuple<int, QString, QStringList, QString, bool> cases[] = {
       {1, "modello.tvx", {"esempio.tvx"}, "esempio.tvx", false},
       {2, "assente.tvx", {"modello.tvx", "esempio.tvx"}, "esempio.tvx", true},
       {2, "modello.tvx", {}, "", true},
   };
-  for (const auto& c : cases) {
-    answers = c.answers;
-    EXPECT_EQ(open(c.mode, c.path), !c.opened.isEmpty());
-    EXPECT_EQ(path_, c.opened);
-    EXPECT_EQ(told_.isEmpty(), !c.tells);
+  for (const auto& [mode, path, given, opened, tells] : cases) {
+    answers = given;
+    EXPECT_EQ(open(mode, path), !opened.isEmpty());
+    EXPECT_EQ(path_, opened);
+    EXPECT_EQ(told_.isEmpty(), !tells);
     EXPECT_TRUE(answers.isEmpty());
   }
   platform::forms().clear();

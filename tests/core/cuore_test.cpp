@@ -46,24 +46,19 @@ TEST_F(Cuore, AddsAValueToItsListOnce) {
   const platform::LookupListPtr offered = ListaValori(-1, "LINGUA");
   offered->ensureLoaded();
   const int before = offered->rowCount();
-  const struct {
-    QString code;
-    int collection;
-    QString text;
-    int added;
-  } cases[] = {
+  const std::tuple<QString, int, QString, int> cases[] = {
       {"LINGUA", -1, "Volapuk", 1},
       {"LINGUA", -1, "volapuk", 0},
       {"LINGUA", 3, "Volapuk", 1},
       {"GENERE", 0, "L'altro genere", 1},
   };
   const QString newest = "SELECT max(ID) FROM TAB";
-  for (const auto& c : cases) {
-    const qlonglong expected = folder_.found(newest).toLongLong() + c.added;
-    const QString id = QString::number(lNuovaVoceTab(c.code, c.collection, c.text));
-    EXPECT_EQ(folder_.found(newest).toLongLong(), expected) << qPrintable(c.text);
+  for (const auto& [code, collection, text, added] : cases) {
+    const qlonglong expected = folder_.found(newest).toLongLong() + added;
+    const QString id = QString::number(lNuovaVoceTab(code, collection, text));
+    EXPECT_EQ(folder_.found(newest).toLongLong(), expected) << qPrintable(text);
     EXPECT_EQ(folder_.found("SELECT TipoTab, TipoRac, lower(\"Desc\") FROM TAB WHERE ID = " + id),
-              QStringLiteral("%1|%2|%3").arg(c.code).arg(c.collection).arg(c.text.toLower()));
+              QStringLiteral("%1|%2|%3").arg(code).arg(collection).arg(text.toLower()));
   }
   offered->ensureLoaded();
   EXPECT_EQ(offered->rowCount(), before + 1);

@@ -6,6 +6,7 @@
 
 #include "desk.h"
 #include "grid_archive.h"
+#include "platform/data_combo.h"
 #include "platform/date_box.h"
 #include "platform/masked_box.h"
 #include "platform/text_box.h"
@@ -72,6 +73,21 @@ TEST_F(DataControlTest, WritesWhatWasTypedBeforeTheRowIsLeft) {
     EXPECT_FALSE(data_.Pending());
   }
   EXPECT_EQ(failed_.count(), 0);
+}
+
+TEST_F(DataControlTest, WritesNothingWhileAListIsOpen) {
+  Desk<DataCombo> publisher;
+  publisher->SetList(archive_.list());
+  join(*publisher.get(), data_, "Editore");
+  publisher.enter();
+  publisher->SetDroppedDown(true);
+  publisher.type("ell");
+  QFocusEvent list(QEvent::FocusOut, Qt::ActiveWindowFocusReason);
+  QCoreApplication::sendEvent(publisher.get(), &list);
+  EXPECT_EQ(archive_.stored(0, "Editore"), "7");
+  publisher->SetDroppedDown(false);
+  publisher.leave();
+  EXPECT_EQ(archive_.stored(0, "Editore"), "5");
 }
 
 TEST_F(DataControlTest, WritesNothingWhereNothingChanged) {

@@ -119,6 +119,29 @@ TEST_F(DataGridTest, ReturnsToTheRowThatCouldNotBeLeft) {
   EXPECT_TRUE(grid_.selectionModel()->isRowSelected(0, {}));
 }
 
+TEST_F(DataGridTest, WritesWhatIsTyped) {
+  const struct {
+    int column;
+    QString typed, field, stored;
+  } cases[] = {
+      {GridArchive::Year, "1a9b84", "Anno", "1984"},
+      {GridArchive::Price, "7,25", "Prezzo", "7.25"},
+      {GridArchive::Bought, "31022000", "Acquisto", ""},
+      {GridArchive::Publisher, "ell", "Editore", "5"},
+  };
+  for (int place = 4; const auto& c : cases) {
+    goTo(place, c.column);
+    // The first key opens the cell, and belongs to what is typed.
+    type(c.typed.left(1));
+    QApplication::processEvents();
+    type(c.typed.mid(1));
+    press(Qt::Key_Return);
+    EXPECT_EQ(stored(place, c.field), c.stored) << qPrintable(c.typed);
+    EXPECT_EQ(row(), place++);
+    EXPECT_EQ(editor(), nullptr);
+  }
+}
+
 TEST_F(DataGridTest, GoesToTheNextVisibleColumnByTab) {
   grid_.setColumnHidden(GridArchive::Year, true);
   enter(0, GridArchive::Title, "1", Qt::Key_Tab);

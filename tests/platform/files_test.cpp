@@ -72,11 +72,7 @@ TEST_F(FileSystemTest, FindsPathsAsGiven) {
 }
 
 TEST_F(FileSystemTest, TellsFailuresByNumber) {
-  const struct {
-    const char* name;
-    int number;
-    std::function<void()> action;
-  } cases[] = {
+  const std::tuple<const char*, int, std::function<void()>> cases[] = {
       {"length of nothing", 53, [] { fileLength("manca"); }},
       {"delete in no folder", 76, [] { deleteFile("manca\\x"); }},
       {"delete a folder", 75, [] { deleteFile("casa"); }},
@@ -91,7 +87,8 @@ TEST_F(FileSystemTest, TellsFailuresByNumber) {
       {"write a folder", 75, [] { checkWritable("casa"); }},
       {"write a file", 0, [] { checkWritable("libri.mdb"); }},
   };
-  for (const auto& c : cases) EXPECT_EQ(store::failureOf(c.action), c.number) << c.name;
+  for (const auto& [name, number, action] : cases)
+    EXPECT_EQ(store::failureOf(action), number) << name;
   EXPECT_EQ(get("Dati/Libri.mdb"), "libri");
   const int other = ::open(QFile::encodeName(path("Dati/Libri.mdb")).constData(), O_RDWR);
   struct flock lock {};

@@ -30,13 +30,7 @@ int showAnd(const QString& text, int style, Qt::Key key,
 }
 
 TEST(MessageBoxTest, HasTheButtonsAndAnswersOfItsStyle) {
-  const struct {
-    int style;
-    const char* buttons;
-    QMessageBox::Icon icon;
-    Qt::Key key;
-    int answer;
-  } cases[] = {
+  const std::tuple<int, const char*, QMessageBox::Icon, Qt::Key, int> cases[] = {
       {kOkOnly + kCritical, "OK", QMessageBox::Critical, Qt::Key_Escape, kOk},
       {kOkCancel + kWarning, "OK Annulla", QMessageBox::Warning, Qt::Key_Return, kOk},
       {kOkCancel + kInformation, "OK Annulla", QMessageBox::Information, Qt::Key_A, kCancel},
@@ -44,16 +38,16 @@ TEST(MessageBoxTest, HasTheButtonsAndAnswersOfItsStyle) {
       {kYesNo + kQuestion, "Sì No", QMessageBox::Question, Qt::Key_S, kYes},
       {kYesNo + kWarning, "Sì No", QMessageBox::Warning, Qt::Key_Escape, kNo},
   };
-  for (const auto& c : cases) {
-    const int answer = showAnd("<b>uno</b>\rdue\r\ntre", c.style, c.key, [&](QMessageBox& box) {
+  for (const auto& [style, buttons, icon, key, wanted] : cases) {
+    const int answer = showAnd("<b>uno</b>\rdue\r\ntre", style, key, [&](QMessageBox& box) {
       QStringList texts;
       for (const QAbstractButton* button : box.buttons()) texts << button->text();
-      EXPECT_EQ(texts.join(' '), c.buttons);
-      EXPECT_EQ(box.icon(), c.icon);
+      EXPECT_EQ(texts.join(' '), buttons);
+      EXPECT_EQ(box.icon(), icon);
       EXPECT_EQ(box.text(), "<b>uno</b>\ndue\ntre");
       EXPECT_EQ(box.textFormat(), Qt::PlainText);
     });
-    EXPECT_EQ(answer, c.answer) << "style " << c.style << " key " << c.key;
+    EXPECT_EQ(answer, wanted) << "style " << style << " key " << key;
   }
 }
 
@@ -104,21 +98,18 @@ void apply(const QString& wish) {
 }
 
 TEST(Theme, FollowsTheWishOrTheSystem) {
-  const struct {
-    const char *wish, *system;
-    bool dark;
-  } cases[] = {
+  const std::tuple<const char*, const char*, bool> cases[] = {
       {"chiaro", "Adwaita:dark", false},
       {"Scuro", "", true},
       {"sistema", "Adwaita:dark", true},
       {"sistema", "Adwaita", false},
   };
-  for (const auto& c : cases) {
-    qputenv("GTK_THEME", c.system);
+  for (const auto& [wish, desktop, dark] : cases) {
+    qputenv("GTK_THEME", desktop);
     apply("scuro");  // what was in use before does not count
-    apply(c.wish);
-    EXPECT_EQ(isDark(), c.dark) << c.wish << c.system;
-    EXPECT_EQ(luminance(QApplication::palette().color(QPalette::Window)) < 0.5, c.dark);
+    apply(wish);
+    EXPECT_EQ(isDark(), dark) << wish << desktop;
+    EXPECT_EQ(luminance(QApplication::palette().color(QPalette::Window)) < 0.5, dark);
   }
   qunsetenv("GTK_THEME");
 }

@@ -8,22 +8,18 @@
 namespace store {
 namespace {
 
-// The order of an archive's values, by definition: Null, then numbers or texts in their order.
-int compareValues(const QVariant& left, const QVariant& right) {
-  if (!left.isValid() || !right.isValid()) return int(left.isValid()) - int(right.isValid());
-  const bool isText = left.typeId() == QMetaType::QString;
-  if (isText != (right.typeId() == QMetaType::QString)) return isText ? 1 : -1;
-  if (isText) {
-    return compareText(left.toString().toStdString(), right.toString().toStdString());
-  }
-  return left.toDouble() < right.toDouble() ? -1 : int(left.toDouble() > right.toDouble());
-}
-
 // A row of TAB: its key and the values of index "2".
 struct Row {
   qint64 id = 0;
   QVariantList keys;
 };
+
+// Null first, then numbers or texts in their order.
+int compareValues(const QVariant& left, const QVariant& right) {
+  if (!left.isValid() || !right.isValid()) return int(left.isValid()) - int(right.isValid());
+  if (left.typeId() == QMetaType::Int) return left.toInt() - right.toInt();
+  return compareText(left.toString().toStdString(), right.toString().toStdString());
+}
 
 // Compares as many keys as both have.
 int compareKeys(const QVariantList& left, const QVariantList& right) {

@@ -220,11 +220,7 @@ TEST_F(SourceErrors, AreToldByFileLineAndColumn) {
   const QString audio = "sample/audio.tsv";
   const QString lists = "lists/liste.tsv";
   const QString grids = "griglie.tsv";
-  const struct {
-    QString file;
-    QByteArray content;
-    const char* told;
-  } mistakes[] = {
+  const std::tuple<QString, QByteArray, const char*> mistakes[] = {
       {books, "", "libri.tsv:1: file vuoto"},
       {books, "Cod\tColore\nL1\tblu\n", "libri.tsv:1: colonna Colore: "},
       {books, "Titolo\nA\n", "libri.tsv:1: colonna Cod: "},
@@ -249,11 +245,11 @@ TEST_F(SourceErrors, AreToldByFileLineAndColumn) {
        "griglie.tsv:3: colonna Colonna: "},
       {grids, kGrids + "Q_LIB\t0\tDurata\tD\t900\n", "griglie.tsv:2: colonna NomeCampo: "},
   };
-  for (const auto& mistake : mistakes) {
-    write(mistake.file, mistake.content);
+  for (const auto& [file, content, place] : mistakes) {
+    write(file, content);
     const QString told = refusal();
-    EXPECT_TRUE(told.startsWith(mistake.told)) << mistake.told << qPrintable(told);
-    write(mistake.file, {});
+    EXPECT_TRUE(told.startsWith(place)) << place << qPrintable(told);
+    write(file, {});
   }
 }
 
