@@ -116,6 +116,14 @@ TEST(Create, NewFilesOnly) {
   EXPECT_EQ(rows->Fields()[0].kind, FieldKind::Short);
   EXPECT_EQ(rows->Fields()[1].size, 3);
   EXPECT_TRUE(created->QueryDefs().isEmpty() && created->IntegrityCheck());
+  add(*rows);
+  created->Close();
+  // An index of other columns than it was made of.
+  SQLite::Database(path.toStdString(), SQLite::OPEN_READWRITE)
+      .exec(
+          "PRAGMA writable_schema = 1; UPDATE sqlite_schema SET sql = replace(sql, '(Y)', '(Z)');"
+          "PRAGMA writable_schema = 0; UPDATE X SET Z = 'a'");
+  EXPECT_FALSE(OpenDatabase(path)->IntegrityCheck());
 }
 
 }  // namespace

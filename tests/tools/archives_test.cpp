@@ -113,8 +113,10 @@ TEST_F(Archives, TemplateShowsItsEmptyLists) {
   EXPECT_TRUE(settings.contains({"DB_APPLICATION", QVariant(), "Tavolix"}));
   EXPECT_TRUE(settings.contains({"PWD", QVariant(), ""}));
   QHash<QString, int> columns;
-  for (const auto& row : rowsOf(*database, "GRDCONFIG", {"NomeQuery", "Colonna"})) {
+  for (const QVariantList& row :
+       rowsOf(*database, "GRDCONFIG", {"NomeQuery", "Colonna", "titolo", "Larghezza"})) {
     EXPECT_EQ(row[1], columns[row[0].toString()]++) << qPrintable(row[0].toString());
+    EXPECT_GE(row[3].toInt(), 100 * row[2].toString().size()) << qPrintable(row[2].toString());
   }
   EXPECT_EQ(columns.size(), kRaccolte);
   expectConsistent(*database);
