@@ -29,6 +29,12 @@ void harden(sqlite3* handle) {
   sqlite3_limit(handle, SQLITE_LIMIT_LENGTH, kLongestValue);
 }
 
+// A transaction gives back its locks last, the writer's for a reader's first: where just that
+// fails, what was to be written is in the file.
+bool isAboutLocks(int code) {
+  return code == SQLITE_IOERR_UNLOCK || code == SQLITE_IOERR_RDLOCK;
+}
+
 QByteArray savepoint(int depth) {
   return "tvx" + QByteArray::number(depth);
 }
@@ -142,10 +148,11 @@ int Connection::execute(const QByteArray& text, const QVariantList& values) {
   return run(*lease);
 }
 
-// Locks are given back last: where just that fails, what was to be written is in the file.
 int Connection::run(SQLite::Statement& statement) const {
+  const bool began = isInTransaction();
   const int code = statement.tryExecuteStep();
-  if (code != SQLITE_DONE && database_.getExtendedErrorCode() != SQLITE_IOERR_UNLOCK) {
+  const bool ended = began && !isInTransaction();
+  if (code != SQLITE_DONE && !(ended && isAboutLocks(database_.getExtendedErrorCode()))) {
     throwFailure(SQLite::Exception(database_.getHandle(), code));
   }
   return database_.getChanges();

@@ -127,6 +127,14 @@ QVector<RecordsetPtr> Database::Recordsets() const {
   return open;
 }
 
+// By itself a statement would not tell whether a lock failed before it wrote or behind.
+int Database::write(const QByteArray& statement, const QVariantList& values) {
+  Transaction transaction(*this);
+  const int rows = connection().execute(statement, values);
+  transaction.Commit();
+  return rows;
+}
+
 void Database::CreateQueryDef(const QString& name, const QString& sql) {
   const bool select = sql::looksLikeSelect(sql);
   if (select) {
@@ -137,13 +145,12 @@ void Database::CreateQueryDef(const QString& name, const QString& sql) {
   if (connection().table(name) != nullptr || connection().querySql(name)) {
     throw Failure(failure::kNameTaken, QStringLiteral("L'oggetto '%1' esiste gia'").arg(name));
   }
-  connection().execute("INSERT INTO QUERYDEF (Name, Sql) VALUES (?, ?)", {name, sql});
+  write("INSERT INTO QUERYDEF (Name, Sql) VALUES (?, ?)", {name, sql});
   connection().forgetQueries();
 }
 
 void Database::DeleteQueryDef(const QString& name) {
-  const int deleted =
-      connection().execute("DELETE FROM QUERYDEF WHERE Name = ? COLLATE NOCASE", {name});
+  const int deleted = write("DELETE FROM QUERYDEF WHERE Name = ? COLLATE NOCASE", {name});
   connection().forgetQueries();
   if (deleted == 0) {
     throw Failure(failure::kItemNotFound, QStringLiteral("Query '%1' inesistente").arg(name));
@@ -169,7 +176,7 @@ QString Database::QueryDefSql(const QString& name) const {
 void Database::Execute(const QString& query) {
   const sql::Statement statement =
       sql::printAction(sql::resolveAction(sql::parseAction(QueryDefSql(query)), connection()));
-  connection().execute(statement.text, statement.values);
+  write(statement.text, statement.values);
 }
 
 void Database::BeginTrans() {

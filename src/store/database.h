@@ -53,6 +53,7 @@ class Database final : public std::enable_shared_from_this<Database> {
 
  private:
   Connection& connection() const;
+  int write(const QByteArray& statement, const QVariantList& values);
 
   std::shared_ptr<Connection> connection_;
   mutable QVector<std::weak_ptr<Recordset>> recordsets_;
