@@ -3,17 +3,17 @@
 #include <QtEndian>
 #include <algorithm>
 
-#include "disk/plain_file.h"
-#include "store/sqlite_language.h"
+#include "harm/archive_file.h"
+#include "harm/chance.h"
 
 namespace damage {
 namespace {
 
 constexpr qsizetype kPage = 4096;
 
-qsizetype below(std::mt19937& random, qsizetype end) {
-  return static_cast<qsizetype>(random() % static_cast<unsigned>(end));
-}
+using harm::after;
+using harm::anyOf;
+using harm::below;
 
 qsizetype pagesOf(const QByteArray& file) {
   return file.size() / kPage;
@@ -30,23 +30,21 @@ void flipBits(QByteArray& file, std::mt19937& random, qsizetype from, qsizetype 
   }
 }
 
-// Places of the pages whose tree is an index's.
-std::vector<qsizetype> indexPages(const QByteArray& file) {
+void flipIndex(QByteArray& file, std::mt19937& random) {
   std::vector<qsizetype> places;
-  for (qsizetype page = 1; page < pagesOf(file); ++page) {
-    if (file[page * kPage] == 2 || file[page * kPage] == 10) places.push_back(page * kPage);
+  for (qsizetype page = kPage; page < file.size(); page += kPage) {
+    if (file[page] == 2 || file[page] == 10) places.push_back(page);
   }
-  return places;
+  flipBits(file, random, anyOf(random, places), kPage);
 }
 
 // Where the tables and indexes are described.
 void flipSchema(QByteArray& file, std::mt19937& random) {
   static const QByteArray words[] = {"CREATE TABLE", "CREATE INDEX", "CREATE UNIQUE INDEX"};
-  const QByteArray& word = words[below(random, 3)];
+  const QByteArray& word = anyOf(random, words);
   std::vector<qsizetype> places;
   for (auto at = file.indexOf(word); at >= 0; at = file.indexOf(word, at + 1)) places.push_back(at);
-  flipBits(file, random, places[static_cast<std::size_t>(below(random, std::ssize(places)))] - 30,
-           200);
+  flipBits(file, random, anyOf(random, places) - 30, 200);
 }
 
 void overwritePage(QByteArray& file, std::mt19937& random) {
@@ -81,19 +79,10 @@ void growWhole(QByteArray& file, std::mt19937& random) {
 
 void spoilHeader(QByteArray& file, std::mt19937& random) {
   // Page size, versions, change count, page count, free list, schema, encoding, application, ...
-  static const std::vector<qsizetype> places = {0,  16, 18, 20, 24, 28, 32, 36,
-                                                40, 44, 52, 56, 64, 68, 92};
-  const qsizetype at = places[static_cast<std::size_t>(below(random, std::ssize(places)))];
-  const quint32 values[] = {0,
-                            1,
-                            2,
-                            3,
-                            0x01000000,
-                            0x02020000,
-                            0xffffffff,
-                            static_cast<quint32>(random()),
-                            static_cast<quint32>(random() % 200)};
-  setNumber(file, at, values[below(random, 9)]);
+  constexpr qsizetype places[] = {0, 16, 18, 20, 24, 28, 32, 36, 40, 44, 52, 56, 64, 68, 92};
+  const auto any = static_cast<quint32>(random());
+  const quint32 values[] = {0, 1, 2, 3, 0x01000000, 0x02020000, 0xffffffff, any, any % 200};
+  setNumber(file, anyOf(random, places), anyOf(random, values));
 }
 
 // An index that is not what the table is: the table was written while the schema did not know it.
@@ -116,7 +105,7 @@ void makeIndexLie(QByteArray& file, std::mt19937& random) {
       {"GRDCONFIG_1u", "DELETE FROM GRDCONFIG WHERE Colonna = 1"},
       {"AUDSUB_2", "DELETE FROM AUDSUB WHERE ID % 7 = 5"},
   };
-  const auto& [index, lie] = lies[static_cast<std::size_t>(below(random, std::ssize(lies)))];
+  const auto& [index, lie] = anyOf(random, lies);
   const QByteArray named = QByteArray("name = '") + index + "'";
   file = after(
       file, {"PRAGMA writable_schema = 1; CREATE TABLE kept AS SELECT * FROM sqlite_schema WHERE " +
@@ -126,16 +115,13 @@ void makeIndexLie(QByteArray& file, std::mt19937& random) {
              "DELETE FROM sqlite_schema WHERE name = 'kept'"});
 }
 
-const char* const kQueries[] = {"Q_LIB", "Q_AUD", "Q_PER", "Q_RIVSUB"};
-
 void changeQuery(QByteArray& file, std::mt19937& random) {
-  const QByteArray name = kQueries[below(random, 4)];
-  const QByteArray nonsense[] = {
+  const QByteArray queries[] = {"Q_LIB", "Q_AUD", "Q_PER", "Q_RIVSUB"};
+  const QByteArray& name = anyOf(random, queries);
+  const QByteArray texts[] = {
       "SELECT",
       "",
-      "non e' una query",
       QByteArray(100000, '('),
-      "SELECT * FROM " + name,
       "SELECT * FROM Q_REP_0",
       "SELECT * FROM " + name + " UNION ALL SELECT * FROM " + name,
       "SELECT * FROM MAIN WHERE " + QByteArray("ID = 1 OR ").repeated(20000) + "ID = 2",
@@ -143,15 +129,12 @@ void changeQuery(QByteArray& file, std::mt19937& random) {
       "SELECT * FROM MAIN, MAIN AS B, MAIN AS C, MAIN AS D",
       "SELECT * FROM MAIN INNER JOIN TAB ON MAIN.TABAutoreID = TAB.ID",
       "UPDATE MAIN SET Titolo = 'x'",
-      "DROP TABLE MAIN",
-      "SELECT * FROM sqlite_schema",
       QByteArray("SELECT \0 * FROM \xff MAIN", 22)};
-  const QByteArray text = nonsense[below(random, std::ssize(nonsense))];
-  const QByteArray where = " WHERE Name = '" + name + "'";
   const bool remove = random() % 10 == 0;
-  file = after(
-      file, {remove ? "DELETE FROM QUERYDEF" + where
-                    : "UPDATE QUERYDEF SET Sql = CAST(x'" + text.toHex() + "' AS TEXT)" + where});
+  file = after(file, {(remove ? QByteArray("DELETE FROM QUERYDEF")
+                              : "UPDATE QUERYDEF SET Sql = CAST(x'" + anyOf(random, texts).toHex() +
+                                    "' AS TEXT)") +
+                      " WHERE Name = '" + name + "'"});
 }
 
 void changeSchema(QByteArray& file, std::mt19937& random) {
@@ -192,31 +175,15 @@ void changeSchema(QByteArray& file, std::mt19937& random) {
       root + "(SELECT rootpage FROM sqlite_schema WHERE name = 'AUD_1u') WHERE name = 'LIB_1u'",
       root + "(SELECT rootpage FROM sqlite_schema WHERE name = 'AUD') WHERE name = 'VID'",
       root + "(SELECT rootpage FROM sqlite_schema WHERE name = 'TAB_3') WHERE name = 'TAB_2'"};
-  file = after(file, {changes[below(random, std::ssize(changes))]});
+  file = after(file, {anyOf(random, changes)});
 }
 
 }  // namespace
 
-QByteArray after(const QByteArray& file, const std::vector<QByteArray>& parts) {
-  const QTemporaryDir folder;
-  const QString path = folder.filePath(QStringLiteral("altro.tvx"));
-  plain::write(path, file);
-  for (const QByteArray& part : parts) {
-    SQLite::Database other(path.toStdString(), SQLite::OPEN_READWRITE);
-    store::addLanguage(other.getHandle());
-    other.exec("PRAGMA synchronous = OFF; " + part.toStdString());
-  }
-  return plain::bytesOf(path);
-}
-
 const std::vector<Kind>& kinds() {
   static const std::vector<Kind> all = {
       {"bits", [](QByteArray& f, std::mt19937& r) { flipBits(f, r, 0, f.size()); }},
-      {"bits of an index",
-       [](QByteArray& f, std::mt19937& r) {
-         const std::vector<qsizetype> pages = indexPages(f);
-         flipBits(f, r, pages[static_cast<std::size_t>(below(r, std::ssize(pages)))], kPage);
-       }},
+      {"bits of an index", flipIndex},
       {"bits of the schema", flipSchema},
       {"page overwritten", overwritePage},
       {"pages swapped", swapPages},

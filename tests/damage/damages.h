@@ -15,8 +15,4 @@ struct Kind {
 };
 const std::vector<Kind>& kinds();
 
-// A file after statements of another program, which may write the schema itself; after each part
-// it opens the file anew.
-QByteArray after(const QByteArray& file, const std::vector<QByteArray>& parts);
-
 }  // namespace damage

@@ -1,21 +1,25 @@
 #pragma once
 
-#include <sqlite3.h>
-
 #include <functional>
 
-// What SQLite asks of the system.
-enum class DiskCall { Any, Open, Access, Read, Write, Sync, Truncate, Delete, Lock, Unlock, Size };
-
-// A trouble of the disk: a kind of call that ends with an error of SQLite.
-struct Trouble {
-  DiskCall call;
-  int code;
-  int files = ~0;  // the SQLITE_OPEN_ flags of the files it concerns
+// What SQLite asks of the system; several kinds may be joined.
+enum DiskCall : unsigned {
+  kOpen = 1,
+  kOpenToWrite = 2,
+  kOpenJournal = 4,
+  kRead = 8,
+  kWrite = 16,
+  kSync = 32,
+  kTruncate = 64,
+  kDelete = 128,
+  kLock = 256,
+  kUnlock = 512,
+  kSize = 1024,
+  kAnyCall = 2047,
 };
 
 // The disk under SQLite while it lives, as good as the real one until some trouble is ordered.
-// One at a time; connections opened before it do not notice.
+// One at a time.
 class FaultyDisk final {
  public:
   FaultyDisk();
@@ -23,23 +27,22 @@ class FaultyDisk final {
   FaultyDisk(const FaultyDisk&) = delete;
   FaultyDisk& operator=(const FaultyDisk&) = delete;
 
-  // From now on counts the calls that a trouble concerns; the nth one fails, and all behind it if
-  // the trouble lasts. `atFirst` sees the files as the first failing call leaves them.
-  void order(const Trouble& trouble, int nth, bool lasts, std::function<void()> atFirst = {});
+  // From now on counts the calls of some kinds; the nth one fails, and all behind it if the trouble
+  // lasts. A call that fails leaves an errno; with 0 it reads nothing. `atFirst` sees the files as
+  // the first failing call leaves them.
+  void order(unsigned calls, int error, int nth, bool lasts, std::function<void()> atFirst = {});
   void mend() { nth_ = 0; }
-  int calls() const { return calls_; }
+  int calls() const { return count_; }
 
-  // For the disk itself: what a call ends with, SQLITE_OK for a good one. `before` is done by a
-  // call that fails.
-  int meet(DiskCall call, int file, int usualCode, const std::function<void()>& before = {});
-  sqlite3_vfs* real() const { return real_; }
+  // For the disk's own calls: whether this one fails, and then its result.
+  bool meets(unsigned call);
+  int fail();
 
  private:
-  sqlite3_vfs* real_;
-  sqlite3_vfs own_;
-  Trouble trouble_{};
-  std::function<void()> atFirst_;
+  unsigned calls_ = 0;
+  int error_ = 0;
   int nth_ = 0;
   bool lasts_ = false;
-  int calls_ = 0;
+  std::function<void()> atFirst_;
+  int count_ = 0;
 };
