@@ -5,22 +5,15 @@
 
 namespace tavolix {
 
-// The roles in which the test program starts itself as a process of its own.
-inline constexpr const char* kRole = "TAVOLIX_TEST_ROLE";
-
-// Runs a role; its result is that of the process.
-int playRole(const QByteArray& role, const QStringList& arguments);
-
-// A process in a role. It says "ready" before it begins, and has no temporary files but in a
-// folder that is given.
+// A process in which the test program plays another role. It says "ready" before it begins, and
+// has no temporary files but in a folder that is given.
 class Child final {
  public:
   Child(const char* role, const QStringList& arguments, const QString& temporary);
-  ~Child();
+  ~Child() { kill(); }
   Child(const Child&) = delete;
   Child& operator=(const Child&) = delete;
 
-  bool waitUntilReady() { return waitForLines(1); }
   // Waits until it has said so many lines in all; false if it has not in half a minute.
   bool waitForLines(int count);
   // SIGKILL; false if the process had ended before.

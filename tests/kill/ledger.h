@@ -1,7 +1,9 @@
 #pragma once
 
-#include <QByteArrayList>
+#include <QByteArray>
+#include <compare>
 #include <map>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -29,45 +31,43 @@ inline constexpr Collection kCollections[] = {
     {"PER", "Indirizzo", "txtIndirizzo", "PERSUB", "PerID"},
 };
 
-// A command as it is announced: "edit 2 1234 17", with the keys it works on for "clear".
+// What is done to a collection: add, copy, title, note, edit (note and detail), delete, clear.
 struct Command {
-  explicit Command(const QByteArray& line);
-
   QByteArray name;
   int collection = 0;
-  int key = 0;
+  int key = 0;  // of the record it is done to
   int value = 0;
-  std::vector<int> keys;
 };
 
-// What an archive holds: of every record the number in its note (a column of the main table), the
-// number in its collection's column of the detail table, and the rows of its sub-collection.
+// What an archive holds under each key: how many rows of the main, the detail and the
+// sub-collection's table, and the numbers in three of their columns.
 struct Ledger {
   struct Row {
+    int mains = 1;
+    int title = 0;
     int note = 0;
+    int details = 1;
     int detail = 0;
     int children = 0;
-    bool operator==(const Row&) const = default;
+    auto operator<=>(const Row&) const = default;
   };
 
   std::map<std::pair<int, int>, Row> rows;  // by collection and key
   int counter = 0;
   bool operator==(const Ledger&) const = default;
 
-  int count(int collection) const;
+  // No half of a record, no row of a sub-collection without one, no key twice.
+  bool isSound() const;
+  std::vector<int> keys(int collection) const;
   // What a command makes of it.
   Ledger after(const Command& command) const;
   // What a command may leave if it is cut short: nothing done, all done, or whole groups done.
   std::vector<Ledger> duringOrAfter(const Command& command) const;
-  // The rows in which another one differs, for messages.
-  QString differences(const Ledger& other) const;
+  // The first rows in which another one differs, for messages; empty if it is the same.
+  std::string differences(const Ledger& other) const;
 };
 
 Ledger readLedger(const ProgramFolder& folder);
-
-// What is wrong with an archive in itself: halves of records, rows of sub-collections without a
-// record, keys that are double or beyond the counter. Empty if nothing is.
-QString contradictions(const ProgramFolder& folder);
 
 // Adds records to a collection, each with a row in its sub-collection.
 void addRecords(const ProgramFolder& folder, int collection, int count);

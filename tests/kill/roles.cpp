@@ -2,13 +2,11 @@
 
 #include <unistd.h>
 
-#include <QTest>
-#include <random>
+#include <QCoreApplication>
 
-#include "app/program_folder.h"
-#include "child.h"
 #include "core/modcuore.h"
 #include "core/raccolte.h"
+#include "harm/chance.h"
 #include "ledger.h"
 #include "platform/bound_control.h"
 #include "workspace/desk.h"
@@ -36,75 +34,55 @@ class Worker final : public Desk {
   }
   void TestBody() override {}
 
-  int run(int collectionToClear) {
-    if (!start()) return 1;
+  void run(int collectionToClear) {
+    if (!start()) return;
     say("ready");
-    if (collectionToClear >= 0) clear(collectionToClear);
+    if (collectionToClear >= 0) {
+      selectByTab(collectionToClear);
+      answer(platform::kYes);
+      command("clear", 0, [] { FrmMain().mnuCancellaMultiplo_Click(); });
+    }
     for (;;) anyCommand();
   }
 
  private:
-  int any(int count) { return std::uniform_int_distribution(0, count - 1)(random_); }
-
-  static int key() { return stored("RacID").toInt(); }
-
   template <typename Work>
-  void command(const char* name, int key, int value, Work work, const QByteArray& keys = {}) {
-    say(QByteArray("?") + name + ' ' + QByteArray::number(iRacCorr) + ' ' +
-        QByteArray::number(key) + ' ' + QByteArray::number(value) + keys);
+  void command(const char* name, int value, Work work) {
+    const QByteArray key = lRecordElenco() == 0 ? "0" : stored("RacID").toUtf8();
+    say(QByteArray("?") + name + ' ' + QByteArray::number(iRacCorr) + ' ' + key + ' ' +
+        QByteArray::number(value));
     work();
     message();
     say('!' + (lRecordElenco() == 0 ? QByteArray("0") : stored("RacID").toUtf8()));
   }
 
   void anyCommand() {
-    if (any(8) == 0) selectByTab(any(kRaccoltePrincipali));
+    if (harm::below(random_, 8) == 0) selectByTab(harm::below(random_, kRaccoltePrincipali));
     const int count = static_cast<int>(lRecordElenco());
-    const int what = count == 0 ? 0 : any(20);
-    if (what < 3) return command("add", 0, 0, [] { FrmMain().TastoAddNew(); });
-    goTo(any(count), grid()->Column(0).dataField);
-    if (what < 6) return command("copy", key(), 0, [] { FrmMain().TastoDuplica(); });
-    if (what < 10) return command("delete", key(), 0, [] { deleteIt(); });
-    ++value_;
-    const QString typed = QString::number(value_);
-    if (what < 14) return command("note", key(), value_, [&] { fill("txtNote", typed); });
-    command("edit", key(), value_, [&] {
+    const int what = count == 0 ? 0 : harm::below(random_, 20);
+    if (what < 3) return command("add", 0, [] { FrmMain().TastoAddNew(); });
+    goTo(harm::below(random_, count), grid()->Column(0).dataField);
+    if (what < 6) return command("copy", 0, [] { FrmMain().TastoDuplica(); });
+    if (what < 10) {
+      answer(platform::kYes);
+      return command("delete", 0, [] { FrmMain().TastoCancella(); });
+    }
+    const int value = ++value_;
+    if (what < 14) return command("note", value, [=] { fill("txtNote", QString::number(value)); });
+    command("edit", value, [=] {
       for (const char* name : {"txtNote", kCollections[iRacCorr].box}) {
-        platform::BoundControl::of(box(name))->SetValue(value_);
+        platform::BoundControl::of(box(name))->SetValue(value);
       }
       FrmMain().Salva();
     });
-  }
-
-  static void deleteIt() {
-    answer(platform::kYes);
-    FrmMain().TastoCancella();
-  }
-
-  void clear(int collection) {
-    selectByTab(collection);
-    QByteArray keys;
-    const store::RecordsetPtr rows = list()->Clone();
-    for (rows->MoveFirst(); !rows->Eof(); rows->MoveNext()) {
-      keys += ' ' + rows->Value("RacID").toByteArray();
-    }
-    answer(platform::kYes);
-    command(
-        "clear", 0, 0, [] { FrmMain().mnuCancellaMultiplo_Click(); }, keys);
   }
 
   std::mt19937 random_;
   int value_;
 };
 
-// The first start of the program, in one new folder after another.
-int fillFolders(const QString& installed, const QString& folders) {
-  say("ready");
-  for (int i = 0;; ++i) copyMissingFiles(installed, folders + '/' + QString::number(i));
-}
-
 // Another program that holds an archive by what it does to it.
-int holdArchive(const QString& path, const QString& statements) {
+void holdArchive(const QString& path, const QString& statements) {
   Outside other(path, SQLite::OPEN_READWRITE);
   // Statement by statement: rows that were read keep the file locked until the transaction ends.
   for (const QString& statement : statements.split(';')) {
@@ -114,13 +92,19 @@ int holdArchive(const QString& path, const QString& statements) {
   for (;;) ::pause();
 }
 
+// A process that has a role plays it before any test, to its end.
+class Role final : public ::testing::Environment {
+  void SetUp() override {
+    const QByteArray role = qgetenv("TAVOLIX_TEST_ROLE");
+    if (role.isEmpty()) return;
+    const QStringList arguments = QCoreApplication::arguments();
+    if (role == "hold") holdArchive(arguments.value(1), arguments.value(2));
+    Worker(arguments.value(1), arguments.value(2).toUInt(), arguments.value(3).toInt())
+        .run(arguments.value(4).toInt());
+    ::_exit(1);
+  }
+};
+const auto* const kRole = ::testing::AddGlobalTestEnvironment(new Role);
+
 }  // namespace
-
-int playRole(const QByteArray& role, const QStringList& arguments) {
-  if (role == "hold") return holdArchive(arguments.value(1), arguments.value(2));
-  if (role == "fill") return fillFolders(arguments.value(1), arguments.value(2));
-  Worker worker(arguments.value(1), arguments.value(2).toUInt(), arguments.value(3).toInt());
-  return worker.run(arguments.value(4).toInt());
-}
-
 }  // namespace tavolix
