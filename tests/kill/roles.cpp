@@ -6,11 +6,8 @@
 
 #include "core/modcuore.h"
 #include "core/raccolte.h"
+#include "hand.h"
 #include "harm/chance.h"
-#include "ledger.h"
-#include "platform/bound_control.h"
-#include "workspace/desk.h"
-#include "workspace/frmmain.h"
 
 namespace tavolix {
 namespace {
@@ -26,7 +23,7 @@ void say(const QByteArray& line) {
 
 // The program with somebody at work in it, until it is killed. Commands are announced ("?"), and
 // told once they have returned ("!" with the current record's key).
-class Worker final : public Desk {
+class Worker final : public Hand {
  public:
   Worker(const QString& folder, unsigned seed, int value) : random_(seed), value_(value) {
     ImpostaCartellaProgramma(folder);
@@ -39,42 +36,29 @@ class Worker final : public Desk {
     say("ready");
     if (collectionToClear >= 0) {
       selectByTab(collectionToClear);
-      answer(platform::kYes);
-      command("clear", 0, [] { FrmMain().mnuCancellaMultiplo_Click(); });
+      work("clear");
     }
-    for (;;) anyCommand();
+    for (;;) workOnAny();
   }
 
  private:
-  template <typename Work>
-  void command(const char* name, int value, Work work) {
-    const QByteArray key = lRecordElenco() == 0 ? "0" : stored("RacID").toUtf8();
-    say(QByteArray("?") + name + ' ' + QByteArray::number(iRacCorr) + ' ' + key + ' ' +
-        QByteArray::number(value));
-    work();
+  void work(const QByteArray& command) {
+    const int value = ++value_;
+    say('?' + command + ' ' + QByteArray::number(iRacCorr) + ' ' +
+        QByteArray::number(currentKey()) + ' ' + QByteArray::number(value));
+    if (asks(command)) answer(platform::kYes);
+    act(command, value);
     message();
-    say('!' + (lRecordElenco() == 0 ? QByteArray("0") : stored("RacID").toUtf8()));
+    say('!' + QByteArray::number(currentKey()));
   }
 
-  void anyCommand() {
+  void workOnAny() {
+    static const QByteArrayList commands{"add", "copy", "delete", "note", "edit"};
     if (harm::below(random_, 8) == 0) selectByTab(harm::below(random_, kRaccoltePrincipali));
-    const int count = static_cast<int>(lRecordElenco());
-    const int what = count == 0 ? 0 : harm::below(random_, 20);
-    if (what < 3) return command("add", 0, [] { FrmMain().TastoAddNew(); });
+    const auto count = static_cast<int>(lRecordElenco());
+    if (count == 0) return work("add");
     goTo(harm::below(random_, count), grid()->Column(0).dataField);
-    if (what < 6) return command("copy", 0, [] { FrmMain().TastoDuplica(); });
-    if (what < 10) {
-      answer(platform::kYes);
-      return command("delete", 0, [] { FrmMain().TastoCancella(); });
-    }
-    const int value = ++value_;
-    if (what < 14) return command("note", value, [=] { fill("txtNote", QString::number(value)); });
-    command("edit", value, [=] {
-      for (const char* name : {"txtNote", kCollections[iRacCorr].box}) {
-        platform::BoundControl::of(box(name))->SetValue(value);
-      }
-      FrmMain().Salva();
-    });
+    work(harm::anyOf(random_, commands));
   }
 
   std::mt19937 random_;
