@@ -1,10 +1,12 @@
 #include "damage/damages.h"
 
+#include <QByteArrayList>
 #include <QtEndian>
 #include <algorithm>
 
 #include "harm/archive_file.h"
 #include "harm/chance.h"
+#include "store/archive.h"
 
 namespace damage {
 namespace {
@@ -21,6 +23,11 @@ qsizetype pagesOf(const QByteArray& file) {
 
 void setNumber(QByteArray& file, qsizetype at, quint32 value) {
   qToBigEndian(value, file.data() + at);
+}
+
+// The lines of a file beside this one.
+QByteArrayList linesOf(const QString& name) {
+  return store::sourceFile("tests/damage/" + name).trimmed().split('\n');
 }
 
 void flipBits(QByteArray& file, std::mt19937& random, qsizetype from, qsizetype size) {
@@ -87,30 +94,14 @@ void spoilHeader(QByteArray& file, std::mt19937& random) {
 
 // An index that is not what the table is: the table was written while the schema did not know it.
 void makeIndexLie(QByteArray& file, std::mt19937& random) {
-  static const std::vector<std::pair<const char*, const char*>> lies = {
-      {"MAIN_2", "DELETE FROM MAIN WHERE ID % 97 = 5"},
-      {"MAIN_2", "UPDATE MAIN SET RacID = RacID + 1 WHERE ID % 97 = 5"},
-      {"MAIN_2", "UPDATE MAIN SET TipoRac = 1 - TipoRac WHERE TipoRac < 2 AND ID % 97 = 5"},
-      {"MAIN_2",
-       "INSERT INTO LIB (ID) VALUES (99999); INSERT INTO MAIN (TipoRac, RacID) VALUES (0, 99999)"},
-      {"LIB_1u", "DELETE FROM LIB WHERE ID % 97 = 5"},
-      {"LIB_1u", "INSERT INTO LIB (ID) SELECT RacID FROM MAIN WHERE TipoRac = 1"},
-      {"LIB_1u", "UPDATE LIB SET ID = ID + 100000 WHERE ID % 97 = 5"},
-      {"TAB_2", "DELETE FROM TAB WHERE ID % 97 = 5"},
-      {"TAB_2", "UPDATE TAB SET \"Desc\" = \"Desc\" || 'x' WHERE ID % 97 = 5"},
-      {"TAB_2", "UPDATE TAB SET TipoRac = TipoRac + 1 WHERE ID % 97 = 5"},
-      {"TAB_2",
-       "INSERT INTO TAB (ID, TipoTab, TipoRac, \"Desc\") VALUES (0, 'AUTORE', 0, 'Nuovo')"},
-      {"CFG_1u", "UPDATE CFG SET dsc = dsc || 'x'"},
-      {"GRDCONFIG_1u", "DELETE FROM GRDCONFIG WHERE Colonna = 1"},
-      {"AUDSUB_2", "DELETE FROM AUDSUB WHERE ID % 7 = 5"},
-  };
-  const auto& [index, lie] = anyOf(random, lies);
-  const QByteArray named = QByteArray("name = '") + index + "'";
+  static const QByteArrayList lies = linesOf("lies.txt");
+  const QByteArray& line = anyOf(random, lies);
+  const auto end = line.indexOf(':');
+  const QByteArray named = "name = '" + line.left(end) + "'";
   file = after(
       file, {"PRAGMA writable_schema = 1; CREATE TABLE kept AS SELECT * FROM sqlite_schema WHERE " +
                  named + "; DELETE FROM sqlite_schema WHERE " + named,
-             QByteArray(lie).replace("97 = 5", "97 = " + QByteArray::number(below(random, 97))),
+             line.mid(end + 1).replace("$n", QByteArray::number(below(random, 97))),
              "PRAGMA writable_schema = 1; INSERT INTO sqlite_schema SELECT * FROM kept; "
              "DELETE FROM sqlite_schema WHERE name = 'kept'"});
 }
@@ -138,44 +129,10 @@ void changeQuery(QByteArray& file, std::mt19937& random) {
 }
 
 void changeSchema(QByteArray& file, std::mt19937& random) {
-  const QByteArray set = "PRAGMA writable_schema = 1; UPDATE sqlite_schema SET ";
-  const QByteArray replace = set + "sql = replace(sql, ";
-  const QByteArray root = set + "rootpage = ";
-  const QByteArray other = QByteArray::number(2 + below(random, pagesOf(file) - 1));
-  const QByteArray changes[] = {
-      "DROP INDEX MAIN_2",
-      "DROP INDEX LIB_1u",
-      "DROP INDEX TAB_2",
-      "DROP INDEX CFG_1u",
-      "DROP TABLE AUD",
-      "DROP TABLE TAB",
-      "DROP TABLE MAIN",
-      "DROP TABLE QUERYDEF",
-      "DROP TABLE CFG",
-      "ALTER TABLE MAIN DROP COLUMN Titolo",
-      "ALTER TABLE AUD DROP COLUMN Durata",
-      "ALTER TABLE TAB RENAME COLUMN Desc TO Testo",
-      "ALTER TABLE LIB ADD COLUMN X",
-      replace + "'LONG', 'TEXT(3)')",
-      replace + "'TEXT', 'DOUBLE')",
-      replace + "'DATE', 'YESNO')",
-      replace + "'INTEGER PRIMARY KEY AUTOINCREMENT', 'LONG')",
-      replace + "'TipoRac SHORT,', '') WHERE name = 'MAIN'",
-      replace + "'(TipoRac, RacID)', '(RacID, TipoRac)')",
-      replace + "'(TipoRac, RacID)', '(TipoRac)')",
-      replace + "'(TipoRac, RacID)', '(TipoRac, Anno)')",
-      replace + "'CREATE INDEX', 'CREATE UNIQUE INDEX')",
-      replace + "'(TipoTab, TipoRac, \"Desc\")', '(TipoTab, TipoRac)')",
-      set + "tbl_name = 'TAB', sql = replace(sql, 'MAIN (', 'TAB (') WHERE name = 'MAIN_2'",
-      "PRAGMA writable_schema = 1; DELETE FROM sqlite_schema WHERE name = 'MAIN_2'",
-      root + other + " WHERE name = 'MAIN_2'",
-      root + other + " WHERE name = 'TAB'",
-      root + other + " WHERE name = 'LIB_1u'",
-      root + other + " WHERE name = 'QUERYDEF'",
-      root + "(SELECT rootpage FROM sqlite_schema WHERE name = 'AUD_1u') WHERE name = 'LIB_1u'",
-      root + "(SELECT rootpage FROM sqlite_schema WHERE name = 'AUD') WHERE name = 'VID'",
-      root + "(SELECT rootpage FROM sqlite_schema WHERE name = 'TAB_3') WHERE name = 'TAB_2'"};
-  file = after(file, {anyOf(random, changes)});
+  static const QByteArrayList changes = linesOf("schema.sql");
+  QByteArray change = anyOf(random, changes);
+  change.replace("$page", QByteArray::number(2 + below(random, pagesOf(file) - 1)));
+  file = after(file, {"PRAGMA writable_schema = 1; " + change});
 }
 
 }  // namespace

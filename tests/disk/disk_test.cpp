@@ -167,21 +167,21 @@ const struct Trouble {
   int error;
   std::set<int> numbers;  // of the failures that it may end with
 } kTroubles[] = {
-    {"disk full", kWrite, ENOSPC, {3026}},
-    {"read", kRead, EIO, {3043, 3049}},
-    {"short read", kRead, 0, {3049, 3343}},
-    {"write", kWrite, EIO, {3043}},
-    {"sync", kSync, EIO, {3043}},
-    {"delete the journal", kDelete, EIO, {3043}},
-    {"lock", kLock, EIO, {3043}},
-    {"unlock", kUnlock, EIO, {3043}},
-    {"busy", kLock, EAGAIN, {3260}},
-    {"size", kSize, EIO, {3043}},
-    {"no journal", kOpenJournal, EMFILE, {3051}},
-    {"folder is read only", kOpenJournal, EACCES, {3027}},
-    {"file is read only", kOpenToWrite, EACCES, {3027}},
-    {"file cannot be opened", kOpen, EACCES, {3051}},
-    {"gone", kAnyCall, EIO, {3043, 3049, 3051}},
+    {"disk full", faulty::kWrite, ENOSPC, {3026}},
+    {"read", faulty::kRead, EIO, {3043, 3049}},
+    {"short read", faulty::kRead, 0, {3049, 3343}},
+    {"write", faulty::kWrite, EIO, {3043}},
+    {"sync", faulty::kSync, EIO, {3043}},
+    {"delete the journal", faulty::kDelete, EIO, {3043}},
+    {"lock", faulty::kLock, EIO, {3043}},
+    {"unlock", faulty::kUnlock, EIO, {3043}},
+    {"busy", faulty::kLock, EAGAIN, {3260}},
+    {"size", faulty::kSize, EIO, {3043}},
+    {"no journal", faulty::kOpenJournal, EMFILE, {3051}},
+    {"folder is read only", faulty::kOpenJournal, EACCES, {3027}},
+    {"file is read only", faulty::kOpenToWrite, EACCES, {3027}},
+    {"file cannot be opened", faulty::kOpen, EACCES, {3051}},
+    {"gone", faulty::kAnyCall, EIO, {3043, 3049, 3051}},
 };
 
 class Disk : public ::testing::Test {
@@ -195,23 +195,26 @@ class Disk : public ::testing::Test {
     files_ = desk.files();
   }
 
-  // A scenario without trouble: what it reads, and what is shown and in the file before and behind.
-  struct Good {
-    Values read;
-    Values shownBefore;
-    Values shownBehind;
-    QByteArray before;
-    QByteArray behind;
+  struct State {
+    Values shown;
+    QByteArray contents;
+    bool operator==(const State&) const = default;
   };
-  Good withoutTrouble(const Scenario& scenario) {
+  static State stateOf(const Desk& desk) { return {shown(desk), desk.contents()}; }
+
+  // A scenario without trouble: what is shown and in the file before and behind, what it reads.
+  struct Good {
+    State before;
+    Values read;
+    State behind;
+  };
+  Good withoutTrouble(const Scenario& scenario) const {
     Good good;
     Desk desk(files_);
     start(desk, scenario);
-    good.before = desk.contents();
-    good.shownBefore = shown(desk);
+    good.before = stateOf(desk);
     good.read = scenario.work(desk);
-    good.shownBehind = shown(desk);
-    good.behind = desk.contents();
+    good.behind = stateOf(desk);
     return good;
   }
 
@@ -220,13 +223,13 @@ class Disk : public ::testing::Test {
     desk.touch();
   }
 
-  int callsOf(const Scenario& scenario, const Trouble& trouble) {
+  int callsOf(const Scenario& scenario, const Trouble& trouble) const {
     Desk desk(files_);
     start(desk, scenario);
-    disk_.order(trouble.calls, trouble.error, 1 << 30, false);
+    faulty::order({trouble.calls, trouble.error, 1 << 30});
     scenario.work(desk);
-    disk_.mend();
-    return disk_.calls();
+    faulty::order();
+    return faulty::calls();
   }
 
   // A failure that the trouble may end with; false without one.
@@ -247,27 +250,25 @@ class Disk : public ::testing::Test {
     Desk desk(files_);
     start(desk, scenario);
     Files atFailure;
-    disk_.order(trouble.calls, trouble.error, nth, lasts, [&] { atFailure = desk.files(); });
+    faulty::order({trouble.calls, trouble.error, nth, lasts, [&] { atFailure = desk.files(); }});
     const bool failed = fails(trouble, desk, scenario, good);
-    disk_.mend();
+    faulty::order();
     // The files as a system that went down just then would leave them.
     if (!atFailure.archive.isEmpty()) {
       const Desk copy(atFailure);
       EXPECT_TRUE(OpenDatabase(copy.path())->IntegrityCheck());
       const QByteArray contents = copy.contents();
-      EXPECT_TRUE(contents == good.before || contents == good.behind);
+      EXPECT_TRUE(contents == good.before.contents || contents == good.behind.contents);
     }
     if (failed) {
-      EXPECT_TRUE(Desk(desk.files()).contents() == good.before);
-      EXPECT_TRUE(good.shownBefore.isEmpty() || shown(desk) == good.shownBefore);
+      EXPECT_TRUE(Desk(desk.files()).contents() == good.before.contents);
+      EXPECT_TRUE(good.before.shown.isEmpty() || shown(desk) == good.before.shown);
       EXPECT_TRUE(scenario.work(desk) == good.read);
     }
-    EXPECT_TRUE(shown(desk) == good.shownBehind);
-    EXPECT_TRUE(desk.contents() == good.behind);
+    EXPECT_TRUE(stateOf(desk) == good.behind);
     EXPECT_TRUE(desk.database->IntegrityCheck());
   }
 
-  FaultyDisk disk_;
   Files files_;
 };
 

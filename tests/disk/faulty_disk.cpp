@@ -9,41 +9,51 @@
 #include <cstdarg>
 #include <string_view>
 
+namespace faulty {
 namespace {
 
-FaultyDisk* disk = nullptr;
+Order current;
+int count = 0;
 
 bool meets(unsigned call) {
-  return disk != nullptr && disk->meets(call);
+  if (current.nth == 0 || (current.calls & call) == 0) return false;
+  ++count;
+  return count == current.nth || (count > current.nth && current.lasts);
+}
+
+int fail() {
+  if (count == current.nth && current.atFirst) current.atFirst();
+  errno = current.error;
+  return current.error == 0 ? 0 : -1;
 }
 
 int openFile(const char* name, int flags, int mode) {
   const bool isJournal = std::string_view(name).ends_with("-journal");
   const bool writes = (flags & O_ACCMODE) != O_RDONLY;
   const unsigned call = isJournal ? kOpenJournal : writes ? kOpen | kOpenToWrite : kOpen;
-  return meets(call) ? disk->fail() : ::open(name, flags, mode);
+  return meets(call) ? fail() : ::open(name, flags, mode);
 }
 
 ssize_t readAt(int file, void* to, std::size_t size, off_t from) {
-  return meets(kRead) ? disk->fail() : ::pread(file, to, size, from);
+  return meets(kRead) ? fail() : ::pread(file, to, size, from);
 }
 
 // A write that fails has written half.
 ssize_t writeAt(int file, const void* data, std::size_t size, off_t to) {
   if (!meets(kWrite)) return ::pwrite(file, data, size, to);
-  return ::pwrite(file, data, size / 2, to) < 0 ? -1 : disk->fail();
+  return ::pwrite(file, data, size / 2, to) < 0 ? -1 : fail();
 }
 
 int truncateFile(int file, off_t size) {
-  return meets(kTruncate) ? disk->fail() : ::ftruncate(file, size);
+  return meets(kTruncate) ? fail() : ::ftruncate(file, size);
 }
 
 int removeFile(const char* name) {
-  return meets(kDelete) ? disk->fail() : ::unlink(name);
+  return meets(kDelete) ? fail() : ::unlink(name);
 }
 
 int sizeOf(int file, struct stat* to) {
-  return meets(kSize) ? disk->fail() : ::fstat(file, to);
+  return meets(kSize) ? fail() : ::fstat(file, to);
 }
 
 int control(int file, int command, ...) {
@@ -53,7 +63,7 @@ int control(int file, int command, ...) {
   va_end(arguments);
   if (command == F_SETLK) {
     const bool gives = static_cast<struct flock*>(argument)->l_type == F_UNLCK;
-    if (meets(gives ? kUnlock : kLock)) return disk->fail();
+    if (meets(gives ? kUnlock : kLock)) return fail();
   }
   return ::fcntl(file, command, argument);
 }
@@ -65,16 +75,7 @@ void replace(const char* name, Call call) {
   system->xSetSystemCall(system, name, reinterpret_cast<sqlite3_syscall_ptr>(call));
 }
 
-}  // namespace
-
-// It asks for this one directly. The system does not go down during the tests: nothing has to reach
-// the platters.
-int fdatasync(int) {
-  return meets(kSync) ? disk->fail() : 0;
-}
-
-FaultyDisk::FaultyDisk() {
-  disk = this;
+const bool kReplaced = [] {
   replace("open", openFile);
   replace("pread64", readAt);
   replace("pwrite64", writeAt);
@@ -82,32 +83,24 @@ FaultyDisk::FaultyDisk() {
   replace("unlink", removeFile);
   replace("fstat", sizeOf);
   replace("fcntl", control);
+  return true;
+}();
+
+}  // namespace
+
+void order(const Order& trouble) {
+  current = trouble;
+  if (trouble.nth > 0) count = 0;
 }
 
-FaultyDisk::~FaultyDisk() {
-  // No name: all of them are the system's own again.
-  replace<sqlite3_syscall_ptr>(nullptr, nullptr);
-  disk = nullptr;
+int calls() {
+  return count;
 }
 
-void FaultyDisk::order(unsigned calls, int error, int nth, bool lasts,
-                       std::function<void()> atFirst) {
-  calls_ = calls;
-  error_ = error;
-  nth_ = nth;
-  lasts_ = lasts;
-  atFirst_ = std::move(atFirst);
-  count_ = 0;
-}
+}  // namespace faulty
 
-bool FaultyDisk::meets(unsigned call) {
-  if (nth_ == 0 || (calls_ & call) == 0) return false;
-  ++count_;
-  return count_ == nth_ || (count_ > nth_ && lasts_);
-}
-
-int FaultyDisk::fail() {
-  if (count_ == nth_ && atFirst_) atFirst_();
-  errno = error_;
-  return error_ == 0 ? 0 : -1;
+// SQLite asks for this one directly. The system does not go down during the tests: nothing has to
+// reach the platters.
+int fdatasync(int) {
+  return faulty::meets(faulty::kSync) ? faulty::fail() : 0;
 }
