@@ -170,6 +170,9 @@ class Damage : public ::testing::Test {
     harm::write(path_, good_);
     const DatabasePtr database = OpenDatabase(path_);
     for (const QString& name : database->QueryDefs()) queries_[name] = database->QueryDefSql(name);
+    // Of a good archive all is known.
+    damage::Tables tables(path_);
+    for (const char* list : kLists) EXPECT_TRUE(tables.list(list, queries_[list])) << list;
   }
   ~Damage() override { mostRowsChecked = kAllRows; }
 
