@@ -4,18 +4,6 @@
 #include <sstream>
 
 namespace tavolix {
-namespace {
-
-constexpr std::size_t kGroup = 500;  // records of a collection that are deleted together
-
-// Deletion goes by the order of the list, which is that of the keys.
-Ledger without(Ledger ledger, int collection, std::size_t count) {
-  const std::vector<int> keys = ledger.keys(collection);
-  for (std::size_t i = 0; i < count; ++i) ledger.rows.erase({collection, keys[i]});
-  return ledger;
-}
-
-}  // namespace
 
 bool Ledger::isSound() const {
   return std::all_of(rows.begin(), rows.end(), [this](const auto& entry) {
@@ -36,7 +24,9 @@ Ledger Ledger::after(const Command& command) const {
   Ledger result = *this;
   const std::pair place(command.collection, command.key);
   if (command.name == "clear") {
-    return without(result, command.collection, keys(command.collection).size());
+    std::erase_if(result.rows,
+                  [&](const auto& entry) { return entry.first.first == command.collection; });
+    return result;
   }
   if (command.name == "delete") {
     result.rows.erase(place);
@@ -53,12 +43,7 @@ Ledger Ledger::after(const Command& command) const {
 }
 
 std::vector<Ledger> Ledger::duringOrAfter(const Command& command) const {
-  std::vector<Ledger> result{*this, after(command)};
-  if (command.name != "clear") return result;
-  for (std::size_t done = kGroup; done < keys(command.collection).size(); done += kGroup) {
-    result.push_back(without(*this, command.collection, done));
-  }
-  return result;
+  return {*this, after(command)};
 }
 
 std::string Ledger::differences(const Ledger& other) const {

@@ -61,7 +61,7 @@ struct Ledger {
   std::vector<int> keys(int collection) const;
   // What a command makes of it.
   Ledger after(const Command& command) const;
-  // What a command may leave if it is cut short: nothing done, all done, or whole groups done.
+  // What a command may leave if it is cut short: nothing done or all.
   std::vector<Ledger> duringOrAfter(const Command& command) const;
   // The first rows in which another one differs, for messages; empty if it is the same.
   std::string differences(const Ledger& other) const;

@@ -6,6 +6,7 @@
 #include <QFile>
 
 #include "store/outside.h"
+#include "store/text_order.h"
 
 namespace store {
 namespace {
@@ -112,6 +113,14 @@ QString valuesOf(Recordset& rows, const QString& field) {
   if (rows.RecordCount() > 0) rows.MoveFirst();
   for (; !rows.Eof(); rows.MoveNext()) values.append(textOf(rows.Value(field)));
   return values.join(u' ');
+}
+
+int compareValues(const QVariant& left, const QVariant& right) {
+  if (!left.isValid() || !right.isValid()) return int(left.isValid()) - int(right.isValid());
+  const bool isText = left.typeId() == QMetaType::QString;
+  if (isText != (right.typeId() == QMetaType::QString)) return isText ? 1 : -1;
+  if (isText) return compareText(left.toString().toStdString(), right.toString().toStdString());
+  return left.toDouble() < right.toDouble() ? -1 : int(left.toDouble() > right.toDouble());
 }
 
 }  // namespace store

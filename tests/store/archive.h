@@ -51,6 +51,8 @@ void change(Recordset& rows, const Values& values);
 // A field of all rows from the first on, parted by blanks; Null is "-".
 QString valuesOf(Recordset& rows, const QString& field);
 QString textOf(const QVariant& value);
+// Null first, then numbers, then texts in their order: below, at or above 0.
+int compareValues(const QVariant& left, const QVariant& right);
 
 // "L'isola", "ÀB 3", ...: short texts of few letters, so that equal and nearly equal ones are many.
 QString randomText(std::mt19937& random);

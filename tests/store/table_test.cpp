@@ -14,13 +14,6 @@ struct Row {
   QVariantList keys;
 };
 
-// Null first, then numbers or texts in their order.
-int compareValues(const QVariant& left, const QVariant& right) {
-  if (!left.isValid() || !right.isValid()) return int(left.isValid()) - int(right.isValid());
-  if (left.typeId() == QMetaType::Int) return left.toInt() - right.toInt();
-  return compareText(left.toString().toStdString(), right.toString().toStdString());
-}
-
 // Compares as many keys as both have.
 int compareKeys(const QVariantList& left, const QVariantList& right) {
   for (qsizetype i = 0; i < std::min(left.size(), right.size()); ++i) {
