@@ -17,6 +17,7 @@ struct IndexInfo {
   QString name;  // as the program names it: "1u", "2"
   QVector<int> columns;
   bool unique = false;
+  bool stored = true;  // false for "1u" where that is the key column itself
 };
 
 struct TableInfo {

@@ -55,8 +55,12 @@ class Connection final : public Catalog {
   const TableInfo* table(const QString& name) const override;
   std::optional<QString> querySql(const QString& name) const override;
   void forgetQueries();
-  // To be called before a table is read by an index: fails with 3049 where a small one lies.
+  // To be called before a table is read by an index: fails with 3049 where it lies. A small table
+  // is looked through once, of a large one each index is held against the rows at its first use.
   void trustIndexes(const TableInfo& table) const;
+  void trustIndex(const TableInfo& table, const IndexInfo& index) const;
+  // The index has been found to be right.
+  void trust(const TableInfo& table, const IndexInfo& index) const;
 
   // A prepared statement, kept for the next use. It is reset when the lease ends.
   class Lease {
@@ -115,7 +119,8 @@ class Connection final : public Catalog {
   void readTable(TableInfo& table) const;
   void readIndexes(TableInfo& table) const;
   void probeIndex(const TableInfo& table, const QString& index, const QVector<int>& columns) const;
-  void checkSmall(const TableInfo& table, const char* how) const;
+  bool checkSmall(const TableInfo& table, const char* how) const;
+  qint64 digest(const TableInfo& table, const IndexInfo& index, const QByteArray& how) const;
   qint64 mostBytesOf(const TableInfo& table, qint64 rows) const;
   void rollbackTo(int depth);
   void control(const QByteArray& text) const;
@@ -131,7 +136,9 @@ class Connection final : public Catalog {
   mutable QHash<QByteArray, std::shared_ptr<SQLite::Statement>> statements_;
   // Compiled queries point at tables: these stay for the life of the connection.
   mutable QHash<QString, std::shared_ptr<const TableInfo>> tables_;
-  mutable QSet<const TableInfo*> trusted_;
+  // Tables that were looked at, and whether they were small enough to be looked through.
+  mutable QHash<QString, bool> trusted_;
+  mutable QSet<QString> trustedIndexes_;
   mutable QHash<QString, QString> queries_;
   int depth_ = 0;
   std::vector<qint64> taken_;

@@ -125,7 +125,7 @@ void Connection::readIndexes(TableInfo& table) const {
   });
   const auto first = [](const IndexInfo& index) { return index.name == QLatin1String("1u"); };
   if (table.keyColumn >= 0 && std::none_of(table.indexes.begin(), table.indexes.end(), first)) {
-    table.indexes.append(IndexInfo{QStringLiteral("1u"), {table.keyColumn}, true});
+    table.indexes.append(IndexInfo{QStringLiteral("1u"), {table.keyColumn}, true, false});
   }
 }
 
@@ -142,6 +142,9 @@ void Connection::probeIndex(const TableInfo& table, const QString& index,
     entry += ", " + column + " AS " + value;
     order += (i > 0 ? ", " : "") + column;
     differs += (i > 0 ? " OR t." : "t.") + column + " IS NOT s." + value;
+    // A column of texts turns numbers into texts: such a one is declared as what it is not.
+    const bool text = table.columns[columns[i]].kind == FieldKind::Text;
+    if (text) differs += " OR typeof(s." + value + ") IN ('integer', 'real')";
   }
   const QByteArray name = sql::quoteName(table.name);
   const Lease found =
@@ -153,24 +156,51 @@ void Connection::probeIndex(const TableInfo& table, const QString& index,
 
 // Lists are read by indexes, which damage may have made lie.
 void Connection::trustIndexes(const TableInfo& table) const {
-  if (trusted_.contains(&table)) return;
-  checkSmall(table, "integrity_check");
-  trusted_.insert(&table);
+  if (trusted_.contains(table.name)) return;
+  trusted_.insert(table.name, checkSmall(table, "integrity_check"));
 }
 
-// A table of a few thousand rows is looked through in milliseconds; larger ones are checked as
-// their lists are read.
-void Connection::checkSmall(const TableInfo& table, const char* how) const {
-  guarded([&] {
+void Connection::trustIndex(const TableInfo& table, const IndexInfo& index) const {
+  trustIndexes(table);
+  if (trusted_.value(table.name) || !index.stored) return;
+  const QString name = table.name + u'_' + index.name;
+  if (trustedIndexes_.contains(name)) return;
+  const QByteArray byIndex = "INDEXED BY " + sql::quoteName(name);
+  if (digest(table, index, byIndex) != digest(table, index, "NOT INDEXED")) {
+    throwDamaged(table.name, QStringLiteral("indice %1 errato").arg(index.name));
+  }
+  trust(table, index);
+}
+
+void Connection::trust(const TableInfo& table, const IndexInfo& index) const {
+  trustedIndexes_.insert(table.name + u'_' + index.name);
+}
+
+// Of the columns of an index in all rows.
+qint64 Connection::digest(const TableInfo& table, const IndexInfo& index,
+                          const QByteArray& how) const {
+  QByteArray columns = "rowid";
+  for (const int column : index.columns) {
+    columns += ", " + sql::quoteName(table.columns[column].name);
+  }
+  const Lease sum =
+      prepare("SELECT tvx_digest(" + columns + ") FROM " + sql::quoteName(table.name) + ' ' + how);
+  return guarded(
+      [&] { return sum->executeStep() ? static_cast<qint64>(sum->getColumn(0).getInt64()) : 0; });
+}
+
+// A table of a few thousand rows is looked through in milliseconds. False for a larger one.
+bool Connection::checkSmall(const TableInfo& table, const char* how) const {
+  return guarded([&] {
     const QByteArray name = sql::quoteName(table.name);
     const Lease last = prepare("SELECT max(rowid) FROM " + name);
-    if (!last->executeStep()) return;
+    if (!last->executeStep()) return false;
     const qint64 rows = last->getColumn(0).getInt64();
-    if (rows > mostRowsChecked || mostBytesOf(table, rows) > kMostBytesChecked) return;
+    if (rows > mostRowsChecked || mostBytesOf(table, rows) > kMostBytesChecked) return false;
     const Lease check = prepare(QByteArray("PRAGMA ") + how + "(" + name + ")");
-    if (!check->executeStep()) return;
+    if (!check->executeStep()) return false;
     const QString found = columnValue(*check, 0).toString();
-    if (found == QLatin1String("ok")) return;
+    if (found == QLatin1String("ok")) return true;
     static const QRegularExpression unread(QStringLiteral("error code=(\\d+)"));
     const int code = unread.match(found).captured(1).toInt();
     if ((code & 0xff) == SQLITE_IOERR) throw SQLite::Exception(found.toStdString(), code);

@@ -19,6 +19,9 @@ class Query final {
   const std::vector<const sql::Source*>& keyTables() const { return keyTables_; }
   // Tables that an index may be used on; the others are reached by their rows' numbers.
   std::vector<const TableInfo*> indexedTables() const;
+  // Indexes that may lead to the rows that meet the query's condition and another one.
+  using Indexes = std::vector<std::pair<const TableInfo*, const IndexInfo*>>;
+  Indexes usableIndexes(const sql::ExprPtr& condition) const;
   // Names of all tables that are read, as the file has them.
   std::vector<QByteArray> tables() const;
   // Place in keyTables() of the table that holds a field, -1 if no such table does.
@@ -51,6 +54,7 @@ class Query final {
     // taken by the scan itself (see Connection::take), and there are no rows.
     sql::Statement pointers;
     sql::Statement targets;  // keys of the second table, taken
+    Indexes indexes;         // by which they are read, and which agree if the halves do
   };
   std::optional<Halves> halves() const;
   // Number of rows that halves() should make, found without any index.
@@ -84,7 +88,7 @@ class Query final {
   sql::Resolved sourcesOf(const sql::ExprPtr& condition) const;
   void printKeys(sql::Printer& printer) const;
   sql::Statement pointersOf(const sql::Source& first, const QString& pointer) const;
-  bool walksAnIndex(const QString& pointer) const;
+  const IndexInfo* indexToWalk(const QString& pointer) const;
   bool fixesColumn() const;
   bool fixedColumns(const sql::ExprPtr& where, QVector<int>& columns) const;
   bool hasWalk() const;

@@ -50,6 +50,8 @@ RowSet::RowSet(std::shared_ptr<Connection> connection, const QString& source)
   whole_.statement = query_.rowByKeys(allFields(query_));
   const Connection::Reading reading(*connection_);
   for (const TableInfo* table : query_.indexedTables()) connection_->trustIndexes(*table);
+  const auto halves = query_.halves();
+  if (!halves) trustIndexes(nullptr);
   if (query_.keyTables().empty()) {
     readResults();
     return;
@@ -62,9 +64,9 @@ RowSet::RowSet(std::shared_ptr<Connection> connection, const QString& source)
   if (const auto walk = query_.walk()) {
     takeKeys(*walk);
   } else if (query_.sortTerms().empty()) {
-    readKeys();
+    readKeys(halves);
   } else {
-    readSorted();
+    readSorted(halves);
   }
   connection_->keptKeys().keep(text_, keys_, query_.tables());
 }
@@ -77,9 +79,16 @@ RowKey RowSet::keyIn(const HotStatement& row) const {
   return packKey(row.integer(0), query_.keyTables().size() == 2 ? row.integer(1) : 0);
 }
 
-void RowSet::readKeys() {
-  if (const auto halves = query_.halves()) {
-    mergeKeys(connection_->take(halves->pointers), connection_->take(halves->targets));
+// Those that may be used for the query's rows, or for the ones among them that meet a condition.
+void RowSet::trustIndexes(const sql::ExprPtr& condition) const {
+  for (const auto& [table, index] : query_.usableIndexes(condition)) {
+    connection_->trustIndex(*table, *index);
+  }
+}
+
+void RowSet::readKeys(const std::optional<Query::Halves>& halves) {
+  if (halves) {
+    mergeKeys(*halves);
   } else {
     HotStatement rows(*connection_, query_.keys());
     while (rows.step()) keys_.push_back(keyIn(rows));
@@ -98,8 +107,9 @@ void RowSet::takeKeys(const sql::Statement& walk) {
                  [](qint64 key) { return packKey(key, 0); });
 }
 
-// `pointers` are pairs of number and key.
-void RowSet::mergeKeys(const std::vector<qint64>& pointers, const std::vector<qint64>& targets) {
+void RowSet::mergeKeys(const Query::Halves& halves) {
+  const std::vector<qint64> pointers = connection_->take(halves.pointers);  // number, key, ...
+  const std::vector<qint64> targets = connection_->take(halves.targets);
   keys_.reserve(std::min(pointers.size() / 2, targets.size()));
   Pairing pairing(targets);
   for (std::size_t i = 0; i < pointers.size(); i += 2) {
@@ -107,24 +117,26 @@ void RowSet::mergeKeys(const std::vector<qint64>& pointers, const std::vector<qi
       keys_.push_back(packKey(pointers[i + 1], pointers[i]));
     }
   }
-  requireWhole(pairing);
+  requireWhole(pairing, halves);
 }
 
 // Both sides come from indexes. A row without a partner is rare: the tables are asked, for it may
 // be the index that lacks it.
-void RowSet::requireWhole(const Pairing& pairing) {
+void RowSet::requireWhole(const Pairing& pairing, const Query::Halves& halves) {
   const QString& table = query_.keyTables().front()->table->name;
   if (!pairing.inOrder()) throwDamaged(table, QStringLiteral("indice non ordinato"));
-  if (pairing.isComplete()) return;
-  HotStatement count(*connection_, query_.pairCount());
-  if (!count.step() || count.integer(0) != pairing.pairs()) {
-    throwDamaged(table, QStringLiteral("indice incompleto"));
+  if (!pairing.isComplete()) {
+    HotStatement count(*connection_, query_.pairCount());
+    if (!count.step() || count.integer(0) != pairing.pairs()) {
+      throwDamaged(table, QStringLiteral("indice incompleto"));
+    }
   }
+  for (const auto& [of, index] : halves.indexes) connection_->trust(*of, *index);
 }
 
-void RowSet::readSorted() {
+void RowSet::readSorted(const std::optional<Query::Halves>& halves) {
   RowSorter sorter(*connection_, query_.sortTerms());
-  if (const auto halves = query_.halves()) {
+  if (halves) {
     addPointers(*halves, sorter);
   } else {
     HotStatement rows(*connection_, query_.keys());
@@ -145,7 +157,7 @@ void RowSet::addPointers(const Query::Halves& halves, RowSorter& sorter) {
     const qint64 pointer = pointers.integer(1);
     if (pairing.meets(target, pointer)) sorter.add(packKey(pointer, target), pointers, 2);
   }
-  requireWhole(pairing);
+  requireWhole(pairing, halves);
 }
 
 void RowSet::readResults() {
@@ -282,7 +294,9 @@ const std::vector<qint64>& RowSet::hits(const QString& condition) {
 
 std::vector<qint64> RowSet::search(const QString& condition) {
   std::vector<RowKey> found;
-  const auto lease = source().prepare(query_.keysWhere(query_.condition(condition, *connection_)));
+  const sql::ExprPtr asked = query_.condition(condition, *connection_);
+  trustIndexes(asked);
+  const auto lease = source().prepare(query_.keysWhere(asked));
   const bool two = query_.keyTables().size() == 2;
   guarded([&] {
     while (lease->executeStep()) {

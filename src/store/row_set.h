@@ -66,12 +66,13 @@ class RowSet final {
  private:
   Connection& source() { return results_ ? results_->connection() : *connection_; }
   RowKey keyIn(const HotStatement& row) const;
-  void readKeys();
+  void trustIndexes(const sql::ExprPtr& condition) const;
+  void readKeys(const std::optional<Query::Halves>& halves);
   void takeKeys(const sql::Statement& walk);
-  void mergeKeys(const std::vector<qint64>& pointers, const std::vector<qint64>& targets);
+  void mergeKeys(const Query::Halves& halves);
   void addPointers(const Query::Halves& halves, RowSorter& sorter);
-  void requireWhole(const Pairing& pairing);
-  void readSorted();
+  void requireWhole(const Pairing& pairing, const Query::Halves& halves);
+  void readSorted(const std::optional<Query::Halves>& halves);
   void readResults();
 
   // Rows read lately by one statement.

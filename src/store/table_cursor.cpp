@@ -114,7 +114,7 @@ class TableCursor final : public Cursor {
           QStringLiteral("L'indice '%1' non esiste nella tabella %2").arg(name, table_.name));
     }
     const bool isKey = found->columns == QVector<int>{table_.keyColumn};
-    if (!isKey) connection().trustIndexes(table_);
+    if (!isKey) connection().trustIndex(table_, *found);
     index_ = *found;
     ahead_.clear();
   }

@@ -59,6 +59,9 @@ class Look final {
     });
     attempt("setting", [&] { return walk("CFG", "1u", {"dsc"}, {"DB_APPLICATION"}); });
     attempt("sorted", [&] { return sorted(); });
+    for (const char* field : {"TABGenereID", "Anno"}) {
+      attempt(field, [&] { return filtered(field); });
+    }
     attempt("find", [&] { return find(); });
     attempt("write", [&] { return write(); });
   }
@@ -124,6 +127,24 @@ class Look final {
       const auto rows =
           harm::rowsOf(*open(QStringLiteral("SELECT * FROM Q_LIB ORDER BY ") + order));
       if (wanted && !std::is_permutation(rows.begin(), rows.end(), wanted->begin(), wanted->end()))
+        return false;
+    }
+    return true;
+  }
+
+  // Those of a few values that are there, by their index.
+  bool filtered(const QString& column) {
+    const auto all = tables_.list("Q_LIB", queries_["Q_LIB"]);
+    const int field = open("Q_LIB")->FieldIndex("MAIN." + column);
+    constexpr qsizetype kStep = 50;
+    for (qsizetype i = 0; all && i < all->size(); i += kStep) {
+      const QVariant value = all->at(i)[field];
+      if (value.typeId() == QMetaType::QString || !value.isValid()) continue;
+      QVector<harm::Row> wanted;
+      std::copy_if(all->begin(), all->end(), std::back_inserter(wanted),
+                   [&](const harm::Row& row) { return isSame(row[field], value); });
+      const QString text = QString::number(value.toDouble(), 'g', 17);
+      if (harm::rowsOf(*open("SELECT * FROM Q_LIB WHERE MAIN." + column + " = " + text)) != wanted)
         return false;
     }
     return true;
