@@ -1,24 +1,12 @@
 #include "desk.h"
 
-#include <QAction>
-#include <QApplication>
-#include <QLabel>
-#include <QPushButton>
-#include <QTabWidget>
-#include <QTest>
+#include <QKeySequence>
 #include <QTimer>
-#include <QToolButton>
 
 #include "archives/modmanarc.h"
 #include "assist/frmbasic.h"
-#include "core/campi.h"
-#include "core/modcuore.h"
 #include "core/modmain.h"
-#include "core/raccolte.h"
-#include "platform/bound_control.h"
-#include "platform/data_control.h"
 #include "query/moduli_query.h"
-#include "workspace/frmmain.h"
 #include "workspace/modrepos.h"
 
 namespace tavolix {
@@ -31,10 +19,6 @@ QWidget* keyTarget() {
   QWidget* popup = QApplication::activePopupWidget();
   if (popup != nullptr) return popup->focusWidget() != nullptr ? popup->focusWidget() : popup;
   return QApplication::focusWidget();
-}
-
-QString shown(const QVariant& value) {
-  return value.isValid() ? value.toString() : "-";
 }
 
 }  // namespace
@@ -70,54 +54,15 @@ void Desk::end() {
   RegistraFormQuery();
 }
 
-QWidget* Desk::mainControl(const QString& name) {
-  return FrmMain().Control(name);
-}
-QWidget* Desk::window() {
-  return FrmMain().Window();
-}
-platform::DataGrid* Desk::grid() {
-  return forms()["frmGrid"].control<platform::DataGrid>("grd");
-}
-platform::TabStrip* Desk::tabs() {
-  return forms()["frmGrid"].control<platform::TabStrip>("tabSelez");
-}
-QWidget* Desk::form() {
-  return aRaccolte(iRacCorr).oForm->Window();
-}
-QTabWidget* Desk::pages() {
-  return aRaccolte(iRacCorr).oForm->control<QTabWidget>("panRecord");
-}
-QWidget* Desk::box(const QString& name) {
-  return aRaccolte(iRacCorr).oForm->Control(name);
-}
-QString Desk::boxText(const QString& name) {
-  return platform::BoundControl::of(box(name))->Text();
-}
-QAction* Desk::action(const QString& name) {
-  return window()->findChild<QAction*>(name);
-}
-QString Desk::status() {
-  return static_cast<QLabel*>(mainControl("lblStatus"))->text();
-}
-QString Desk::title() {
-  return static_cast<QLabel*>(mainControl("panTitolo"))->text();
-}
-
-store::RecordsetPtr Desk::list() {
-  return dbElenco().Recordset();
-}
 QString Desk::stored(const QString& field) {
-  return shown(list()->Value(field));
+  const QVariant value = list()->Value(field);
+  return value.isValid() ? value.toString() : "-";
 }
 QModelIndex Desk::cellAt(int row, const QString& field) {
   for (int i = 0; i < grid()->ColumnCount(); ++i) {
     if (grid()->Column(i).dataField == field) return grid()->model()->index(row, i);
   }
   return {};
-}
-QString Desk::cell(int row, const QString& field) {
-  return cellAt(row, field).data().toString();
 }
 void Desk::goTo(int row, const QString& field) {
   grid()->setFocus();
@@ -175,10 +120,11 @@ void Desk::click(QWidget* widget) {
 void Desk::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
   QTest::keyClick(keyTarget(), key, modifiers);
   QApplication::processEvents();
-  // A button pressed by its letter stays down for a moment before it acts.
-  for (const char* name : {"cmdAddNew", "cmdCancella", "cmdDuplica"}) {
-    auto* button = static_cast<QPushButton*>(mainControl(name));
-    EXPECT_TRUE(QTest::qWaitFor([button] { return !button->isDown(); })) << name;
+}
+void Desk::press(const QString& names) {
+  for (const QString& name : names.split(' ')) {
+    const QKeyCombination keys = QKeySequence(name)[0];
+    press(keys.key(), keys.keyboardModifiers());
   }
 }
 void Desk::type(const QString& text) {
@@ -200,11 +146,13 @@ void Desk::leave() {
   grid()->setFocus(Qt::MouseFocusReason);
   QApplication::processEvents();
 }
+void Desk::replace(const QString& keys) {
+  press("Ctrl+A Delete");
+  type(keys);
+}
 void Desk::fill(const QString& name, const QString& keys) {
   enter(name);
-  press(Qt::Key_A, Qt::ControlModifier);
-  press(Qt::Key_Delete);
-  type(keys);
+  replace(keys);
   leave();
 }
 
@@ -221,26 +169,17 @@ void Desk::inForm(const QString& name, const std::function<void()>& open,
   open();
   QApplication::processEvents();
 }
-QWidget* Desk::control(const QString& form, const QString& name) {
-  return forms()[form].Control(name);
-}
-void Desk::openList(int campo) {
-  QWidget* window = aRaccolte(iRacCorr).oForm->Window();
-  for (QToolButton* button : window->findChildren<QToolButton*>()) {
-    const bool own = !window->isWindow() || button->isVisibleTo(window);
-    if (own && button->property("Tag").toString() == QString::number(campo)) button->click();
-  }
-}
 
+void Desk::answerAll() {
+  for (int i = 0; i < 40; ++i) answer(platform::kOk);
+}
 QString Desk::message() {
   const auto all = MessageBoxSeam::shown();
   MessageBoxSeam::reset();
   MessageBoxSeam::setNoWindow(true);
   if (all.isEmpty()) return "-";
-  return QStringLiteral("%1 %2 %3")
-      .arg(all.last().title)
-      .arg(all.last().style)
-      .arg(all.last().text);
+  const MessageBoxSeam::Shown& last = all.last();
+  return QStringLiteral("%1 %2 %3").arg(last.title).arg(last.style).arg(last.text);
 }
 
 }  // namespace tavolix

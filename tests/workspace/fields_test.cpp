@@ -1,0 +1,135 @@
+#include <QAccessible>
+#include <QClipboard>
+#include <QToolButton>
+
+#include "desk.h"
+#include "workspace/moduli.h"
+
+namespace tavolix {
+namespace {
+
+// What holds for each field of each collection.
+class Fields : public Desk {
+ protected:
+  void SetUp() override { ASSERT_TRUE(start()); }
+
+  static QWidget* field(int j) { return aCampi(iRacCorr, j).oControllo->widget(); }
+  static QVector<QWidget*> fields() {
+    QVector<QWidget*> all;
+    for (int j = 0; j < iNumeroCampi(iRacCorr); ++j) all << field(j);
+    return all;
+  }
+  // What a screen reader calls a widget. A box is called by its label, a button by its own text.
+  static QString nameOf(QWidget* widget) {
+    QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(widget);
+    for (const auto& [label, relation] : interface->relations(QAccessible::Label)) {
+      if (relation == QAccessible::Label) return label->text(QAccessible::Name);
+    }
+    const bool box = platform::BoundControl::of(widget) != nullptr;
+    return box && !widget->inherits("QCheckBox") ? "" : interface->text(QAccessible::Name);
+  }
+  static void expectNames(const QVector<QWidget*>& widgets) {
+    QMap<QString, QString> owners;
+    for (QWidget* widget : widgets) {
+      const QString name = nameOf(widget);
+      SCOPED_TRACE(qPrintable(form()->objectName() + '!' + widget->objectName() + ' ' + name));
+      EXPECT_FALSE(name.trimmed().isEmpty());
+      EXPECT_EQ(owners.value(name), QString(""));
+      owners[name] = widget->objectName();
+    }
+  }
+
+  // The field that has the focus, itself or by its open list.
+  static QWidget* reached() {
+    const QWidget* popup = QApplication::activePopupWidget();
+    return popup != nullptr ? popup->parentWidget() : QApplication::focusWidget();
+  }
+  // The fields with the colour of the focus. A tick has none.
+  static QVector<QWidget*> marked() {
+    QVector<QWidget*> all = fields();
+    all.removeIf([](const QWidget* widget) {
+      const auto role = widget->inherits("QComboBox") ? QPalette::Button : QPalette::Base;
+      return widget->palette().color(role) != QColor(0xFF, 0xFF, 0xC0);
+    });
+    return all;
+  }
+  static void leaveByTab() {
+    do press(Qt::Key_Tab);
+    while (qobject_cast<QToolButton*>(QApplication::focusWidget()) != nullptr);
+  }
+  // In a text of several lines the key is a new line.
+  static void leaveByReturn(QWidget* field, Qt::Key key) {
+    press(key);
+    if (!field->inherits("QPlainTextEdit")) return;
+    EXPECT_TRUE(platform::BoundControl::of(field)->Text().startsWith('\n'));
+    press(Qt::Key_Backspace);
+    CampoSuccessivo();
+    QApplication::processEvents();
+  }
+  static void walk(bool byReturn) {
+    enter(aCampi(iRacCorr, 0).sControllo);
+    for (int j = 0; j < iNumeroCampi(iRacCorr); ++j) {
+      const tCampo& campo = aCampi(iRacCorr, j);
+      SCOPED_TRACE(qPrintable(aRaccolte(iRacCorr).sNome + ' ' + campo.sTitolo));
+      if (!byReturn && pages()->currentIndex() != campo.iPagina) enter(campo.sControllo);
+      EXPECT_EQ(reached(), field(j));
+      EXPECT_EQ(pages()->currentIndex(), campo.iPagina);
+      const bool tick = field(j)->inherits("QCheckBox");
+      EXPECT_EQ(marked(), tick ? QVector<QWidget*>() : QVector{field(j)});
+      byReturn ? leaveByReturn(field(j), j % 2 == 0 ? Qt::Key_Return : Qt::Key_Enter)
+               : leaveByTab();
+    }
+  }
+};
+
+TEST_F(Fields, HaveNamesOfTheirOwnLikeAllControls) {
+  QVector<QWidget*> widgets = {grid(), tabs(), pages()};
+  QStringList names = {"cmdAddNew", "cmdCancella", "cmdDuplica", "cmdEspandi"};
+  for (int i = 0; i <= 10; ++i) names << QStringLiteral("cmdBar(%1)").arg(i);
+  for (const QString& name : names) widgets << mainControl(name);
+  expectNames(widgets);
+  for (int collection = 0; collection < kRaccoltePrincipali; ++collection) {
+    selectByTab(collection);
+    widgets = fields();
+    for (auto* button : form()->findChildren<QToolButton*>()) {
+      if (button->objectName().startsWith("cmd")) widgets << button;
+    }
+    expectNames(widgets);
+  }
+}
+
+TEST_F(Fields, AreReachedInTheirOrderByTabAndReturn) {
+  for (int collection = 0; collection < kRaccoltePrincipali; ++collection) {
+    selectByTab(collection);
+    const QStringList before = fileRow();
+    walk(false);
+    walk(true);
+    EXPECT_EQ(reached(), field(0));
+    press(Qt::Key_Escape);
+    leave();
+    EXPECT_EQ(marked(), QVector<QWidget*>());
+    EXPECT_EQ(fileRow(), before);
+  }
+}
+
+TEST_F(Fields, TakeNoMoreThanTheirColumnsHold) {
+  for (int collection = 0; collection < kRaccoltePrincipali; ++collection) {
+    selectByTab(collection);
+    for (int j = 0; j < iNumeroCampi(collection); ++j) {
+      const tCampo& campo = aCampi(collection, j);
+      if (campo.sTipo != TXTSTR) continue;
+      SCOPED_TRACE(qPrintable(aRaccolte(collection).sNome + ' ' + campo.sTitolo));
+      const int most = boxOf(modules()[static_cast<std::size_t>(collection)], j).maxLength;
+      EXPECT_TRUE(0 < most && most <= list()->Fields()[list()->FieldIndex(campo.sCampoDB)].size);
+      QGuiApplication::clipboard()->setText(QString(most + 5, 'x'));
+      enter(campo.sControllo);
+      press("Ctrl+A Ctrl+V");
+      type("y");
+      leave();
+      EXPECT_EQ(stored(campo.sCampoDB), QString(most, 'x'));
+    }
+  }
+}
+
+}  // namespace
+}  // namespace tavolix
