@@ -25,11 +25,8 @@ QWidget* keyTarget() {
 
 Desk::Desk() {
   RegistraArchivi();
-  RegistraFormAssist();
-  RegistraFormWorkspace();
-  RegistraFormQuery();
-  MessageBoxSeam::reset();
-  MessageBoxSeam::setNoWindow(true);
+  end();
+  message();
 }
 
 Desk::~Desk() {
@@ -83,9 +80,6 @@ QStringList Desk::fileRow(int collection, const QString& key) const {
     }
   }
   return row;
-}
-QStringList Desk::fileRow() const {
-  return fileRow(iRacCorr, stored(aRaccolte(iRacCorr).sCampoLegame));
 }
 
 QString Desk::changesBy(const std::function<void()>& work) const {

@@ -75,10 +75,6 @@ class Desk : public ::testing::Test {
   int count(const QString& rows) const {
     return folder_.found("SELECT count(*) FROM " + rows).toInt();
   }
-  // The row's columns in its two tables, as the file has them: "Column=value" in lines.
-  QStringList fileRow(int collection, const QString& key) const;
-  // The same for the current row.
-  QStringList fileRow() const;
   // The columns of the current row that some work changes in the file.
   QString changesBy(const std::function<void()>& work) const;
 
@@ -109,6 +105,10 @@ class Desk : public ::testing::Test {
   static QString message();
 
   ProgramFolder folder_;
+
+ private:
+  // A row's columns in its two tables, as the file has them: "Table.column=value".
+  QStringList fileRow(int collection, const QString& key) const;
 };
 
 }  // namespace tavolix

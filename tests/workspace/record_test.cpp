@@ -45,12 +45,15 @@ class Record : public Desk {
   }
 };
 
-TEST_F(Record, IsMadeByKeyMenuOrButton) {
+TEST_F(Record, BeginsWithStartValuesOrAsACopy) {
+  folder_.outside(
+      "UPDATE TAB SET \"Default\" = -1 WHERE ID IN"
+      " (SELECT max(ID) FROM TAB WHERE TipoTab IN ('GENERE', 'STATO') GROUP BY TipoTab, TipoRac)");
   ASSERT_TRUE(start());
   const function<void()> ways[] = {
       [] { press("Alt+N"); },
       [] {
-        enter("txtVoto");  // on the last page
+        pages()->setCurrentIndex(1);
         press("Alt+N");
       },
       [] { click(mainControl("cmdAddNew")); },
@@ -59,31 +62,14 @@ TEST_F(Record, IsMadeByKeyMenuOrButton) {
         press("F12");
       },
   };
-  int rows = count("LIB");
-  for (const auto& make : ways) {
-    const int counter = folder_.found("SELECT ID FROM CONT").toInt();
-    make();
-    EXPECT_EQ(folder_.found("SELECT ID FROM CONT").toInt(), counter + 1);
-    EXPECT_EQ(status(), complete(++rows));
-    expectNew(startValues());
-    EXPECT_EQ(changesBy([] {
-                type("Nuovo");
-                leave();
-              }),
-              QString("MAIN.Titolo=Nuovo"));
-    EXPECT_EQ(cell(grid()->currentIndex().row(), "Titolo"), QString("Nuovo"));
-  }
-}
-
-TEST_F(Record, BeginsWithStartValuesOrAsACopy) {
-  folder_.outside(
-      "UPDATE TAB SET \"Default\" = -1 WHERE ID IN"
-      " (SELECT max(ID) FROM TAB WHERE TipoTab IN ('GENERE', 'STATO') GROUP BY TipoTab, TipoRac)");
-  ASSERT_TRUE(start());
   for (int collection = 0; collection < kRaccoltePrincipali; ++collection) {
     SCOPED_TRACE(collection);
     selectByTab(collection);
-    press("F12");
+    const int counter = folder_.found("SELECT ID FROM CONT").toInt();
+    const int rows = count(aRaccolte(collection).sTabDettaglio);
+    ways[collection % 4]();
+    EXPECT_EQ(folder_.found("SELECT ID FROM CONT").toInt(), counter + 1);
+    EXPECT_EQ(status(), complete(rows + 1));
     expectNew(startValues());
     for (const int row : {2, 22}) {
       goTo(row);
@@ -96,43 +82,38 @@ TEST_F(Record, BeginsWithStartValuesOrAsACopy) {
 
 TEST_F(Record, IsDeletedAfterAQuestion) {
   ASSERT_TRUE(start());
-  const function<void()> ways[] = {[] { press("Alt+C"); },
-                                   [] { click(mainControl("cmdCancella")); }};
-  for (const auto& way : ways) {
-    goTo(5);
-    const QString key = stored("RacID");
-    const QStringList before = fileRow();
-    const int rows = count("LIB");
-    const QString question = "Attenzione! 36 Vuoi veramente cancellare il record corrente (" +
-                             stored("Cod") + ' ' + stored("Titolo") + ")?";
-    answer(platform::kNo);
-    way();
-    EXPECT_EQ(message(), question);
-    EXPECT_EQ(fileRow(), before);
-    answer(platform::kYes);
-    way();
-    EXPECT_EQ(status(), complete(rows - 1));
-    EXPECT_EQ(count("MAIN WHERE RacID = " + key), 0);
-    EXPECT_EQ(count("LIB WHERE ID = " + key), 0);
-    EXPECT_EQ(boxText("txtCod"), stored("Cod"));
-  }
+  goTo(5);
+  const QString key = stored("RacID");
+  const int rows = count("LIB");
+  const QString question = "Attenzione! 36 Vuoi veramente cancellare il record corrente (" +
+                           stored("Cod") + ' ' + stored("Titolo") + ")?";
+  answer(platform::kNo);
+  EXPECT_EQ(changesBy([] { press("Alt+C"); }), QString(""));
+  EXPECT_EQ(message(), question);
+  answer(platform::kYes);
+  click(mainControl("cmdCancella"));
+  EXPECT_EQ(status(), complete(rows - 1));
+  EXPECT_EQ(count("MAIN WHERE RacID = " + key), 0);
+  EXPECT_EQ(count("LIB WHERE ID = " + key), 0);
+  EXPECT_EQ(boxText("txtCod"), stored("Cod"));
 }
 
 TEST_F(Record, IsDeletedWithAllThatAreShown) {
+  const QString shown = "(SELECT RacID FROM MAIN WHERE TipoRac = 2 AND Anno > 1980)";
+  folder_.outside(
+      "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 5000) "
+      "INSERT INTO AUDSUB (AudID, NrBrano) SELECT * FROM " +
+      shown + " JOIN n LIMIT 5000");
   ASSERT_TRUE(start());
   selectByTab(2);
   aRaccolte(2).sFiltro = " WHERE Anno > 1980";
   DBRefresh();
-  const QString shown = "(SELECT RacID FROM MAIN WHERE TipoRac = 2 AND Anno > 1980)";
   const int rest = count("AUD WHERE ID NOT IN " + shown);
   const int children = count("AUDSUB WHERE AudID NOT IN " + shown);
-  const int all = count("AUD");
-  ASSERT_TRUE(0 < rest && rest < all);
   answer(platform::kNo);
-  trigger("mnuCancellaMultiplo");
+  EXPECT_EQ(changesBy([] { trigger("mnuCancellaMultiplo"); }), QString(""));
   EXPECT_EQ(message(), QString("Attenzione! 36 Vuoi veramente cancellare tutti i record "
                                "correntemente visualizzati nell'elenco?"));
-  EXPECT_EQ(count("AUD"), all);
   answer(platform::kYes);
   trigger("mnuCancellaMultiplo");
   EXPECT_EQ(status(), QString("Elenco filtrato: 0 records"));
@@ -149,10 +130,8 @@ TEST_F(Record, IsAskedForInAnEmptyList) {
   ASSERT_TRUE(start("modello.tvx"));
   const auto expectEmpty = [] {
     EXPECT_EQ(status(), complete(0));
-    for (QWidget* widget :
-         {mainControl("cmdCancella"), mainControl("cmdDuplica"), static_cast<QWidget*>(pages())}) {
-      EXPECT_FALSE(widget->isEnabled());
-    }
+    EXPECT_FALSE(pages()->isEnabled() || mainControl("cmdCancella")->isEnabled() ||
+                 mainControl("cmdDuplica")->isEnabled());
     EXPECT_TRUE(mainControl("cmdAddNew")->hasFocus());
   };
   expectEmpty();
