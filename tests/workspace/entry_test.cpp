@@ -1,4 +1,3 @@
-
 #include "desk.h"
 #include "platform/data_combo.h"
 #include "platform/record_model.h"
@@ -56,6 +55,7 @@ TEST_F(Entry, WritesJustItsColumn) {
       {0, "txtAnno", "", "1a9b87", "1987", "MAIN.Anno=1987.0"},
       {0, "txtNote", "", "Una riga", "Una riga", "MAIN.Note=Una riga"},
       {0, "txtDtaAcq", "DtaAcq", "1-2-03", "01-02-2003", day},
+      {0, "", "DtaAcq", "31-02-2003", "", "MAIN.DtaAcq=-"},
       {0, "txtDtaAcq", "", "31-02-2003", "01-02-2003", ""},
       {0, "txtValore", "", "12500", "12.500", "MAIN.Valore=12500.0"},
       {0, "txtLibEdizione", "", "Terza", "Terza", "LIB.Edizione=Terza"},
@@ -106,7 +106,7 @@ TEST_F(Entry, TicksABoxOrACell) {
   }
   // Texts of several lines are for the form alone.
   selectByTab(3);
-  goTo(0);
+  goTo(4);
   EXPECT_EQ(changesBy([] { typeInCell("Attori", "x", Qt::Key_Return); }), QString(""));
 }
 
@@ -127,8 +127,10 @@ TEST_F(Entry, IsWrittenWhereverOneGoes) {
     for (const bool inCell : {false, true}) {
       selectByTab(0);
       goTo(0, "Titolo");
-      if (!inCell) enter("txtTitolo");
-      if (!inCell) press("Ctrl+A");
+      if (!inCell) {
+        enter("txtTitolo");
+        press("Ctrl+A");
+      }
       const QString text = QString::number(++texts);
       EXPECT_EQ(changesBy([&] {
                   type(text);

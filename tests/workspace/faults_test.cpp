@@ -160,10 +160,13 @@ TEST_F(Faults, ACounterThatIsBehind) {
   const int records = count("MAIN");
   const int books = count("LIB");
   ASSERT_TRUE(start());
+  goTo(4);
+  const QString code = stored("Cod");
   for (const int made : {0, 1}) {
     answerAll();
     press("F12");
     EXPECT_EQ(message().contains("3022"), made == 0);
+    EXPECT_EQ(boxText("txtCod") == code, made == 0);
     EXPECT_EQ(count("MAIN"), records + made);
     EXPECT_EQ(count("LIB"), books + made);
   }

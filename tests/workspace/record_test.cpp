@@ -1,4 +1,3 @@
-
 #include "desk.h"
 
 namespace tavolix {
