@@ -112,7 +112,8 @@ TEST_F(Faults, ACollectionThatIsNotThere) {
 // What could not be written is kept, and written wherever one goes.
 TEST_F(Faults, ALockedArchive) {
   ASSERT_TRUE(start());
-  const function<void()> ways[] = {[] { press("Down"); }, [] { selectByTab(2); }};
+  const function<void()> ways[] = {[] { press("Down"); }, [] { selectByTab(2); },
+                                   [] { trigger("mnuFileChiudi"); }};
   store::mostPatience = 100;
   for (const auto& go : ways) {
     selectByTab(0);
