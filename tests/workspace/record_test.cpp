@@ -113,13 +113,14 @@ TEST_F(Record, IsDeletedWithAllThatAreShown) {
   EXPECT_EQ(changesBy([] { trigger("mnuCancellaMultiplo"); }), QString(""));
   EXPECT_EQ(message(), QString("Attenzione! 36 Vuoi veramente cancellare tutti i record "
                                "correntemente visualizzati nell'elenco?"));
+  pages()->setCurrentIndex(1);
   answer(platform::kYes);
   trigger("mnuCancellaMultiplo");
   EXPECT_EQ(status(), QString("Elenco filtrato: 0 records"));
   EXPECT_EQ(count("AUD"), rest);
   EXPECT_EQ(count("MAIN WHERE TipoRac = 2"), rest);
   EXPECT_EQ(count("AUDSUB"), children);
-  EXPECT_FALSE(pages()->isEnabled());
+  EXPECT_FALSE(pages()->isEnabled() || pages()->currentIndex() != 0);
   click(mainControl("cmdBar(8)"));
   EXPECT_EQ(status(), complete(rest));
   EXPECT_TRUE(pages()->isEnabled());
