@@ -97,6 +97,11 @@ class Desk : public ::testing::Test {
   // What opens a modal form, then what is done while it is in front; ends when it is closed.
   static void inForm(const QString& name, const std::function<void()>& open,
                      const std::function<void()>& work);
+  // The same for the child rows of the current record.
+  static void inChildren(const std::function<void()>& work) {
+    inForm(
+        "frmSub", [] { press("F9"); }, work);
+  }
 
   static void answer(int pressed) { platform::MessageBoxSeam::setNextAnswer(pressed); }
   // Answers as many messages as may come.

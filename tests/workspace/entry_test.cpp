@@ -5,10 +5,6 @@
 namespace tavolix {
 namespace {
 
-QString dayOf(int year, int month, int day) {
-  return QString::number(platform::dayOfDate(QDate(year, month, day)));
-}
-
 // What is typed into the boxes of the form and the cells of the list.
 class Entry : public Desk {
  protected:
@@ -41,7 +37,7 @@ TEST_F(Entry, WritesJustItsColumn) {
     return folder_.found("SELECT ID FROM TAB WHERE TipoTab = '" + list + "' AND \"Desc\" = '" +
                          value + '\'');
   };
-  const QString day = "MAIN.DtaAcq=" + dayOf(2003, 2, 1);
+  const QString day = "MAIN.DtaAcq=" + QString::number(platform::dayOfDate(QDate(2003, 2, 1)));
   const struct {
     int collection;
     QString box, field;  // without one of them, the other alone

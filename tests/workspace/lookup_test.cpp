@@ -35,10 +35,6 @@ class Lookup : public Desk {
     inForm(
         "frmTab", [campo] { openList(campo); }, work);
   }
-  static void openChildren(const function<void()>& work) {
-    inForm(
-        "frmSub", [] { press("F9"); }, work);
-  }
   static void add(const QString& text) {
     part("txtAdd")->setFocus();
     replace(text);
@@ -116,7 +112,7 @@ TEST_F(Lookup, OpensForEveryComboOnTheValueOfTheRecord) {
     list()->FindFirst(children.sRifPadre + " = " +
                       folder_.found("SELECT " + children.sCampoPadre + " FROM " +
                                     children.sTabPrincipale + " LIMIT 1"));
-    openChildren([&] { expectLists(sub); });
+    inChildren([&] { expectLists(sub); });
   }
 }
 
@@ -208,7 +204,7 @@ TEST_F(Lookup, ShowsTheChosenValueWhereverTheListIsOffered) {
   constexpr int autore = 2;
   constexpr int autoreBrano = 4;
   const QString value = QStringLiteral("0 Åberg d'Età");
-  openChildren([&] {
+  inChildren([&] {
     open(autoreBrano, [&] { add(value); });
     EXPECT_EQ(combo(autoreBrano).Text(), value);
   });

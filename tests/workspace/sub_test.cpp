@@ -3,8 +3,6 @@
 namespace tavolix {
 namespace {
 
-using std::function;
-
 // The child rows of a record.
 class Sub : public Desk {
  protected:
@@ -12,10 +10,6 @@ class Sub : public Desk {
 
   static QWidget* part(const QString& name) { return control("frmSub", name); }
   static platform::DataGrid* rows() { return static_cast<platform::DataGrid*>(part("grdSub")); }
-  static void open(const function<void()>& work) {
-    inForm(
-        "frmSub", [] { press("F9"); }, work);
-  }
   static QString field(int campo) { return aCampi(iRacCorr, campo).oControllo->Text(); }
   // Keys as they come from the window system: to the window that had the focus when they were
   // pressed, whatever opens meanwhile.
@@ -41,7 +35,7 @@ TEST_F(Sub, ShowsTheRowsOfItsRecord) {
       const QString heading = "Sottoraccolta " + children.sNome + " - " + field(0) + ' ' + field(1);
       const QString own =
           children.sTabPrincipale + " WHERE " + children.sCampoPadre + " = " + stored("RacID");
-      open([&] {
+      inChildren([&] {
         EXPECT_EQ(iRacCorr, sub);
         EXPECT_EQ(rows()->window()->windowTitle(), heading);
         EXPECT_EQ(rows()->model()->rowCount(), count(own));
@@ -91,7 +85,7 @@ TEST_F(Sub, AddsCopiesAndDeletes) {
   folder_.outside("DELETE FROM " + own);
   auto* add = part("cmdAddNew");
   const auto colour = [add] { return add->palette().color(QPalette::ButtonText); };
-  open([&] {
+  inChildren([&] {
     const QColor before = colour();
     const auto expectEmpty = [&] {
       EXPECT_FALSE(part("panRecord(8)")->isEnabled());
@@ -124,7 +118,7 @@ TEST_F(Sub, AddsCopiesAndDeletes) {
 
 TEST_F(Sub, CleansACellThatIsNoNumber) {
   selectByTab(2);
-  open([&] {
+  inChildren([&] {
     rows()->setCurrentIndex(rows()->model()->index(1, 0));
     rows()->setFocus();
     press("F2");
@@ -138,11 +132,11 @@ TEST_F(Sub, CleansACellThatIsNoNumber) {
 
 TEST_F(Sub, ShowsAndAddsNoRowsWhereItCannot) {
   selectByTab(2);
-  open([] {});
+  inChildren([] {});
   aRaccolte(9).sCampoPadre = "NonEsiste";
   goTo(2);
   answerAll();
-  open([] {
+  inChildren([] {
     EXPECT_NE(message(), QString("-"));
     EXPECT_EQ(rows()->model()->rowCount(), 0);
     answer(platform::kOk);
@@ -152,7 +146,7 @@ TEST_F(Sub, ShowsAndAddsNoRowsWhereItCannot) {
   aRaccolte(9).sCampoPadre = "AudID";
   // A record that another program has deleted, with its rows shown.
   const QString key = stored("AUD.ID");
-  open([&] {
+  inChildren([&] {
     for (const char* row : {"MAIN WHERE RacID = ", "AUD WHERE ID = ", "AUDSUB WHERE AudID = "}) {
       folder_.outside("DELETE FROM " + (row + key));
     }
