@@ -203,8 +203,7 @@ bool DataCombo::eventFilter(QObject* watched, QEvent* event) {
 bool DataCombo::popupKey(const QKeyEvent& event) {
   if (leavesList(event.key()) || isCommand(event)) {
     acceptRow();
-    const bool isEnter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
-    if (isEnter && enterStays_) return true;
+    if (isEnter(event.key()) && enterStays_) return true;
     // The closed control gets the key too, before the next one comes: it may lead to the next
     // field, or to another window.
     const std::unique_ptr<QKeyEvent> key(event.clone());

@@ -16,10 +16,6 @@ namespace {
 
 constexpr int kVisibleRows = 20;
 
-bool isEnter(int key) {
-  return key == Qt::Key_Return || key == Qt::Key_Enter;
-}
-
 }  // namespace
 
 DropDown::DropDown(QWidget* parent) : QComboBox(parent) {

@@ -8,6 +8,7 @@
 
 #include "platform/date_box.h"
 #include "platform/masked_box.h"
+#include "platform/popup_keys.h"
 #include "platform/text_box.h"
 #include "platform/time_box.h"
 
@@ -54,10 +55,8 @@ LineBox* createLine(const ColumnSetup& setup, QWidget* parent) {
 }
 
 bool confirms(const QEvent* event) {
-  if (event->type() != QEvent::KeyPress) return false;
-  const int key = static_cast<const QKeyEvent*>(event)->key();
-  return key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Tab ||
-         key == Qt::Key_Backtab;
+  return event->type() == QEvent::KeyPress &&
+         leavesList(static_cast<const QKeyEvent*>(event)->key());
 }
 
 }  // namespace

@@ -11,9 +11,12 @@ bool isCommand(const QKeyEvent& event) {
   return (function && event.key() != Qt::Key_F4) || (modifiers != 0 && letter);
 }
 
+bool isEnter(int key) {
+  return key == Qt::Key_Return || key == Qt::Key_Enter;
+}
+
 bool leavesList(int key) {
-  return key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Tab ||
-         key == Qt::Key_Backtab;
+  return isEnter(key) || key == Qt::Key_Tab || key == Qt::Key_Backtab;
 }
 
 }  // namespace platform

@@ -8,6 +8,7 @@ namespace platform {
 
 // A key that is for the window, whatever the list shows: a function key, a letter with Ctrl or Alt.
 bool isCommand(const QKeyEvent& event);
+bool isEnter(int key);
 // A key that takes the row and leads to the next field.
 bool leavesList(int key);
 
