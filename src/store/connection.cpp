@@ -76,6 +76,7 @@ Connection::Connection(const QString& path, int flags)
   harden(database_.getHandle());
   addLanguage(database_.getHandle());
   addTake(database_.getHandle(), &taken_);
+  keyTable_.addTo(database_.getHandle());
   sqlite3_update_hook(
       database_.getHandle(),
       [](void* kept, int, const char*, const char* table, sqlite3_int64) {

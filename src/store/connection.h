@@ -11,6 +11,7 @@
 #include "store/catalog.h"
 #include "store/failure.h"
 #include "store/key_cache.h"
+#include "store/key_table.h"
 #include "store/patience.h"
 #include "store/sql_printer.h"
 
@@ -114,6 +115,8 @@ class Connection final : public Catalog {
 
   // The keys of lists read lately.
   KeyCache& keptKeys() { return keptKeys_; }
+  // The list that is searched, as statements name it.
+  KeyTable& keyTable() { return keyTable_; }
 
  private:
   void readTable(TableInfo& table) const;
@@ -145,6 +148,7 @@ class Connection final : public Catalog {
   mutable qint64 work_ = 0;
   mutable quint64 misreadings_ = 0;  // as far as forgotten
   KeyCache keptKeys_;
+  KeyTable keyTable_;
   quint64 writes_ = 0;
   qint64 dataVersion_ = 0;
 };

@@ -177,14 +177,13 @@ void Query::printKeys(sql::Printer& printer) const {
 
 // Lists that only give texts decide neither which rows there are nor their order: the engine need
 // not weigh ways to them.
-sql::Resolved Query::sourcesOf(const ExprPtr& condition) const {
+sql::Resolved Query::sourcesOf(const std::vector<ExprPtr>& conditions) const {
   QSet<QString> named;
   Walk walk;
   walk.expression = [&named](const Expr& expr) {
     if (expr.kind == ExprKind::Column) named.insert(expr.qualifier);
   };
-  walk.through(resolved_->where);
-  walk.through(condition);
+  for (const ExprPtr& condition : conditions) walk.through(condition);
   for (const SortTerm& term : sortTerms_) walk.through(term.expr);
   sql::Resolved needed;
   for (auto source = resolved_->from.rbegin(); source != resolved_->from.rend(); ++source) {
@@ -214,7 +213,7 @@ sql::Statement Query::keys() const {
     printer.text(", ").value(*term.expr);
   }
   printer.text(" FROM ")
-      .sources(sourcesOf(nullptr))
+      .sources(sourcesOf({resolved_->where}))
       .where(resolved_->where, nullptr)
       .text(" ORDER BY ");
   if (keyOrder_) printer.expression(*orderColumn()).text(keyOrderDescending_ ? " DESC, " : ", ");
@@ -233,14 +232,20 @@ std::vector<QByteArray> Query::tables() const {
   return names;
 }
 
-sql::Statement Query::keysWhere(const ExprPtr& condition) const {
+sql::Statement Query::placesWhere(const ExprPtr& condition) const {
   sql::Printer printer;
   if (keyTables_.empty()) {
-    printer.text("SELECT rowid FROM ").text(sql::quoteName(resultName())).where(condition, nullptr);
-    return printer.take();
+    printer.text("SELECT rowid - 1 FROM ").text(sql::quoteName(resultName()));
+    return printer.where(condition, nullptr).take();
   }
-  printKeys(printer);
-  printer.text(" FROM ").sources(sourcesOf(condition)).where(resolved_->where, condition);
+  printer.text("SELECT tvx_rows.rowid FROM tvx_rows JOIN ").sources(sourcesOf({condition}));
+  printer.where(condition, nullptr);
+  const char* column = "first";
+  for (const Source* source : keyTables_) {
+    printer.text(" AND ").text(sql::quoteName(source->alias)).text(".rowid = tvx_rows.");
+    printer.text(column);
+    column = "second";
+  }
   return printer.take();
 }
 

@@ -59,8 +59,9 @@ class Query final {
   std::optional<Halves> halves() const;
   // Number of rows that halves() should make, found without any index.
   sql::Statement pairCount() const;
-  // Keys of the rows that meet a condition, in any order.
-  sql::Statement keysWhere(const sql::ExprPtr& condition) const;
+  // Places of the rows of a list, which is in the table of KeyTable, that meet a condition; in any
+  // order.
+  sql::Statement placesWhere(const sql::ExprPtr& condition) const;
   // Some fields of one row by its keys, which are the statement's values behind those given; last,
   // whether it is a row that meets the condition, as the index that led to it says.
   sql::Statement rowByKeys(const QVector<int>& fields) const;
@@ -69,7 +70,7 @@ class Query final {
   sql::ExprPtr condition(const QString& text, const Catalog& catalog) const;
 
   // Without keys, all rows are to be copied to a table of this name and with these columns, in
-  // order; keysWhere(), rowByKeys() and condition() are about that table, its row number the key.
+  // order; placesWhere(), rowByKeys() and condition() are about that table, its row number the key.
   sql::Statement everything() const;
   static QString resultName() { return QStringLiteral("result"); }
   static QString resultColumn(int field) { return QStringLiteral("c%1").arg(field); }
@@ -85,7 +86,7 @@ class Query final {
   bool isKey(const sql::Expr& expr) const;
   bool isUnique(const sql::Expr& key) const;
   sql::ExprPtr orderColumn() const;
-  sql::Resolved sourcesOf(const sql::ExprPtr& condition) const;
+  sql::Resolved sourcesOf(const std::vector<sql::ExprPtr>& conditions) const;
   void printKeys(sql::Printer& printer) const;
   sql::Statement pointersOf(const sql::Source& first, const QString& pointer) const;
   const IndexInfo* indexToWalk(const QString& pointer) const;

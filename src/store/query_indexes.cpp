@@ -24,7 +24,7 @@ std::vector<const TableInfo*> Query::indexedTables() const {
 }
 
 Query::Indexes Query::usableIndexes(const ExprPtr& condition) const {
-  const sql::Resolved sources = sourcesOf(condition);
+  const sql::Resolved sources = sourcesOf({resolved_->where, condition});
   Indexes usable;
   for (const Source& source : sources.from) {
     if (source.table == nullptr) continue;

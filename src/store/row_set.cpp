@@ -36,13 +36,6 @@ RowKey packKey(qint64 first, qint64 second) {
   return (static_cast<RowKey>(static_cast<quint32>(first)) << 32) | static_cast<quint32>(second);
 }
 
-qint64 firstKey(RowKey key) {
-  return static_cast<qint32>(key >> 32);
-}
-qint64 secondKey(RowKey key) {
-  return static_cast<qint32>(key & 0xffffffffU);
-}
-
 RowSet::RowSet(std::shared_ptr<Connection> connection, const QString& source)
     : connection_(std::move(connection)), text_(source), query_(source, upToDate(*connection_)) {
   readAt_ = connection_->writes();
@@ -292,23 +285,15 @@ const std::vector<qint64>& RowSet::hits(const QString& condition) {
   return hits_.places;
 }
 
+// A row belongs to the list because its key does: whether it would be listed again is not asked.
 std::vector<qint64> RowSet::search(const QString& condition) {
-  std::vector<RowKey> found;
   const sql::ExprPtr asked = query_.condition(condition, *connection_);
   trustIndexes(asked);
-  const auto lease = source().prepare(query_.keysWhere(asked));
-  const bool two = query_.keyTables().size() == 2;
-  guarded([&] {
-    while (lease->executeStep()) {
-      found.push_back(
-          packKey(lease->getColumn(0).getInt64(), two ? lease->getColumn(1).getInt64() : 0));
-    }
-  });
-  std::sort(found.begin(), found.end());
+  source().keyTable().show(keys_);
+  HotStatement found(source(), query_.placesWhere(asked));
   std::vector<qint64> places;
-  for (qint64 i = 0; !found.empty() && i < count(); ++i) {
-    if (std::binary_search(found.begin(), found.end(), keyAt(i))) places.push_back(i);
-  }
+  while (found.step()) places.push_back(found.integer(0));
+  std::sort(places.begin(), places.end());
   return places;
 }
 

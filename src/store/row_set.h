@@ -18,8 +18,6 @@ class RowSorter;
 // The keys of a row: the row numbers of its one or two tables, packed into eight bytes.
 using RowKey = quint64;
 RowKey packKey(qint64 first, qint64 second);
-qint64 firstKey(RowKey key);
-qint64 secondKey(RowKey key);
 
 // Where a cursor stands in its rows: on a row, before the first (-1), behind the last, or where
 // its row was until it was deleted: the next one has come there.

@@ -220,6 +220,31 @@ TEST(Find, SeesWhatWasWritten) {
   EXPECT_EQ(failureOf([&] { rows->Seek("=", {1}); }), 3251);
 }
 
+// What is in a list is found there, also when the list's own condition does not fit it any more,
+// by whatever way the engine takes.
+TEST(Find, WhatTheListHolds) {
+  const Archive archive;
+  for (const char* list : {"SELECT * FROM MAIN WHERE Anno > 1990 ORDER BY Titolo",
+                           "SELECT * FROM Q_LIB WHERE MAIN.Anno > 1990"}) {
+    const RecordsetPtr rows = archive.open(list);
+    change(*rows, {{"Anno", 1700}, {"Titolo", "Uno"}, {"TABAutoreID", 77}});
+    rows->MoveLast();
+    if (rows->FindField("LIB.ID") < 0) {
+      add(*rows, {{"Titolo", "Uno"}, {"TABAutoreID", 77}});
+    } else {
+      archive.outside("UPDATE MAIN SET TipoRac = 1, Titolo = 'uno', TABAutoreID = 77 WHERE ID = " +
+                      rows->Value("MAIN.ID").toByteArray());
+    }
+    for (const char* condition : {"Titolo Like 'un*'", "TABAutoreID = 77"}) {
+      rows->FindFirst(condition);
+      EXPECT_EQ(rows->AbsolutePosition(), 0) << list << condition;
+      rows->FindNext(condition);
+      EXPECT_EQ(rows->AbsolutePosition(), rows->RecordCount() - 1) << list << condition;
+      EXPECT_FALSE(rows->NoMatch());
+    }
+  }
+}
+
 // Groups have no keys in the archive: they stay as they were computed, and can be searched.
 TEST(Find, AmongGroups) {
   const Archive archive;
