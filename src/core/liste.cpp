@@ -30,8 +30,7 @@ QString readText(qint64 key) {
   const QString index = rsTab->Index();
   rsTab->SetIndex(QStringLiteral("1u"));
   rsTab->Seek(QStringLiteral("="), {key});
-  QString text =
-      rsTab->NoMatch() ? QString() : NullAStringa(rsTab->Value(QStringLiteral("Desc")));
+  QString text = rsTab->NoMatch() ? QString() : NullAStringa(rsTab->Value(QStringLiteral("Desc")));
   rsTab->SetIndex(index);
   return text;
 }

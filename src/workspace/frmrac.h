@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/form.h"
 #include "core/entry_focus.h"
+#include "platform/form.h"
 #include "workspace/moduli.h"
 
 namespace tavolix {

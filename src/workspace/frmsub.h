@@ -1,8 +1,8 @@
 #pragma once
 
+#include "core/entry_focus.h"
 #include "platform/form.h"
 #include "store/recordset.h"
-#include "core/entry_focus.h"
 
 namespace platform {
 class DataControl;

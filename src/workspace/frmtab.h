@@ -2,9 +2,9 @@
 
 #include <QVariant>
 
+#include "core/entry_focus.h"
 #include "platform/form.h"
 #include "store/recordset.h"
-#include "core/entry_focus.h"
 
 namespace platform {
 class DataControl;
