@@ -204,7 +204,7 @@ bool Connection::checkSmall(const TableInfo& table, const char* how) const {
     static const QRegularExpression unread(QStringLiteral("error code=(\\d+)"));
     const int code = unread.match(found).captured(1).toInt();
     if ((code & 0xff) == SQLITE_IOERR) throw SQLite::Exception(found.toStdString(), code);
-    throwDamaged(table.name, found);
+    throwDamaged(table.name, QStringLiteral("struttura errata"));
   });
 }
 

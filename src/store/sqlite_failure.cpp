@@ -1,5 +1,6 @@
 #include <sqlite3.h>
 
+#include <QRegularExpression>
 #include <algorithm>
 
 #include "store/connection.h"
@@ -39,6 +40,39 @@ bool isBeyondLimits(const QString& detail) {
                      [&](const char* limit) { return detail.contains(QLatin1String(limit)); });
 }
 
+struct Sentence {
+  const char* pattern;  // with the name it is about
+  const char* text;
+};
+
+// What SQLite says of a statement or a value, and the same for the user. The name comes last.
+constexpr Sentence kSentences[] = {
+    {"no such column: (.+)", "campo sconosciuto: "},
+    {"no such table: (.+)", "tabella sconosciuta: "},
+    {"no such function: (.+)", "funzione sconosciuta: "},
+    {"ambiguous column name: (.+)", "campo presente in piu' tabelle: "},
+    {"near \"(.+)\": syntax error", "errore di sintassi vicino a "},
+    {"unrecognized token: \"(.+)\"?", "errore di sintassi vicino a "},
+    {"wrong number of arguments to function (.+)", "numero di argomenti errato: "},
+    {"UNIQUE constraint failed: (.+)", "valore gia' presente in "},
+    {"NOT NULL constraint failed: (.+)", "valore mancante in "},
+    {"incomplete input()", "testo incompleto"},
+    {"integer overflow()", "numero troppo grande"},
+};
+
+// The same for the user, after what has been said already; nothing where no sentence is known.
+QString inItalian(const QString& detail) {
+  for (const Sentence& sentence : kSentences) {
+    const QRegularExpression pattern(
+        QRegularExpression::anchoredPattern(QLatin1String(sentence.pattern)));
+    const QRegularExpressionMatch match = pattern.match(detail);
+    if (match.hasMatch()) {
+      return QStringLiteral(": ") + QString::fromUtf8(sentence.text) + match.captured(1);
+    }
+  }
+  return {};
+}
+
 }  // namespace
 
 void throwFailure(const SQLite::Exception& exception) {
@@ -47,14 +81,13 @@ void throwFailure(const SQLite::Exception& exception) {
   const QString detail = QString::fromUtf8(exception.what());
   for (const Message& message : kMessages) {
     if (message.code == code) {
-      throw Failure(message.number,
-                    QStringLiteral("%1 (%2)").arg(QString::fromUtf8(message.text), detail));
+      throw Failure(message.number, QString::fromUtf8(message.text) + inItalian(detail));
     }
   }
   if (isBeyondLimits(detail)) {
-    throw Failure(failure::kTooComplex, QStringLiteral("Query troppo complessa (%1)").arg(detail));
+    throw Failure(failure::kTooComplex, QStringLiteral("Query troppo complessa"));
   }
-  throw Failure(failure::kSyntax, QStringLiteral("Errore nella query: %1").arg(detail));
+  throw Failure(failure::kSyntax, QStringLiteral("Errore nella query") + inItalian(detail));
 }
 
 }  // namespace store

@@ -25,6 +25,16 @@ int failureOfOpen(const QString& path) {
   return failureOf([&] { OpenDatabase(path); });
 }
 
+// The description of the failure, as the user gets it.
+QString said(const QString& path) {
+  try {
+    OpenDatabase(path);
+  } catch (const Failure& failure) {
+    return failure.description();
+  }
+  return {};
+}
+
 TEST(Open, FilesThatAreNoArchives) {
   const Archive archive;
   archive->Close();
@@ -34,6 +44,7 @@ TEST(Open, FilesThatAreNoArchives) {
       {"Solo un testo,\nnient'altro.\n", 3343},
       {QByteArray(whole).replace(68, 1, "x"), 3343},  // another program's
       {QByteArray(whole).replace(3, 1, "x"), 3343},
+      {QByteArray(whole).replace(21, 1, "x"), 3343},  // only the engine sees it
       {whole.left(4096), 3049},
       {whole.left(whole.size() - 1), 3049},
       {whole + 'x', 3049},
@@ -44,6 +55,7 @@ TEST(Open, FilesThatAreNoArchives) {
     write(path, content);
     EXPECT_EQ(failureOfOpen(path), number) << content.left(40).toStdString() << content.size();
     EXPECT_EQ(contentOf(path), content);
+    EXPECT_EQ(said(path).endsWith("un archivio riconosciuto"), number == 3343);
   }
   for (const QString& no : {archive.path("manca.tvx"), archive.path(""), QString()}) {
     EXPECT_EQ(failureOfOpen(no), 3024);
