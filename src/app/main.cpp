@@ -34,7 +34,7 @@ void applyLooks(QApplication& application) {
   QString wish;
   tavolix::bLeggiStr(QStringLiteral("Aspetto"), wish);
   platform::applyTheme(application, wish);
-  QApplication::setWindowIcon(platform::icon(QStringLiteral("tavolix")));
+  QApplication::setWindowIcon(platform::windowIcon(QStringLiteral("tavolix")));
 }
 
 int run(QApplication& application) {

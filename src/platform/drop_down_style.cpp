@@ -9,7 +9,7 @@ namespace {
 
 class DropDownStyle final : public QProxyStyle {
  public:
-  DropDownStyle() : QProxyStyle(QApplication::style()->name()) {}
+  DropDownStyle() : QProxyStyle("Fusion") {}
 
   int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                 QStyleHintReturn* result) const override {

@@ -25,6 +25,9 @@ namespace {
 constexpr const char* kTextColor = "#1e2329";
 constexpr const char* kAccentColor = "#2f6db3";
 constexpr double kDisabledOpacity = 0.45;
+// Stand out on white as on black.
+constexpr QRgb kTitleBarText = 0xFF7D8794;
+constexpr QRgb kTitleBarAccent = 0xFF4A86C5;
 
 QString iconFolder() {
   static const bool loaded = (loadIconFiles(), true);
@@ -41,7 +44,10 @@ struct Ink {
   QColor accent;
 };
 
-Ink inkOf(QIcon::Mode mode) {
+enum class Ground { Theme, TitleBar };
+
+Ink inkOf(QIcon::Mode mode, Ground ground) {
+  if (ground == Ground::TitleBar) return {QColor(kTitleBarText), QColor(kTitleBarAccent)};
   const QPalette palette = QGuiApplication::palette();
   if (mode == QIcon::Selected) {
     const QColor color = palette.color(QPalette::HighlightedText);
@@ -79,10 +85,10 @@ QImage draw(const QByteArray& drawing, const QSize& size, const Ink& ink) {
 // Draws at the size asked for, in device pixels, with the colours of the moment.
 class DrawingEngine final : public QIconEngine {
  public:
-  DrawingEngine(QString name, QByteArray drawing)
-      : name_(std::move(name)), drawing_(std::move(drawing)) {}
+  DrawingEngine(QString name, QByteArray drawing, Ground ground)
+      : name_(std::move(name)), drawing_(std::move(drawing)), ground_(ground) {}
 
-  QIconEngine* clone() const override { return new DrawingEngine(name_, drawing_); }
+  QIconEngine* clone() const override { return new DrawingEngine(name_, drawing_, ground_); }
   QString iconName() override { return name_; }
 
   void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override {
@@ -91,7 +97,7 @@ class DrawingEngine final : public QIconEngine {
   }
 
   QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State /*state*/) override {
-    const Ink ink = inkOf(mode);
+    const Ink ink = inkOf(mode, ground_);
     const QString key = QString("icon %1 %2x%3 %4 %5 %6")
                             .arg(name_)
                             .arg(size.width())
@@ -109,14 +115,23 @@ class DrawingEngine final : public QIconEngine {
  private:
   QString name_;
   QByteArray drawing_;
+  Ground ground_;
 };
+
+QIcon drawn(const QString& name, Ground ground) {
+  QFile file(fileOf(name));
+  if (!file.open(QIODevice::ReadOnly)) return {};
+  return QIcon(new DrawingEngine(name, file.readAll(), ground));
+}
 
 }  // namespace
 
 QIcon icon(const QString& name) {
-  QFile file(fileOf(name));
-  if (!file.open(QIODevice::ReadOnly)) return {};
-  return QIcon(new DrawingEngine(name, file.readAll()));
+  return drawn(name, Ground::Theme);
+}
+
+QIcon windowIcon(const QString& name) {
+  return drawn(name, Ground::TitleBar);
 }
 
 QStringList iconNames() {

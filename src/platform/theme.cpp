@@ -4,21 +4,32 @@
 #include <QFontDatabase>
 #include <QFontInfo>
 #include <QLibraryInfo>
+#include <QProxyStyle>
 #include <QStandardPaths>
-#include <QStyleFactory>
 #include <QTranslator>
+#include <cstdlib>
 
+#include "platform/icons.h"
 #include "platform/settings_file.h"
 
 namespace platform {
 namespace {
 
 constexpr int kFontPoints = 10;
-constexpr int kLargestFontPoints = 14;
+// Steps of 255 from a colour to its ground at which a mark still shows.
+constexpr int kMarkDistance = 80;
+// What the toolkit takes where no desktop names a font.
+constexpr auto kToolkitFont = "Sans Serif";
+constexpr int kToolkitPoints = 9;
 
-bool& darkInUse() {
-  static bool dark = false;
-  return dark;
+struct InUse {
+  bool dark = false;
+  bool desktopColors = false;
+};
+
+InUse& inUse() {
+  static InUse state;
+  return state;
 }
 
 struct Colors {
@@ -86,20 +97,17 @@ void setTextColors(QPalette& palette, const Colors& colors) {
   palette.setColor(QPalette::Disabled, QPalette::HighlightedText, colors.text);
 }
 
-// A font of the system that shows Italian text without serifs, in the first place the desktop's.
-QFont chooseFont() {
-  QFont font = QFontDatabase::systemFont(QFontDatabase::GeneralFont);
+bool showsItalian(const QFont& font) {
   const QString family = QFontInfo(font).family();
   const bool serif = family.contains("serif", Qt::CaseInsensitive) &&
                      !family.contains("sans", Qt::CaseInsensitive);
-  const auto scripts = QFontDatabase::writingSystems(family);
-  if (QFontInfo(font).fixedPitch() || serif || !scripts.contains(QFontDatabase::Latin)) {
-    font.setFamilies({"DejaVu Sans", "Noto Sans", "Liberation Sans"});
-    font.setStyleHint(QFont::SansSerif);
-  }
-  const bool comfortable =
-      font.pointSize() >= kFontPoints && font.pointSize() <= kLargestFontPoints;
-  if (!comfortable) font.setPointSize(kFontPoints);
+  return !QFontInfo(font).fixedPitch() && !serif &&
+         QFontDatabase::writingSystems(family).contains(QFontDatabase::Latin);
+}
+
+QFont withoutSerifs(QFont font) {
+  font.setFamilies({"DejaVu Sans", "Noto Sans", "Liberation Sans"});
+  font.setStyleHint(QFont::SansSerif);
   return font;
 }
 
@@ -109,6 +117,34 @@ void installTranslation(QApplication& application) {
   const QString folder = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
   if (translator.load("qtbase_it", folder)) application.installTranslator(&translator);
 }
+
+// Fusion with our drawings in message boxes, and without pictures in their buttons.
+class Style final : public QProxyStyle {
+ public:
+  Style() : QProxyStyle("Fusion") {}
+
+  QIcon standardIcon(StandardPixmap picture, const QStyleOption* option,
+                     const QWidget* widget) const override {
+    switch (picture) {
+      case SP_MessageBoxCritical:
+        return icon("errore");
+      case SP_MessageBoxQuestion:
+        return icon("domanda");
+      case SP_MessageBoxWarning:
+        return icon("avviso");
+      case SP_MessageBoxInformation:
+        return icon("informazione");
+      default:
+        return QProxyStyle::standardIcon(picture, option, widget);
+    }
+  }
+
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* result) const override {
+    if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
+    return QProxyStyle::styleHint(hint, option, widget, result);
+  }
+};
 
 bool gtkIsDark() {
   if (qEnvironmentVariable("GTK_THEME").endsWith(":dark", Qt::CaseInsensitive)) return true;
@@ -137,8 +173,22 @@ QPalette themePalette(bool dark) {
   return palette;
 }
 
+// A font that the machine lacks, or that no desktop has named, is replaced as well.
+QFont themeFont(QFont desktop, Looks looks) {
+  const bool unnamed = desktop.family() == kToolkitFont && desktop.pointSize() == kToolkitPoints;
+  const bool small = desktop.pointSize() > 0 && desktop.pointSize() < kFontPoints;
+  if (unnamed || (small && looks == Looks::Own)) desktop.setPointSize(kFontPoints);
+  const bool wanted = looks == Looks::Desktop && QFontDatabase::hasFamily(desktop.family());
+  return wanted || showsItalian(desktop) ? desktop : withoutSerifs(desktop);
+}
+
 QColor accentColor() {
-  return QColor(isDark() ? kDark.accent : kLight.accent);
+  if (!inUse().desktopColors) return QColor(isDark() ? kDark.accent : kLight.accent);
+  const QPalette palette = QApplication::palette();
+  const QColor mark = palette.color(QPalette::Highlight);
+  const QColor text = palette.color(QPalette::WindowText);
+  const auto ground = qGray(palette.color(QPalette::Window).rgb());
+  return std::abs(qGray(mark.rgb()) - ground) < kMarkDistance ? text : mark;
 }
 
 bool systemIsDark(const QPalette& systemPalette) {
@@ -146,19 +196,24 @@ bool systemIsDark(const QPalette& systemPalette) {
 }
 
 void applyTheme(QApplication& application, const QString& wish) {
-  QApplication::setStyle(QStyleFactory::create("Fusion"));
+  QApplication::setStyle(new Style);
   // Without our colours of an earlier call the palette is the desktop's.
   QApplication::setPalette(QPalette());
+  const QPalette desktop = QApplication::palette();
   const bool wishesDark = wish.compare("scuro", Qt::CaseInsensitive) == 0;
   const bool wishesLight = wish.compare("chiaro", Qt::CaseInsensitive) == 0;
-  darkInUse() = wishesDark || (!wishesLight && systemIsDark(QApplication::palette()));
-  QApplication::setPalette(themePalette(isDark()));
-  QApplication::setFont(chooseFont());
+  const Looks looks = wishesDark || wishesLight ? Looks::Own : Looks::Desktop;
+  inUse().dark = wishesDark || (!wishesLight && systemIsDark(desktop));
+  // A desktop without colours leaves the style's own.
+  inUse().desktopColors =
+      looks == Looks::Desktop && desktop != QApplication::style()->standardPalette();
+  if (!inUse().desktopColors) QApplication::setPalette(themePalette(isDark()));
+  QApplication::setFont(themeFont(QFontDatabase::systemFont(QFontDatabase::GeneralFont), looks));
   installTranslation(application);
 }
 
 bool isDark() {
-  return darkInUse();
+  return inUse().dark;
 }
 
 }  // namespace platform

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QFont>
 #include <QPalette>
 #include <QString>
 
@@ -8,11 +9,16 @@ class QApplication;
 namespace platform {
 
 // Gives the program its looks: style, font, colours, and Qt's own texts in Italian. `wish` is
-// "chiaro", "scuro", or anything else for light or dark as the system has it. May be called again.
+// "chiaro" or "scuro" for our own, or anything else for the desktop's: its font, its palette; where
+// it has none, ours, light or dark as it is. May be called again.
 void applyTheme(QApplication& application, const QString& wish);
 // True if the dark colours are in use.
 bool isDark();
 
+enum class Looks { Desktop, Own };
+// The font for the program: the desktop's as it is; for our own looks at least 10 points and
+// without serifs.
+QFont themeFont(QFont desktop, Looks looks);
 // The colours of the program, light or dark.
 QPalette themePalette(bool dark);
 // The colour that stands out beside the text colour: marks in icons, bars.

@@ -47,7 +47,7 @@ frmFiltro::~frmFiltro() = default;
 QWidget* frmFiltro::build() {
   auto* window = new QDialog;
   window->setWindowTitle(QStringLiteral("Filtro"));
-  window->setWindowIcon(platform::icon(QStringLiteral("filtra")));
+  window->setWindowIcon(platform::windowIcon(QStringLiteral("filtra")));
   auto* grid = new QGridLayout;
   const std::pair<Colonna, const char*> heads[] = {
       {kCampo, "Campo"}, {kCondizione, "Condizione"}, {kValore, "Valore"}};

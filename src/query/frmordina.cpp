@@ -77,7 +77,7 @@ frmOrdina::frmOrdina() : platform::Form(QStringLiteral("frmOrdina")) {}
 QWidget* frmOrdina::build() {
   auto* window = new QDialog;
   window->setWindowTitle(QStringLiteral("Ordine elenco"));
-  window->setWindowIcon(platform::icon(QStringLiteral("ordina")));
+  window->setWindowIcon(platform::windowIcon(QStringLiteral("ordina")));
   auto* form = new QFormLayout;
   for (int i = 0; i < kCampiOrdine; ++i) {
     auto* combo = new platform::DropDown(window);

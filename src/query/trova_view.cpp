@@ -47,7 +47,7 @@ QVBoxLayout* columnOf(const QWidget& window) {
 
 void addWhere(QWidget& window) {
   window.setWindowTitle(QStringLiteral("Trova"));
-  window.setWindowIcon(platform::icon(QStringLiteral("trova")));
+  window.setWindowIcon(platform::windowIcon(QStringLiteral("trova")));
   auto* column = new QVBoxLayout(&window);
   auto* where = new QGroupBox(QStringLiteral("Dove cercare:"), &window);
   auto* options = new QVBoxLayout(where);

@@ -117,7 +117,7 @@ QWidget* buildCalendarWindow() {
   auto* window = new QDialog(nullptr, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                                           Qt::WindowCloseButtonHint);
   window->setWindowTitle(QStringLiteral("Calendario"));
-  window->setWindowIcon(platform::icon(QStringLiteral("calendario")));
+  window->setWindowIcon(platform::windowIcon(QStringLiteral("calendario")));
   auto* column = new QVBoxLayout(window);
   column->setSizeConstraint(QLayout::SetFixedSize);
   auto* head = new QHBoxLayout;

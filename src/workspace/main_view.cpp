@@ -144,7 +144,7 @@ QWidget* buildMainWindow(frmMain& form) {
   window->setCentralWidget(client);
   dateAndTime(window);
   buildCommands(form, window, panBar);
-  window->setWindowIcon(platform::icon(QStringLiteral("tavolix")));
+  window->setWindowIcon(platform::windowIcon(QStringLiteral("tavolix")));
   window->resize(kDesignSize);
   window->setMinimumSize(kLeastSize);
   layOutHidden(window);

@@ -81,7 +81,7 @@ QWidget* newButtons(QWidget* parent) {
 
 QWidget* buildSubWindow() {
   auto* window = new QDialog;
-  window->setWindowIcon(platform::icon(QStringLiteral("tavolix")));
+  window->setWindowIcon(platform::windowIcon(QStringLiteral("tavolix")));
   auto* dbSubCurr = new platform::DataControl(window);
   dbSubCurr->setObjectName(QStringLiteral("dbSubCurr"));
   auto* both = new QSplitter(window);

@@ -62,7 +62,7 @@ QVBoxLayout* newButtons(QWidget* window) {
 QWidget* buildTabWindow() {
   auto* window = new QDialog;
   window->setWindowTitle(QStringLiteral("Tabella"));
-  window->setWindowIcon(platform::icon(QStringLiteral("tavolix")));
+  window->setWindowIcon(platform::windowIcon(QStringLiteral("tavolix")));
   auto* dbTab = new platform::DataControl(window);
   dbTab->setObjectName(QStringLiteral("dbTab"));
   // Made in the order of the Tab key.

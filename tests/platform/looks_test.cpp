@@ -18,6 +18,10 @@
 namespace platform {
 namespace {
 
+void apply(const QString& wish) {
+  applyTheme(*qobject_cast<QApplication*>(QApplication::instance()), wish);
+}
+
 // Shows a message, looks at its window, and leaves it by a key.
 int showAnd(const QString& text, int style, Qt::Key key,
             const std::function<void(QMessageBox&)>& look) {
@@ -30,6 +34,7 @@ int showAnd(const QString& text, int style, Qt::Key key,
 }
 
 TEST(MessageBoxTest, HasTheButtonsAndAnswersOfItsStyle) {
+  apply("chiaro");
   const std::tuple<int, const char*, QMessageBox::Icon, Qt::Key, int> cases[] = {
       {kOkOnly + kCritical, "OK", QMessageBox::Critical, Qt::Key_Escape, kOk},
       {kOkCancel + kWarning, "OK Annulla", QMessageBox::Warning, Qt::Key_Return, kOk},
@@ -44,6 +49,10 @@ TEST(MessageBoxTest, HasTheButtonsAndAnswersOfItsStyle) {
       for (const QAbstractButton* button : box.buttons()) texts << button->text();
       EXPECT_EQ(texts.join(' '), buttons);
       EXPECT_EQ(box.icon(), icon);
+      const QSize side = box.iconPixmap().size();
+      const QStringList ours = {"", "informazione", "avviso", "errore", "domanda"};
+      const QPixmap drawn = platform::icon(ours[icon]).pixmap(side);
+      EXPECT_EQ(box.iconPixmap().toImage(), drawn.toImage());
       EXPECT_EQ(box.text(), "<b>uno</b>\ndue\ntre");
       EXPECT_EQ(box.textFormat(), Qt::PlainText);
     });
@@ -93,10 +102,6 @@ double contrast(const QColor& left, const QColor& right) {
   return (high + 0.05) / (low + 0.05);
 }
 
-void apply(const QString& wish) {
-  applyTheme(*qobject_cast<QApplication*>(QApplication::instance()), wish);
-}
-
 TEST(Theme, FollowsTheWishOrTheSystem) {
   const std::tuple<const char*, const char*, bool> cases[] = {
       {"chiaro", "Adwaita:dark", false},
@@ -112,6 +117,16 @@ TEST(Theme, FollowsTheWishOrTheSystem) {
     EXPECT_EQ(luminance(QApplication::palette().color(QPalette::Window)) < 0.5, dark);
   }
   qunsetenv("GTK_THEME");
+}
+
+TEST(Theme, KeepsTheFontOfTheDesktop) {
+  const std::tuple<int, Looks, int> cases[] = {
+      {20, Looks::Desktop, 20}, {8, Looks::Desktop, 8}, {20, Looks::Own, 20}, {8, Looks::Own, 10}};
+  for (const auto& [points, looks, wanted] : cases) {
+    EXPECT_EQ(themeFont(QFont("DejaVu Sans", points), looks).pointSize(), wanted) << points;
+  }
+  EXPECT_EQ(themeFont(QFont("DejaVu Sans Mono", 12), Looks::Desktop).family(), "DejaVu Sans Mono");
+  EXPECT_EQ(themeFont(QFont("DejaVu Sans Mono", 12), Looks::Own).family(), "DejaVu Sans");
 }
 
 TEST(Theme, LetsTextsStandOut) {
@@ -146,10 +161,12 @@ TEST(Theme, DrawsIconsForSizeAndState) {
     };
     apply("scuro");
     const QImage dark = draw(2);
+    const QImage titleBar = windowIcon(name).pixmap(24, 24).toImage();
     EXPECT_NE(dark, draw(1).scaled(48, 48)) << "blown up";
     EXPECT_NE(dark, draw(2, QIcon::Disabled));
     apply("chiaro");
     EXPECT_EQ(dark == draw(2), name == "tavolix");  // whose colours are its own
+    EXPECT_EQ(titleBar, windowIcon(name).pixmap(24, 24).toImage());
   }
 }
 
