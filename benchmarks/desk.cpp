@@ -5,7 +5,7 @@
 #include <QTimer>
 
 #include "core/modcuore.h"
-#include "core/raccolte.h"
+#include "model/raccolte.h"
 #include "platform/data_grid.h"
 #include "platform/form.h"
 

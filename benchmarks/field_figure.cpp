@@ -2,9 +2,9 @@
 
 #include "books.h"
 #include "core/modcuore.h"
-#include "core/raccolte.h"
 #include "desk.h"
 #include "figures.h"
+#include "model/raccolte.h"
 #include "platform/data_control.h"
 #include "platform/form.h"
 

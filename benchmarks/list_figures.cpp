@@ -3,12 +3,12 @@
 #include <QApplication>
 #include <QLineEdit>
 
-#include "core/campi.h"
 #include "core/modcuore.h"
 #include "core/modmain.h"
-#include "core/raccolte.h"
 #include "desk.h"
 #include "figures.h"
+#include "model/campi.h"
+#include "model/raccolte.h"
 #include "platform/bound_control.h"
 #include "platform/data_combo.h"
 #include "platform/data_control.h"

@@ -7,9 +7,9 @@
 #include <QScrollBar>
 
 #include "core/modcuore.h"
-#include "core/raccolte.h"
 #include "desk.h"
 #include "figures.h"
+#include "model/raccolte.h"
 #include "platform/data_control.h"
 #include "platform/data_grid.h"
 

@@ -3,7 +3,7 @@
 #include <array>
 #include <numeric>
 
-#include "core/raccolte.h"
+#include "model/raccolte.h"
 #include "tools/generated_values.h"
 #include "tools/italian_text.h"
 #include "tools/record_writer.h"

@@ -1,7 +1,7 @@
 #include "tools/generated_values.h"
 
-#include "core/campi.h"
-#include "core/raccolte.h"
+#include "model/campi.h"
+#include "model/raccolte.h"
 #include "tools/italian_text.h"
 
 namespace tavolix::builder {

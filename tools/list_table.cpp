@@ -1,7 +1,7 @@
 #include "tools/list_table.h"
 
-#include "core/campi.h"
-#include "core/raccolte.h"
+#include "model/campi.h"
+#include "model/raccolte.h"
 #include "store/text_order.h"
 
 namespace tavolix::builder {

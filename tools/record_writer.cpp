@@ -1,7 +1,7 @@
 #include "tools/record_writer.h"
 
-#include "core/campi.h"
-#include "core/raccolte.h"
+#include "model/campi.h"
+#include "model/raccolte.h"
 
 namespace tavolix::builder {
 namespace {

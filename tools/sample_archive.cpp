@@ -3,8 +3,8 @@
 #include <QDir>
 #include <array>
 
-#include "core/campi.h"
-#include "core/raccolte.h"
+#include "model/campi.h"
+#include "model/raccolte.h"
 #include "tools/list_table.h"
 #include "tools/record_writer.h"
 #include "tools/source_table.h"

@@ -3,7 +3,7 @@
 #include <QDate>
 #include <iterator>
 
-#include "core/raccolte.h"
+#include "model/raccolte.h"
 #include "tools/day_number.h"
 #include "tools/italian_text.h"
 #include "tools/italian_words.h"

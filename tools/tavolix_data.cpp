@@ -4,7 +4,6 @@
 #include <QCoreApplication>
 #include <cstdio>
 
-#include "core/raccolte.h"
 #include "tools/archive_template.h"
 #include "tools/command_line.h"
 #include "tools/sample_archive.h"
@@ -15,7 +14,6 @@ namespace {
 
 int run(const QString& kind, const QString& out, const QString& data) {
   return builder::reportingFailures([&] {
-    CaricaRegistroRaccolte();
     builder::buildArchive(data, out, [&](store::Database& database) {
       if (kind == QLatin1String("sample")) {
         builder::addSampleRecords(database, data + QStringLiteral("/sample"));

@@ -3,7 +3,6 @@
 #include <QCommandLineParser>
 #include <QCoreApplication>
 
-#include "core/raccolte.h"
 #include "tools/archive_template.h"
 #include "tools/command_line.h"
 #include "tools/generated_archive.h"
@@ -40,7 +39,6 @@ std::optional<builder::GeneratorOptions> optionsOf(const QCommandLineParser& par
 
 int main(int argc, char** argv) {
   const QCoreApplication application(argc, argv);
-  CaricaRegistroRaccolte();
   QCommandLineParser parser;
   parser.setApplicationDescription(QStringLiteral("Crea un archivio di prova."));
   const QCommandLineOption data = builder::dataOption();

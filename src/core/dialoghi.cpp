@@ -9,7 +9,7 @@
 #include "core/errore.h"
 #include "core/modcuore.h"
 #include "core/modutil.h"
-#include "core/raccolte.h"
+#include "model/raccolte.h"
 #include "platform/bound_control.h"
 #include "platform/clock.h"
 #include "platform/data_combo.h"

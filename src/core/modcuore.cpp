@@ -10,7 +10,7 @@
 #include "core/errore.h"
 #include "core/modmain.h"
 #include "core/modutil.h"
-#include "core/raccolte.h"
+#include "model/raccolte.h"
 #include "platform/bound_control.h"
 #include "platform/data_combo.h"
 #include "platform/data_control.h"

@@ -1,6 +1,10 @@
 #pragma once
 
-#include "core/campi.h"
+#include <QVariant>
+#include <array>
+
+#include "model/campi.h"
+#include "model/raccolte.h"
 #include "platform/lookup_list.h"
 
 namespace platform {
@@ -10,6 +14,18 @@ class DataGrid;
 }  // namespace platform
 
 namespace tavolix {
+
+// Fills the registry's oForm, which makes the form objects; no filter and no order is in force.
+void CaricaRegistroRaccolte();
+// With 0 or more selects the tab of that collection, which starts the change; with a negative
+// value returns the selected tab's collection.
+int iSelRaccolta(int valore);
+
+extern std::array<QVariant, kCampi> vValoriCampi;
+extern std::array<bool, kRaccolte> aCampiCaricati;
+// Fills oControllo of a collection's fields, which creates its form. Once in the life of a form:
+// a form that has been unloaded gives new controls.
+void CaricaCampi(int iRac);
 
 // Runs the list text of the current collection, hands its rows to the form, and tells the count.
 void DBRefresh();

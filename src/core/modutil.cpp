@@ -33,8 +33,6 @@ bool hasEntryName(const QWidget* widget) {
 
 }  // namespace
 
-QString sSepDec = QStringLiteral(",");
-
 void Puntatore(int forma) {
   const bool busy = QGuiApplication::overrideCursor() != nullptr;
   if (forma == kClessidra && !busy) QGuiApplication::setOverrideCursor(Qt::WaitCursor);

@@ -1,10 +1,10 @@
 #pragma once
 
 #include <QComboBox>
-#include <QDateTime>
 #include <QString>
 #include <QVariant>
 
+#include "model/testi.h"
 #include "store/database.h"
 
 class QAbstractButton;
@@ -30,29 +30,6 @@ int iMsg(const QString& sTesto, int iTipo);
 // Asks for a text of at most `iLunghezza` characters in frmAsk.
 QString sChiedi(const QString& sEtichetta, const QString& sValore, int iLunghezza);
 
-// The folder of the program's own files, without a separator at its end.
-QString sCartellaProgramma();
-void ImpostaCartellaProgramma(const QString& path);
-// A path with a drive or a network name, and one from the root, stays; any other is one in the
-// program's folder.
-QString sPathCompleto(const QString& path);
-// What stands behind the last ":", "\" or "/".
-QString sNomeFile(const QString& path);
-void SeparaDrive(const QString& path, QString& drive, QString& resto);
-// The text in single quotes, inner ones doubled: as SQL takes it.
-QString sApici(const QString& testo);
-QString RaddoppiaCarattere(QString& testo, QChar carattere);
-void TogliACapo(QString& testo);
-QString NullAStringa(const QVariant& valore);
-QVariant NullAZero(const QVariant& valore);
-
-// The decimal separator of the system's locale.
-extern QString sSepDec;
-void RilevaSepDec();
-int GiorniNelMese(int mese, int anno);
-QString sNomeMese(int mese);
-QTime SecondiAData(int secondi);
-
 void CaricaAnni(QComboBox& lista);
 void CaricaMesi(QComboBox& lista);
 void SelezionaVoceLista(QComboBox& lista, const QString& testo);
@@ -76,9 +53,5 @@ bool bFormRegistrata(const QString& nome);
 
 // Replaces a stored query; false if it could not be made.
 bool RicreaQueryDef(const QString& nome, const QString& sql, const store::DatabasePtr& db);
-
-// Scrambling of an archive's access code, text in place. Codes are those of Latin-1.
-void CifraStringa(QString& testo, const QString& chiave);
-void DecifraStringa(QString& testo, const QString& chiave);
 
 }  // namespace tavolix

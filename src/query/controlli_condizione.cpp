@@ -4,8 +4,8 @@
 #include <QLabel>
 #include <QRegularExpressionValidator>
 
-#include "core/campi.h"
 #include "core/modcuore.h"
+#include "model/campi.h"
 #include "platform/check_box.h"
 #include "platform/data_combo.h"
 #include "platform/date_box.h"

@@ -2,7 +2,7 @@
 
 #include <QWidget>
 
-#include "query/condizione.h"
+#include "model/condizione.h"
 
 class QHBoxLayout;
 

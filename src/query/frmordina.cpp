@@ -10,7 +10,7 @@
 
 #include "core/modcuore.h"
 #include "core/modutil.h"
-#include "core/raccolte.h"
+#include "model/raccolte.h"
 #include "platform/data_grid.h"
 #include "platform/drop_down.h"
 #include "platform/icons.h"

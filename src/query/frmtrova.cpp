@@ -14,7 +14,7 @@
 #include "core/modcuore.h"
 #include "core/modmain.h"
 #include "core/modutil.h"
-#include "core/raccolte.h"
+#include "model/raccolte.h"
 #include "platform/data_control.h"
 #include "platform/drop_down.h"
 #include "platform/icons.h"

@@ -6,9 +6,9 @@
 #include <QTabWidget>
 #include <QToolButton>
 
-#include "core/campi.h"
 #include "core/modcuore.h"
 #include "core/modutil.h"
+#include "model/campi.h"
 #include "platform/check_box.h"
 #include "platform/data_combo.h"
 #include "platform/data_control.h"

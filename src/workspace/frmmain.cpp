@@ -16,7 +16,7 @@
 #include "core/modini.h"
 #include "core/modmain.h"
 #include "core/modutil.h"
-#include "core/raccolte.h"
+#include "model/raccolte.h"
 #include "platform/clock.h"
 #include "platform/data_control.h"
 #include "platform/data_grid.h"

@@ -2,7 +2,7 @@
 
 #include "core/modcuore.h"
 #include "core/modutil.h"
-#include "core/raccolte.h"
+#include "model/raccolte.h"
 #include "workspace/frmmain.h"
 
 namespace tavolix {

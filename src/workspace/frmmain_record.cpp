@@ -9,7 +9,7 @@
 #include "core/modcuore.h"
 #include "core/modmain.h"
 #include "core/modutil.h"
-#include "core/raccolte.h"
+#include "model/raccolte.h"
 #include "platform/bound_control.h"
 #include "platform/data_control.h"
 #include "platform/data_grid.h"

@@ -5,7 +5,7 @@
 
 #include "core/errore.h"
 #include "core/modcuore.h"
-#include "core/raccolte.h"
+#include "model/raccolte.h"
 #include "platform/data_control.h"
 #include "workspace/form_pages.h"
 #include "workspace/frmmain.h"

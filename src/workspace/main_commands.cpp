@@ -7,7 +7,7 @@
 #include <array>
 
 #include "core/modutil.h"
-#include "core/raccolte.h"
+#include "model/raccolte.h"
 #include "platform/icons.h"
 #include "workspace/frmmain.h"
 #include "workspace/main_view.h"

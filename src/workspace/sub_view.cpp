@@ -7,7 +7,7 @@
 #include <QStackedLayout>
 #include <QVBoxLayout>
 
-#include "core/raccolte.h"
+#include "model/raccolte.h"
 #include "platform/data_control.h"
 #include "platform/data_grid.h"
 #include "platform/icons.h"

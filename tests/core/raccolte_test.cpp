@@ -1,10 +1,10 @@
-#include "core/raccolte.h"
+#include "model/raccolte.h"
 
 #include <gtest/gtest.h>
 
 #include <QSet>
 
-#include "core/campi.h"
+#include "model/campi.h"
 #include "program_folder.h"
 #include "store/database.h"
 
@@ -51,7 +51,6 @@ class FieldTable : public ::testing::Test {
 };
 
 TEST_F(FieldTable, AgreesWithTheArchive) {
-  CaricaRegistroRaccolte();
   constexpr int counts[] = {28, 23, 25, 30, 30, 21, 23, 31, 7, 8, 5};
   for (int i = 0; i < kRaccolte; ++i) {
     EXPECT_EQ(iNumeroCampi(i), counts[i]) << i;

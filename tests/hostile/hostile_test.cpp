@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "core/modutil.h"
 #include "harm/chance.h"
+#include "model/testi.h"
 #include "store/text_bytes.h"
 #include "victim.h"
 

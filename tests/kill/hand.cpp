@@ -1,7 +1,7 @@
 #include "hand.h"
 
 #include "core/modcuore.h"
-#include "core/raccolte.h"
+#include "model/raccolte.h"
 #include "platform/bound_control.h"
 #include "workspace/frmmain.h"
 

@@ -5,9 +5,9 @@
 #include <QCoreApplication>
 
 #include "core/modcuore.h"
-#include "core/raccolte.h"
 #include "hand.h"
 #include "harm/chance.h"
+#include "model/raccolte.h"
 
 namespace tavolix {
 namespace {

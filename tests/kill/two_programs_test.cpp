@@ -1,8 +1,8 @@
 #include <QApplication>
 
 #include "child.h"
-#include "core/raccolte.h"
 #include "hand.h"
+#include "model/raccolte.h"
 #include "store/patience.h"
 
 namespace tavolix {

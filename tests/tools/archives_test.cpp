@@ -9,9 +9,9 @@
 #include <filesystem>
 #include <optional>
 
-#include "core/campi.h"
-#include "core/modutil.h"
-#include "core/raccolte.h"
+#include "model/campi.h"
+#include "model/raccolte.h"
+#include "model/testi.h"
 #include "tools/archive_template.h"
 #include "tools/generated_archive.h"
 #include "tools/sample_archive.h"

@@ -9,10 +9,10 @@
 #include <QTest>
 #include <functional>
 
-#include "core/campi.h"
 #include "core/modcuore.h"
 #include "core/program_folder.h"
-#include "core/raccolte.h"
+#include "model/campi.h"
+#include "model/raccolte.h"
 #include "platform/bound_control.h"
 #include "platform/data_control.h"
 #include "platform/data_grid.h"

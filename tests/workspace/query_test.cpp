@@ -6,14 +6,14 @@
 #include <QTest>
 #include <QWheelEvent>
 
-#include "core/campi.h"
 #include "core/modcuore.h"
 #include "core/modutil.h"
-#include "core/raccolte.h"
 #include "desk.h"
+#include "model/campi.h"
+#include "model/condizione.h"
+#include "model/raccolte.h"
 #include "platform/data_combo.h"
 #include "platform/form.h"
-#include "query/condizione.h"
 #include "query/frmordina.h"
 #include "query/frmtrova.h"
 

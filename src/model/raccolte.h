@@ -26,12 +26,14 @@ struct tRaccolta {
   QString sTabDettaglio;
   QString sCampoID;
   int iSottoRaccolta = -1;
-  platform::Form* oForm = nullptr;
+  platform::Form* oForm = nullptr;  // set by CaricaRegistroRaccolte
+  QString sForm;                    // the form's name
 };
 
 // The registry: bounds are checked, an index outside is failure 9.
 class Raccolte final {
  public:
+  Raccolte();
   tRaccolta& operator()(int index);
 
  private:
@@ -40,13 +42,6 @@ class Raccolte final {
 
 extern Raccolte aRaccolte;
 extern int iRacCorr;  // the current collection, -1 before the first
-
-// Fills all rows of the registry and makes the form objects.
-void CaricaRegistroRaccolte();
-
-// With 0 or more selects the tab of that collection, which starts the change; with a negative
-// value returns the selected tab's collection.
-int iSelRaccolta(int valore);
 
 // The list of a collection as a query, with its filter and order.
 QString sTestoElenco(const tRaccolta& raccolta);

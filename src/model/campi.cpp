@@ -1,12 +1,8 @@
-#include "core/campi.h"
+#include "model/campi.h"
 
-#include <QPointer>
-#include <QWidget>
 #include <span>
 
-#include "core/raccolte.h"
-#include "platform/bound_control.h"
-#include "platform/form.h"
+#include "model/raccolte.h"
 #include "store/failure.h"
 
 namespace tavolix {
@@ -307,8 +303,6 @@ constexpr std::span<const Definition> kDefinitions[] = {
 }  // namespace
 
 Campi aCampi;
-std::array<QVariant, kCampi> vValoriCampi;
-std::array<bool, 11> aCampiCaricati{};
 
 Campi::Campi() {
   for (std::size_t i = 0; i < rows_.size(); ++i) {
@@ -332,22 +326,6 @@ tCampo& Campi::operator()(int iRac, int iCampo) {
     outside(iRac, iCampo);
   }
   return rows_[static_cast<std::size_t>(iRac)][static_cast<std::size_t>(iCampo)];
-}
-
-void CaricaCampi(int iRac) {
-  platform::Form* form = aRaccolte(iRac).oForm;
-  if (form == nullptr) return;
-  // The controls of a window that was unloaded since are gone with it.
-  static std::array<QPointer<QWidget>, 11> windows;
-  const auto place = static_cast<std::size_t>(iRac);
-  QWidget* window = form->Window();
-  if (aCampiCaricati.at(place) && windows.at(place) == window) return;
-  aCampiCaricati.at(place) = true;
-  windows.at(place) = window;
-  for (int j = 0; j < iNumeroCampi(iRac); ++j) {
-    tCampo& campo = aCampi(iRac, j);
-    campo.oControllo = platform::BoundControl::of(form->Control(campo.sControllo));
-  }
 }
 
 int iNumeroCampi(int iRac) {

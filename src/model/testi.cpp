@@ -1,10 +1,7 @@
-// Texts, paths, numbers and dates that the whole program shares.
+#include "model/testi.h"
 
 #include <QDate>
-#include <QFileInfo>
 #include <QLocale>
-
-#include "core/modutil.h"
 
 namespace tavolix {
 namespace {
@@ -30,6 +27,8 @@ int codeAt(const QString& text, qsizetype place) {
 }
 
 }  // namespace
+
+QString sSepDec = QStringLiteral(",");
 
 QString sCartellaProgramma() {
   return programFolder();

@@ -1,7 +1,5 @@
-#include "core/raccolte.h"
+#include "model/raccolte.h"
 
-#include "platform/form.h"
-#include "platform/tab_strip.h"
 #include "store/failure.h"
 
 namespace tavolix {
@@ -49,36 +47,24 @@ tRaccolta& Raccolte::operator()(int index) {
   return rows_[static_cast<std::size_t>(index)];
 }
 
-void CaricaRegistroRaccolte() {
-  for (int i = 0; i < kRaccolte; ++i) {
+Raccolte::Raccolte() {
+  const auto text = [](const char* value) { return QString::fromUtf8(value); };
+  for (std::size_t i = 0; i < rows_.size(); ++i) {
     const Definition& d = kDefinitions[i];
-    const auto text = [](const char* value) { return QString::fromUtf8(value); };
-    aRaccolte(i) = {text(d.sQuery),
-                    {},
-                    {},
-                    text(d.sNome),
-                    text(d.sCampoPadre),
-                    text(d.sRifPadre),
-                    text(d.sTabPrincipale),
-                    text(d.sCampoLegame),
-                    text(d.sTabDettaglio),
-                    text(d.sCampoID),
-                    d.iSottoRaccolta,
-                    nullptr};
-    // A form that this program does not have yet leaves its row without one.
-    const QString form = text(d.form);
-    if (platform::forms().has(form)) aRaccolte(i).oForm = &platform::forms()[form];
+    rows_[i] = {text(d.sQuery),
+                {},
+                {},
+                text(d.sNome),
+                text(d.sCampoPadre),
+                text(d.sRifPadre),
+                text(d.sTabPrincipale),
+                text(d.sCampoLegame),
+                text(d.sTabDettaglio),
+                text(d.sCampoID),
+                d.iSottoRaccolta,
+                nullptr,
+                text(d.form)};
   }
-}
-
-int iSelRaccolta(int valore) {
-  auto* tabSelez = platform::forms()[QStringLiteral("frmGrid")].control<platform::TabStrip>(
-      QStringLiteral("tabSelez"));
-  if (valore < 0) return tabSelez->SelectedTag().toInt();
-  for (int tab = 1; tab <= tabSelez->Count(); ++tab) {
-    if (tabSelez->Tag(tab) == QString::number(valore)) tabSelez->Select(tab);
-  }
-  return valore;
 }
 
 QString sTestoElenco(const tRaccolta& raccolta) {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QString>
-#include <QVariant>
 #include <array>
 
 namespace platform {
@@ -44,12 +43,6 @@ class Campi final {
 };
 
 extern Campi aCampi;
-extern std::array<QVariant, kCampi> vValoriCampi;
-extern std::array<bool, 11> aCampiCaricati;
-
-// Fills oControllo of a collection's fields, which creates its form. Once in the life of a form:
-// a form that has been unloaded gives new controls.
-void CaricaCampi(int iRac);
 
 // Number of fields of a collection.
 int iNumeroCampi(int iRac);

@@ -1,11 +1,11 @@
-#include "query/condizione.h"
+#include "model/condizione.h"
 
 #include <QLocale>
 #include <QRegularExpression>
 #include <cmath>
 
-#include "core/campi.h"
-#include "core/modutil.h"
+#include "model/campi.h"
+#include "model/testi.h"
 
 namespace tavolix {
 namespace {
