@@ -1,6 +1,7 @@
 #include "hits.h"
 
 #include "raw_file.h"
+#include "store/page_checksum.h"
 
 namespace bench {
 namespace {
@@ -35,7 +36,7 @@ void markBooks(RawFile& file) {
 QStringList Hits::archives(const Ground& ground) {
   const QStringList paths = ground.twoCopies();
   for (const QString& path : paths) {
-    RawFile file(path);
+    RawFile file(path, store::checkedFileLayer());
     markBooks(file);
   }
   RawFile(paths[1]).run(

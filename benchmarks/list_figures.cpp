@@ -15,6 +15,7 @@
 #include "platform/data_grid.h"
 #include "platform/form.h"
 #include "raw_file.h"
+#include "store/page_checksum.h"
 #include "workspace/frmmain.h"
 #include "workspace/frmtab.h"
 
@@ -161,13 +162,14 @@ QString authors(const Ground& ground, const char* count) {
 QString pieces(const Ground& ground, int count) {
   const QString path = ground.generated(QStringLiteral("brani_%1.tvx").arg(count),
                                         {QStringLiteral("--records"), QStringLiteral("200")});
-  RawFile(path).run(
-      QStringLiteral("DELETE FROM AUDSUB WHERE AudID = (SELECT min(ID) FROM AUD); "
-                     "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) "
-                     "INSERT INTO AUDSUB (AudID, NrBrano) SELECT (SELECT min(ID) FROM AUD), i "
-                     "FROM n")
-          .arg(count)
-          .toUtf8());
+  RawFile(path, store::checkedFileLayer())
+      .run(QStringLiteral(
+               "DELETE FROM AUDSUB WHERE AudID = (SELECT min(ID) FROM AUD); "
+               "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) "
+               "INSERT INTO AUDSUB (AudID, NrBrano) SELECT (SELECT min(ID) FROM AUD), i "
+               "FROM n")
+               .arg(count)
+               .toUtf8());
   return path;
 }
 

@@ -18,6 +18,7 @@
 #include "platform/data_combo.h"
 #include "platform/data_control.h"
 #include "platform/form.h"
+#include "store/page_checksum.h"
 #include "workspace/frmmain.h"
 
 namespace bench {
@@ -276,11 +277,12 @@ void childScene(const QStringList&) {
 
 QString discs(const Ground& ground) {
   const QString path = ground.copy(QStringLiteral("dischi.tvx"));
-  RawFile(path).run(
-      "CREATE TEMP TABLE n AS WITH RECURSIVE n(i) AS (SELECT max(ID) + 1 FROM AUD UNION ALL "
-      "SELECT i + 1 FROM n LIMIT 20000 - (SELECT count(*) FROM AUD)) SELECT i FROM n;"
-      "INSERT INTO AUD (ID) SELECT i FROM n;"
-      "INSERT INTO MAIN (RacID, TipoRac) SELECT i, 2 FROM n");
+  RawFile(path, store::checkedFileLayer())
+      .run(
+          "CREATE TEMP TABLE n AS WITH RECURSIVE n(i) AS (SELECT max(ID) + 1 FROM AUD UNION ALL "
+          "SELECT i + 1 FROM n LIMIT 20000 - (SELECT count(*) FROM AUD)) SELECT i FROM n;"
+          "INSERT INTO AUD (ID) SELECT i FROM n;"
+          "INSERT INTO MAIN (RacID, TipoRac) SELECT i, 2 FROM n");
   return path;
 }
 

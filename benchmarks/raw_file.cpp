@@ -4,9 +4,9 @@
 
 namespace bench {
 
-RawFile::RawFile(const QString& path) {
+RawFile::RawFile(const QString& path, const char* fileLayer) {
   const int result =
-      sqlite3_open_v2(path.toUtf8().constData(), &handle_, SQLITE_OPEN_READWRITE, nullptr);
+      sqlite3_open_v2(path.toUtf8().constData(), &handle_, SQLITE_OPEN_READWRITE, fileLayer);
   if (result != SQLITE_OK) qFatal("%s: %s", qPrintable(path), sqlite3_errstr(result));
   run("PRAGMA synchronous = FULL; PRAGMA cell_size_check = ON; PRAGMA cache_size = -16384;");
 }

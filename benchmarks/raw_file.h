@@ -12,7 +12,8 @@ namespace bench {
 // program's settings of cache, journal and durability. A failure ends the process.
 class RawFile final {
  public:
-  explicit RawFile(const QString& path);
+  // What the program is to read behind it is written by the store's file layer.
+  explicit RawFile(const QString& path, const char* fileLayer = nullptr);
   ~RawFile();
   RawFile(const RawFile&) = delete;
   RawFile& operator=(const RawFile&) = delete;

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "store/hot_statement.h"
+#include "store/page_checksum.h"
 #include "store/sqlite_language.h"
 #include "store/text_bytes.h"
 
@@ -71,7 +72,8 @@ QVariant columnValue(const SQLite::Statement& statement, int column) {
 
 Connection::Connection(const QString& path, int flags)
     // One thread uses it: SQLite's own locks would cost more than a look at a column.
-    : path_(path), database_(path.toStdString(), flags | SQLite::OPEN_NOMUTEX) {
+    : path_(path),
+      database_(path.toStdString(), flags | SQLite::OPEN_NOMUTEX, 0, checkedFileLayer()) {
   patience_.waitFor(database_.getHandle());
   harden(database_.getHandle());
   addLanguage(database_.getHandle());

@@ -6,14 +6,12 @@
 #include <algorithm>
 
 #include "store/cursor.h"
+#include "store/page_checksum.h"
 #include "store/query.h"
 #include "store/sql_parser.h"
 
 namespace store {
 namespace {
-
-// Marks a file as an archive of this program ("TVLX").
-constexpr int kApplicationId = 0x54564c58;
 
 // Never destroyed: a handle may live as long as the process.
 QVector<Database*>& openDatabases() {
@@ -26,9 +24,20 @@ QVector<Database*>& openDatabases() {
                 QStringLiteral("Il file %1 non e' un archivio riconosciuto").arg(path));
 }
 
+[[noreturn]] void damaged(const QString& path) {
+  throw Failure(failure::kDamaged, QStringLiteral("L'archivio %1 e' danneggiato").arg(path));
+}
+
 qint64 pragma(Connection& connection, const QByteArray& name) {
   const auto lease = connection.prepare("PRAGMA " + name);
   return lease->executeStep() ? lease->getColumn(0).getInt64() : 0;
+}
+
+bool isSound(Connection& connection) {
+  const auto lease = connection.prepare("PRAGMA integrity_check(1)");
+  return guarded([&] {
+    return lease->executeStep() && columnValue(*lease, 0).toString() == QLatin1String("ok");
+  });
 }
 
 // With the first read, an interrupted write of an earlier run is rolled back; within one read the
@@ -38,8 +47,11 @@ void checkArchive(Connection& connection) {
   if (pragma(connection, "application_id") != kApplicationId) unknownFormat(connection.path());
   const qint64 size = QFileInfo(connection.path()).size();
   if (size != pragma(connection, "page_count") * pragma(connection, "page_size")) {
-    throw Failure(failure::kDamaged,
-                  QStringLiteral("L'archivio %1 e' danneggiato").arg(connection.path()));
+    damaged(connection.path());
+  }
+  // What another tool has made proves itself only as a whole.
+  if (!hasChecksums(connection.database().getHandle()) && !isSound(connection)) {
+    damaged(connection.path());
   }
 }
 
@@ -205,10 +217,7 @@ QString Database::ExplainSql(const QString& source) const {
 }
 
 bool Database::IntegrityCheck() const {
-  const auto lease = connection().prepare("PRAGMA integrity_check");
-  return guarded([&] {
-    return lease->executeStep() && columnValue(*lease, 0).toString() == QLatin1String("ok");
-  });
+  return isSound(connection());
 }
 
 Transaction::~Transaction() {
@@ -248,6 +257,7 @@ DatabasePtr CreateDatabase(const QString& path, const QByteArray& schema) {
   guarded([&] {
     Connection connection(full, SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
     SQLite::Database& target = connection.database();
+    reserveChecksums(target.getHandle());
     target.exec("BEGIN; PRAGMA application_id = " + std::to_string(kApplicationId));
     target.exec(
         "CREATE TABLE QUERYDEF (Name TEXT(64) PRIMARY KEY COLLATE NOCASE, Sql TEXT NOT NULL)");

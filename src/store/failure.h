@@ -60,6 +60,7 @@ inline constexpr int kUnknownFormat = 3343;
 inline constexpr int kTooComplex = 3360;
 inline constexpr int kClosed = 3420;
 inline constexpr int kConversion = 3421;
+inline constexpr int kPageDamaged = 3428;
 }  // namespace failure
 
 }  // namespace store

@@ -78,6 +78,11 @@ QString inItalian(const QString& detail) {
 void throwFailure(const SQLite::Exception& exception) {
   const int code = exception.getErrorCode() & 0xff;
   if (code == SQLITE_CORRUPT || code == SQLITE_NOTADB) ++misreadings;
+  if (exception.getExtendedErrorCode() == SQLITE_IOERR_DATA) {
+    throw Failure(failure::kPageDamaged,
+                  QStringLiteral("L'archivio e' danneggiato: una sua pagina non e' piu' quella che "
+                                 "e' stata scritta. Occorre ripararlo"));
+  }
   const QString detail = QString::fromUtf8(exception.what());
   for (const Message& message : kMessages) {
     if (message.code == code) {

@@ -13,6 +13,7 @@
 #include "harm/archive_file.h"
 #include "harm/chance.h"
 #include "store/database.h"
+#include "store/page_checksum.h"
 #include "store/patience.h"
 
 namespace store {
@@ -48,7 +49,7 @@ class Desk final {
   }
   // Another program writes: what was read before has to be read again.
   void touch() const {
-    SQLite::Database(path().toStdString(), SQLite::OPEN_READWRITE)
+    SQLite::Database(path().toStdString(), SQLite::OPEN_READWRITE, 0, checkedFileLayer())
         .exec("UPDATE CONT SET ID = ID + 1");
   }
 
@@ -169,7 +170,7 @@ const struct Trouble {
 } kTroubles[] = {
     {"disk full", faulty::kWrite, ENOSPC, {3026}},
     {"read", faulty::kRead, EIO, {3043, 3049}},
-    {"short read", faulty::kRead, 0, {3049, 3343}},
+    {"short read", faulty::kRead, 0, {3049, 3343, 3428}},
     {"write", faulty::kWrite, EIO, {3043}},
     {"sync", faulty::kSync, EIO, {3043}},
     {"delete the journal", faulty::kDelete, EIO, {3043}},

@@ -7,6 +7,7 @@
 #include <QTemporaryDir>
 #include <stdexcept>
 
+#include "store/page_checksum.h"
 #include "store/sqlite_language.h"
 #include "tools/archive_template.h"
 #include "tools/generated_archive.h"
@@ -15,7 +16,7 @@ namespace harm {
 namespace {
 
 void execute(const QString& path, const QByteArray& statements) {
-  SQLite::Database file(path.toStdString(), SQLite::OPEN_READWRITE);
+  SQLite::Database file(path.toStdString(), SQLite::OPEN_READWRITE, 0, store::checkedFileLayer());
   store::addLanguage(file.getHandle());
   file.exec("PRAGMA synchronous = OFF; " + statements.toStdString());
 }

@@ -5,15 +5,16 @@
 
 #include <QStringList>
 
+#include "store/page_checksum.h"
 #include "store/sqlite_language.h"
 
 namespace store {
 
-// Another program's connection to an archive, which knows the order of texts.
+// Another program's connection to an archive, which knows the order of texts and keeps checksums.
 class Outside final : public SQLite::Database {
  public:
   explicit Outside(const QString& path, int flags = SQLite::OPEN_READWRITE)
-      : Database(path.toStdString(), flags, 2000) {
+      : Database(path.toStdString(), flags, 2000, checkedFileLayer()) {
     addLanguage(getHandle());
   }
 
