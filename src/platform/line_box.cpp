@@ -1,17 +1,14 @@
 #include "platform/line_box.h"
 
-#include <QApplication>
+#include <QDropEvent>
 #include <QFocusEvent>
+#include <QMimeData>
 #include <QScopedValueRollback>
-#include <QStatusBar>
-#include <QToolTip>
 #include <QValidator>
 #include <algorithm>
 
 namespace platform {
 namespace {
-
-constexpr int kTellMilliseconds = 8000;
 
 QString onOneLine(QString text) {
   text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
@@ -31,13 +28,7 @@ class LineBox::Cleaner final : public QValidator {
   explicit Cleaner(LineBox& box) : QValidator(&box), box_(box) {}
 
   State validate(QString& text, int& cursor) const override {
-    if (box_.showing_ || text == box_.shownText_) return Acceptable;
-    if (box_.isRefused(text, cursor)) {
-      cursor += static_cast<int>(box_.lastText_.size() - text.size());
-      text = box_.lastText_;
-    } else {
-      box_.clean(text, cursor);
-    }
+    if (!box_.showing_ && text != box_.shownText_) box_.clean(text, cursor);
     return Acceptable;
   }
 
@@ -45,7 +36,7 @@ class LineBox::Cleaner final : public QValidator {
   LineBox& box_;
 };
 
-LineBox::LineBox(QWidget* parent) : QLineEdit(parent) {
+LineBox::LineBox(QWidget* parent) : TextEdit(parent) {
   setValidator(new Cleaner(*this));
   connect(this, &QLineEdit::textChanged, this, [this](const QString& text) { lastText_ = text; });
   // An edit that was refused leaves the text as it was.
@@ -88,33 +79,42 @@ void LineBox::settle() {
   showContent();
 }
 
-void LineBox::complain() {
-  QApplication::beep();
-  const QString message = complaint() + QStringLiteral(": ") + text();
-  if (auto* status = window()->findChild<QStatusBar*>())
-    status->showMessage(message, kTellMilliseconds);
-  if (isVisible()) QToolTip::showText(mapToGlobal(QPoint(0, height())), complaint(), this);
-}
-
 void LineBox::focusInEvent(QFocusEvent* event) {
   focused_ = true;
   settle();
-  QLineEdit::focusInEvent(event);
+  TextEdit::focusInEvent(event);
 }
 
 void LineBox::focusOutEvent(QFocusEvent* event) {
-  QLineEdit::focusOutEvent(event);
+  TextEdit::focusOutEvent(event);
   if (event->reason() == Qt::PopupFocusReason) return;
   focused_ = false;
-  if (!IsValid()) complain();
+  if (!IsValid()) complain(*this, complaint() + QStringLiteral(": ") + text(), complaint());
   settle();
   focusLeft(*event);
 }
 
-bool LineBox::isRefused(const QString& text, int cursor) const {
-  const auto end = text.cbegin() + cursor;
-  const auto added = std::mismatch(text.cbegin(), end, lastText_.cbegin(), lastText_.cend()).first;
-  return added != end && std::none_of(added, end, [this](QChar letter) { return takes(letter); });
+bool LineBox::isRefused(const QString& text) const {
+  return !text.isEmpty() &&
+         std::none_of(text.cbegin(), text.cend(), [this](QChar letter) { return takes(letter); });
+}
+
+void LineBox::putText(const QString& text) {
+  if (!isRefused(text)) insert(text);
+}
+
+void LineBox::keyPressEvent(QKeyEvent* event) {
+  const bool types = !event->text().isEmpty() && event->text().at(0).isPrint() &&
+                     (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier)) == 0;
+  if (!types || !isRefused(event->text())) TextEdit::keyPressEvent(event);
+}
+
+void LineBox::inputMethodEvent(QInputMethodEvent* event) {
+  if (!isRefused(event->commitString())) TextEdit::inputMethodEvent(event);
+}
+
+void LineBox::dropEvent(QDropEvent* event) {
+  if (!isRefused(event->mimeData()->text())) TextEdit::dropEvent(event);
 }
 
 QString LineBox::onlyTaken(QString text) const {

@@ -1,14 +1,13 @@
 #pragma once
 
-#include <QLineEdit>
-
 #include "platform/bound_control.h"
+#include "platform/text_edit.h"
 
 namespace platform {
 
 // What the entry controls of one line have in common. The value put in stays as it is until the
 // user edits its text, even where the text cannot show all of it.
-class LineBox : public QLineEdit, public BoundControl {
+class LineBox : public TextEdit<QLineEdit>, public BoundControl {
   Q_OBJECT
  public:
   explicit LineBox(QWidget* parent = nullptr);
@@ -25,7 +24,8 @@ class LineBox : public QLineEdit, public BoundControl {
   virtual QVariant parsed(const QString& text) const = 0;
   // The text a value is shown as.
   virtual QString shown(const QVariant& value) const = 0;
-  // True for a character that may be entered. An edit that brings in no such one is refused.
+  // True for a character that may be entered. What brings in no such one leaves text and selection
+  // as they are.
   virtual bool takes(QChar) const { return true; }
   // Takes out of a text just edited what does not belong there; `cursor` is the place in it behind
   // what was typed or pasted. Line breaks and the like become blanks.
@@ -44,13 +44,16 @@ class LineBox : public QLineEdit, public BoundControl {
   void setContent(const QVariant& value) override;
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
+  void putText(const QString& text) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void inputMethodEvent(QInputMethodEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
 
  private:
   class Cleaner;
   bool touched() const { return text() != shownText_; }
   void showContent();
-  void complain();
-  bool isRefused(const QString& text, int cursor) const;
+  bool isRefused(const QString& text) const;
   QString onlyTaken(QString text) const;
 
   QVariant content_;

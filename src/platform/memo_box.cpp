@@ -1,11 +1,12 @@
 #include "platform/memo_box.h"
 
+#include <QMimeData>
 #include <QScopedValueRollback>
 #include <algorithm>
 
 namespace platform {
 
-MemoBox::MemoBox(QWidget* parent) : QPlainTextEdit(parent) {
+MemoBox::MemoBox(QWidget* parent) : TextEdit(parent) {
   setTabChangesFocus(true);
   setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -51,8 +52,14 @@ void MemoBox::cutExcess() {
 }
 
 void MemoBox::focusOutEvent(QFocusEvent* event) {
-  QPlainTextEdit::focusOutEvent(event);
+  TextEdit::focusOutEvent(event);
   focusLeft(*event);
+}
+
+void MemoBox::putText(const QString& text) {
+  QMimeData pasted;
+  pasted.setText(text);
+  insertFromMimeData(&pasted);
 }
 
 }  // namespace platform

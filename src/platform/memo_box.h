@@ -1,14 +1,13 @@
 #pragma once
 
-#include <QPlainTextEdit>
-
 #include "platform/bound_control.h"
+#include "platform/text_edit.h"
 
 namespace platform {
 
 // Text of several lines; Tab goes to the next control. The text put in stays as it is until the
 // user edits it.
-class MemoBox final : public QPlainTextEdit, public BoundControl {
+class MemoBox final : public TextEdit<QPlainTextEdit>, public BoundControl {
   Q_OBJECT
   Q_PROPERTY(int MaxLength READ MaxLength WRITE SetMaxLength)
  public:
@@ -25,6 +24,7 @@ class MemoBox final : public QPlainTextEdit, public BoundControl {
  protected:
   void setContent(const QVariant& value) override;
   void focusOutEvent(QFocusEvent* event) override;
+  void putText(const QString& text) override;
 
  private:
   int length() const;

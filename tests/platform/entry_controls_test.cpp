@@ -1,11 +1,19 @@
 #include <gtest/gtest.h>
 
+#include <QAction>
+#include <QMenu>
+#include <QProcess>
+#include <QStandardPaths>
+#include <csignal>
+
 #include "desk.h"
 #include "platform/date_box.h"
 #include "platform/masked_box.h"
 #include "platform/memo_box.h"
 #include "platform/record_model.h"
+#include "platform/text_box.h"
 #include "platform/time_box.h"
+#include "platform/x11_selection.h"
 
 namespace platform {
 namespace {
@@ -128,6 +136,13 @@ TEST(MaskedBoxTest, TakesAsManyDigitsAsItsMask) {
     EXPECT_EQ(box->DataChanged(), before != after) << qPrintable(pasted);
   }
   EXPECT_EQ(box->cursorPosition(), 1);
+  // A sign that is refused does not take away what is marked.
+  for (const char* keys : {"-5", " 5", "x5"}) {
+    box->ShowValue(12);
+    box->selectAll();
+    box.type(keys);
+    EXPECT_EQ(box->Value(), 5) << keys;
+  }
   box->SetFormat("#,##0");
   box.fill("1234");
   EXPECT_EQ(box->Text(), "1.234");
@@ -159,6 +174,77 @@ TEST(DateBoxTest, EditsPlaceByPlace) {
   box->selectAll();
   box.paste(" 5/1/1999\n");
   EXPECT_EQ(box->Date(), QDate(1999, 1, 5));
+}
+
+template <typename Box>
+void expectMenu() {
+  Desk<Box> box;
+  box.enter();
+  box.type("vuoto");
+  box->selectAll();
+  const auto choose = [&](const char* line) {
+    QContextMenuEvent asked(QContextMenuEvent::Keyboard, QPoint(1, 1), QPoint(1, 1));
+    QCoreApplication::sendEvent(box.get(), &asked);
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    for (QAction* action : menu->actions()) {
+      if (action->text() == line && action->isEnabled()) action->trigger();
+    }
+    menu->close();
+  };
+  QGuiApplication::clipboard()->setText("pieno");
+  choose("&Incolla\tCtrl+V");
+  EXPECT_EQ(box->Text(), "pieno");
+  choose("&Seleziona tutto\tCtrl+A");
+  choose("&Taglia\tCtrl+X");
+  EXPECT_EQ(box->Text(), "");
+  QTest::keyClick(box.get(), Qt::Key_V, Qt::ControlModifier);
+  QTest::keyClick(box.get(), Qt::Key_Insert, Qt::ShiftModifier);
+  EXPECT_EQ(box->Text(), "pienopieno");
+}
+
+// The window has other uses for these keys, and the toolkit would not tell them.
+TEST(Boxes, TellTheirKeysInTheirMenu) {
+  expectMenu<TextBox>();
+  expectMenu<MemoBox>();
+}
+
+// An X display with a program that offers a text.
+class Selection : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    for (const char* program : {"Xvfb", "xclip"}) {
+      if (QStandardPaths::findExecutable(program).isEmpty()) GTEST_SKIP() << "no " << program;
+    }
+    server_.start("Xvfb", {"-displayfd", "1", "-nolisten", "tcp"});
+    ASSERT_TRUE(server_.waitForReadyRead());
+    qputenv("DISPLAY", ':' + server_.readLine().trimmed());
+  }
+  void TearDown() override {
+    for (QProcess* process : {&owner_, &server_}) {
+      process->kill();
+      process->waitForFinished();
+    }
+    before_.isNull() ? qunsetenv("DISPLAY") : qputenv("DISPLAY", before_);
+  }
+  void offer(const QString& text) {
+    owner_.start("xclip", {"-quiet", "-selection", "clipboard"});
+    owner_.write(text.toUtf8());
+    owner_.closeWriteChannel();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return read() == text; }, 20000));
+  }
+  static std::optional<QString> read() { return readX11Selection("CLIPBOARD", 800); }
+
+  QByteArray before_ = qgetenv("DISPLAY");
+  QProcess server_;
+  QProcess owner_;
+};
+
+TEST_F(Selection, IsReadUnlessItsOwnerKeepsSilent) {
+  EXPECT_EQ(read(), QString());
+  offer(QString(3'000'000, QChar(0x20AC)));
+  kill(static_cast<pid_t>(owner_.processId()), SIGSTOP);
+  EXPECT_EQ(read(), std::nullopt);
 }
 
 }  // namespace
