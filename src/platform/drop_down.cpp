@@ -78,8 +78,7 @@ void DropDown::popupKey(const QKeyEvent& event) {
 }
 
 void DropDown::wheelEvent(QWheelEvent* event) {
-  if (!hasFocus()) return event->ignore();
-  QComboBox::wheelEvent(event);
+  event->ignore();
 }
 
 }  // namespace platform

@@ -6,7 +6,7 @@ namespace platform {
 
 // A list of fixed choices. While it is open, keys move in it; Enter takes the row and Escape leaves
 // what was there, and neither goes on to the window. Tab and the window's own keys take the row
-// and go on. The wheel turns it only where it has the focus.
+// and go on. The wheel does not turn it.
 class DropDown final : public QComboBox {
   Q_OBJECT
  public:

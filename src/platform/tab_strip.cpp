@@ -4,6 +4,7 @@
 #include <QMouseEvent>
 #include <QStyleOptionTab>
 #include <QStylePainter>
+#include <QWheelEvent>
 
 namespace platform {
 
@@ -58,6 +59,11 @@ void TabStrip::mousePressEvent(QMouseEvent* event) {
   QTabBar::mousePressEvent(event);
   const int index = tabAt(event->position().toPoint());
   if (index >= 0 && index == currentIndex() && announced_ != index) announce(index);
+}
+
+// Too much is loaded and written by a change of tabs to be done on the way past.
+void TabStrip::wheelEvent(QWheelEvent* event) {
+  event->ignore();
 }
 
 QSize TabStrip::tabSizeHint(int index) const {

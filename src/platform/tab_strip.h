@@ -31,6 +31,7 @@ class TabStrip final : public QTabBar {
   void paintEvent(QPaintEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
 
  private:
   void drawTab(QStylePainter& painter, int index) const;
