@@ -10,12 +10,12 @@
 #include "core/modcuore.h"
 #include "core/modutil.h"
 #include "model/raccolte.h"
-#include "platform/bound_control.h"
 #include "platform/clock.h"
 #include "platform/data_combo.h"
 #include "platform/date_box.h"
 #include "platform/form.h"
 #include "platform/system_path.h"
+#include "platform/text_box.h"
 
 namespace tavolix {
 namespace {
@@ -57,20 +57,20 @@ void sendF1() {
 
 void ApriTabella(int iCampo) {
   protetto("modCuore!ApriTabella", [&] {
-    platform::BoundControl* control = aCampi(iRacCorr, iCampo).oControllo;
+    auto* combo = static_cast<platform::DataCombo*>(aCampi(iRacCorr, iCampo).oControllo->widget());
     platform::Form& frmTab = forms()[QStringLiteral("frmTab")];
     frmTab.Load();
     QMetaObject::invokeMethod(&frmTab, "CaricaTAB", Q_ARG(int, iRacCorr), Q_ARG(int, iCampo));
-    frmTab.setProperty(kValoreCorrente, NullAZero(control->Value()));
+    frmTab.setProperty(kValoreCorrente, NullAZero(combo->Value()));
+    frmTab.control<platform::TextBox>(QStringLiteral("txtAdd"))->setText(combo->MissedText());
     frmTab.ShowModal(&forms()[QStringLiteral("frmMain")]);
     Cedi();
     CaricaComboCampo(iRacCorr, iCampo);
     if (!frmTab.property(kValoreCorrente).toString().isEmpty()) {
       // By its key: two values may differ in nothing that a search by text would see.
-      auto* combo = static_cast<platform::DataCombo*>(control->widget());
       ImpostaValoreCombo(*combo, 1, frmTab.property("VoceCorrente"));
     }
-    control->widget()->setFocus(Qt::OtherFocusReason);
+    combo->setFocus(Qt::OtherFocusReason);
   });
 }
 

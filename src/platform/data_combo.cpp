@@ -6,9 +6,11 @@
 #include <QListView>
 #include <QScrollBar>
 #include <QSignalBlocker>
+#include <QTimer>
 #include <QWheelEvent>
 #include <algorithm>
 
+#include "platform/complaint.h"
 #include "platform/drop_down_style.h"
 #include "platform/key_sender.h"
 #include "platform/popup_keys.h"
@@ -62,6 +64,7 @@ void DataCombo::SetList(LookupListPtr list) {
 
 void DataCombo::useOwnText() {
   if (DroppedDown()) hidePopup();
+  endSearch();
   const QStringList text{list_ == nullptr ? QString() : list_->text(key_)};
   if (model() == &ownText_ && ownText_.stringList() == text) return;
   ownText_.setStringList(text);
@@ -80,11 +83,12 @@ void DataCombo::useList() {
 
 void DataCombo::setContent(const QVariant& value) {
   key_ = value.toLongLong();
-  search_.clear();
   useOwnText();
+  missedText_.clear();
 }
 
 void DataCombo::onActivated(int row) {
+  missedText_.clear();
   if (!usesList() || list_->keyAt(row) == key_) return;
   key_ = list_->keyAt(row);
   contentEdited();
@@ -117,10 +121,9 @@ void DataCombo::SetDroppedDown(bool down) {
 
 void DataCombo::showPopup() {
   if (DroppedDown()) return;
-  search_.clear();
-  keyBefore_ = key_;
-  changedBefore_ = DataChanged();
+  endSearch();
   useList();
+  remember();
   prepareView();
   QComboBox::showPopup();
 }
@@ -142,12 +145,12 @@ void DataCombo::prepareView() {
 }
 
 void DataCombo::keyPressEvent(QKeyEvent* event) {
-  if (typeKey(*event)) return;
+  if (typeKey(*event) || showValues(event->key())) return;
   if (!movesRow(event->key()) && !opensList(event->key())) {
     event->ignore();
     return;
   }
-  search_.clear();
+  dropSearch();
   // The key that has opened the list moves in it, and does not change the value behind it.
   if (DroppedDown() && movesRow(event->key())) {
     QCoreApplication::sendEvent(view(), event);
@@ -176,17 +179,70 @@ bool DataCombo::typeKey(const QKeyEvent& event) {
   return true;
 }
 
+// What stands in the control before the list is opened, or a text is typed.
+void DataCombo::remember() {
+  keyBefore_ = key_;
+  rowBefore_ = currentIndex();
+  changedBefore_ = DataChanged();
+}
+
+void DataCombo::putBack() {
+  key_ = keyBefore_;
+  SetDataChanged(changedBefore_);
+  setCurrentIndex(rowBefore_);
+  if (DroppedDown()) view()->setCurrentIndex(list_->index(rowBefore_));
+}
+
 void DataCombo::search(const QString& text) {
   if (list_ == nullptr) return;
   useList();
-  const int row = list_->rowOfPrefix(text);
-  if (row < 0) {
-    QApplication::beep();
-    return;
-  }
+  if (search_.isEmpty() && !DroppedDown()) remember();
   search_ = text;
+  update();
+  const int row = text.isEmpty() ? -1 : list_->rowOfPrefix(text);
+  missing_ = row < 0 && !text.isEmpty();
+  if (missing_) QApplication::beep();
+  if (row < 0) return putBack();
   if (DroppedDown()) view()->setCurrentIndex(list_->index(row));
   if (row != currentIndex()) choose(row);
+}
+
+// A text that was missed is told after the rest of the event: a click in the list still chooses.
+void DataCombo::endSearch() {
+  if (missing_) {
+    missedText_ = search_;
+    QTimer::singleShot(0, this, [this, text = search_] { tellMissed(text); });
+  }
+  dropSearch();
+}
+
+void DataCombo::dropSearch() {
+  if (!search_.isEmpty()) update();
+  missing_ = false;
+  search_.clear();
+}
+
+void DataCombo::tellMissed(const QString& text) {
+  if (missedText_ != text) return;
+  const QString missed = QStringLiteral("\"%1\" non è nell'elenco").arg(text);
+  const QString key = QStringLiteral(": F2 apre la finestra delle voci");
+  complain(*this, openValues_ ? missed + key : missed, missed);
+}
+
+// While the list is open, or nothing in it fits, the box shows what has been typed.
+void DataCombo::initStyleOption(QStyleOptionComboBox* option) const {
+  QComboBox::initStyleOption(option);
+  if (!search_.isEmpty() && (missing_ || DroppedDown())) option->currentText = search_;
+}
+
+// True if the key shows the window of the list's values.
+bool DataCombo::showValues(int key) {
+  if (key != Qt::Key_F2 || !openValues_) return false;
+  if (missing_) missedText_ = search_;
+  dropSearch();
+  hidePopup();
+  openValues_();
+  return true;
 }
 
 bool DataCombo::eventFilter(QObject* watched, QEvent* event) {
@@ -201,6 +257,7 @@ bool DataCombo::eventFilter(QObject* watched, QEvent* event) {
 
 // Keys pressed while the list is open. True if the key has been used up.
 bool DataCombo::popupKey(const QKeyEvent& event) {
+  if (showValues(event.key())) return true;
   if (leavesList(event.key()) || isCommand(event)) {
     acceptRow();
     if (isEnter(event.key()) && enterStays_) return true;
@@ -215,42 +272,38 @@ bool DataCombo::popupKey(const QKeyEvent& event) {
     return true;
   }
   if (typeKey(event)) return true;
-  if (movesRow(event.key())) search_.clear();
+  if (movesRow(event.key())) dropSearch();
   return event.key() == Qt::Key_Space;
 }
 
 void DataCombo::acceptRow() {
   const int row = view()->currentIndex().row();
+  endSearch();
   hidePopup();
   if (row >= 0 && row != currentIndex()) choose(row);
 }
 
 void DataCombo::restore() {
+  dropSearch();
+  missedText_.clear();
   hidePopup();
-  if (key_ == keyBefore_) return;
-  setContent(keyBefore_);
-  SetDataChanged(changedBefore_);
+  putBack();
 }
 
 void DataCombo::focusInEvent(QFocusEvent* event) {
-  search_.clear();
+  endSearch();
   QComboBox::focusInEvent(event);
 }
 
 void DataCombo::focusOutEvent(QFocusEvent* event) {
-  search_.clear();
+  endSearch();
   QComboBox::focusOutEvent(event);
   if (!DroppedDown()) focusLeft(*event);
 }
 
+// What stands in the control is changed by those who mean it; the wheel scrolls the page.
 void DataCombo::wheelEvent(QWheelEvent* event) {
-  search_.clear();
-  if (!hasFocus()) {
-    event->ignore();
-    return;
-  }
-  useList();
-  QComboBox::wheelEvent(event);
+  event->ignore();
 }
 
 }  // namespace platform

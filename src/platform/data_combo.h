@@ -2,6 +2,7 @@
 
 #include <QComboBox>
 #include <QStringListModel>
+#include <functional>
 
 #include "platform/bound_control.h"
 #include "platform/lookup_list.h"
@@ -10,8 +11,8 @@ namespace platform {
 
 // Offers the values of a lookup list; the value is the key of the one chosen, 0 for the blank row.
 // Until the list is needed the control holds its present text only. Keys typed build the beginning
-// of a text, and select the first value with it at once. A key that is not in the list shows blank
-// and stays until the user chooses.
+// of a text, and select the first value with it at once; where there is none, the value from before
+// comes back. A key that is not in the list shows blank and stays until the user chooses.
 class DataCombo final : public QComboBox, public BoundControl {
   Q_OBJECT
  public:
@@ -29,6 +30,10 @@ class DataCombo final : public QComboBox, public BoundControl {
   bool SelectText(const QString& text);
   // Whether Enter in the open list just takes the row, or goes on to the window as well.
   void SetEnterStays(bool stays) { enterStays_ = stays; }
+  // What F2 does: shows the window in which values are added to the list.
+  void SetValuesWindow(std::function<void()> open) { openValues_ = std::move(open); }
+  // What was typed last and is in no value; until another value is shown or chosen.
+  QString MissedText() const { return missedText_; }
   bool DroppedDown() const;
   void SetDroppedDown(bool down);
 
@@ -36,6 +41,7 @@ class DataCombo final : public QComboBox, public BoundControl {
 
  protected:
   void setContent(const QVariant& value) override;
+  void initStyleOption(QStyleOptionComboBox* option) const override;
   void keyPressEvent(QKeyEvent* event) override;
   void inputMethodEvent(QInputMethodEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
@@ -50,8 +56,14 @@ class DataCombo final : public QComboBox, public BoundControl {
   void prepareView();
   void onActivated(int row);
   void choose(int row);
+  void remember();
+  void putBack();
   bool typeKey(const QKeyEvent& event);
   void search(const QString& text);
+  void endSearch();
+  void dropSearch();
+  void tellMissed(const QString& text);
+  bool showValues(int key);
   bool popupKey(const QKeyEvent& event);
   void acceptRow();
   void restore();
@@ -60,10 +72,14 @@ class DataCombo final : public QComboBox, public BoundControl {
   QStringListModel ownText_;
   QMetaObject::Connection listChanged_;
   qint64 key_ = 0;
+  std::function<void()> openValues_;
   QString search_;
+  bool missing_ = false;  // no value begins with search_
+  QString missedText_;
   bool viewReady_ = false;
   bool enterStays_ = false;
-  qint64 keyBefore_ = 0;  // the popup
+  qint64 keyBefore_ = 0;  // the popup, or the search
+  int rowBefore_ = 0;
   bool changedBefore_ = false;
 };
 

@@ -100,13 +100,15 @@ int LookupList::rowOfText(const QString& text) {
 int LookupList::rowOfPrefix(const QString& prefix) {
   ensureLoaded();
   const QString letters = withoutAccents(prefix);
+  int alike = -1;
   // Texts that begin so but for accents stand together, those with the very accents among them.
-  for (int row = firstNotBefore(prefix); row < count_; ++row) {
+  for (int row = firstNotBefore(letters); row < count_; ++row) {
     const QString text = textAt(row);
     if (text.startsWith(prefix, Qt::CaseInsensitive)) return row;
-    if (!withoutAccents(text).startsWith(letters, Qt::CaseInsensitive)) return -1;
+    if (!withoutAccents(text).startsWith(letters, Qt::CaseInsensitive)) break;
+    if (alike < 0) alike = row;
   }
-  return -1;
+  return alike;
 }
 
 int LookupList::rowCount(const QModelIndex& parent) const {

@@ -38,7 +38,8 @@ class LookupList final : public QAbstractListModel {
   // Searches open the list first, and fail as `open` does.
   int rowOfKey(qint64 key);            // -1 if missing
   int rowOfText(const QString& text);  // equal in the archive's sense; -1 if missing
-  // First row whose text begins with `prefix` (case does not count); -1 if none.
+  // First row whose text begins with `prefix` (case does not count), or else the first that does so
+  // but for its accents; -1 if none.
   int rowOfPrefix(const QString& prefix);
 
   int rowCount(const QModelIndex& parent = {}) const override;

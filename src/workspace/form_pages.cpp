@@ -217,6 +217,7 @@ class PageBuilder {
     if (box.kind == Kind::Combo) {
       QToolButton* button = listButton(campo);
       button->setAccessibleName(QStringLiteral("Voci di ") + title);
+      static_cast<platform::DataCombo*>(widget)->SetValuesWindow([button] { button->click(); });
       return button;
     }
     const char* name = calendarButtonOf(widget->objectName());

@@ -229,5 +229,28 @@ TEST_F(Lookup, ShowsTheChosenValueWhereverTheListIsOffered) {
   EXPECT_EQ(cell(0, "Autore"), QString("0 Altro"));
 }
 
+TEST_F(Lookup, TakesUpATextThatIsMissing) {
+  ASSERT_TRUE(start());
+  constexpr int autore = 3;
+  for (const Qt::Key last : {Qt::Key_Return, Qt::Key_Tab}) {
+    enter("cboAutore");
+    EXPECT_EQ(changesBy([last] {
+                type("viganx");
+                press(last);
+                leave();
+              }),
+              QString(""));
+  }
+  enter("cboAutore");
+  type("vigany");
+  const auto open = [] { press("F2"); };
+  inForm("frmTab", open, [] {
+    EXPECT_EQ(static_cast<QLineEdit*>(part("txtAdd"))->text(), QString("vigany"));
+    press("Return");
+    push("cmdEsci");
+  });
+  EXPECT_EQ(combo(autore).Text(), QString("vigany"));
+}
+
 }  // namespace
 }  // namespace tavolix
