@@ -27,6 +27,12 @@ bool isInPopup(const QWidget* widget) {
   return (widget->window()->windowFlags() & Qt::WindowType_Mask) == Qt::Popup;
 }
 
+// The control whose list or menu a widget is part of; the widget itself if it is in none.
+const QWidget* ownerOf(const QWidget* widget) {
+  while (widget != nullptr && isInPopup(widget)) widget = widget->window()->parentWidget();
+  return widget;
+}
+
 // A list, or the cell of one that is being typed into.
 bool isInList(const QWidget* widget) {
   while (widget != nullptr && qobject_cast<const QAbstractItemView*>(widget) == nullptr) {
@@ -71,7 +77,7 @@ bool EntryFocus::holds(const QWidget* widget) const {
 void EntryFocus::focusMoved(QWidget* from, QWidget* to) {
   // While a combo's list is open its box stays marked.
   if (to != nullptr && isInPopup(to)) return;
-  if (from != nullptr && (holds(from) || isInPopup(from))) {
+  if (from != nullptr && holds(ownerOf(from))) {
     EvidenziaFocus(false);
     bInNote_ = false;
   }
