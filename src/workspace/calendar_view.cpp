@@ -9,6 +9,7 @@
 #include <QPushButton>
 
 #include "core/modutil.h"
+#include "platform/drop_down.h"
 #include "platform/icons.h"
 #include "platform/push_button.h"
 #include "workspace/calendario.h"
@@ -72,7 +73,7 @@ QWidget* newDays(QWidget* parent) {
 
 // A combo box tells screen readers its text: its name has to be a label's.
 QComboBox* newCombo(const char* name, const char* label, QWidget* parent) {
-  auto* combo = named(new QComboBox(parent), name);
+  auto* combo = named(new platform::DropDown(parent), name);
   combo->setMaxVisibleItems(12);
   auto* buddy = new QLabel(QString::fromUtf8(label), parent);
   buddy->setBuddy(combo);

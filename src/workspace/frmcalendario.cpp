@@ -95,7 +95,8 @@ void frmCalendario::connectControls() {
     auto* day = static_cast<DayCell*>(&cell(i));
     connect(day, &DayCell::clicked, this, [this, i] { cmdGiorno_Click(i); });
     connect(day, &DayCell::doubleClicked, this, [this, i] {
-      if (cmdGiorno_Click(i)) cmdOK_Click();
+      cmdGiorno_Click(i);
+      cmdOK_Click();
     });
   }
 }
@@ -141,13 +142,12 @@ void frmCalendario::markDay() {
   QAccessible::updateAccessibility(&told);
 }
 
-bool frmCalendario::cmdGiorno_Click(int iCella) {
+void frmCalendario::cmdGiorno_Click(int iCella) {
   const int day = giornoInCella(iCella, giorno_.mese, giorno_.anno);
   Control(QStringLiteral("panGiorni"))->setFocus();
-  if (day == 0) return false;
+  if (day == 0) return;
   giorno_.giorno = day;
   markDay();
-  return true;
 }
 
 void frmCalendario::cmdOK_Click() {

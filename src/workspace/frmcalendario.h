@@ -17,8 +17,8 @@ class frmCalendario final : public platform::Form {
  public:
   frmCalendario();
 
-  // Takes the day that stands in a cell; false if it is empty.
-  bool cmdGiorno_Click(int iCella);
+  // Takes the day that stands in a cell, if it is not empty.
+  void cmdGiorno_Click(int iCella);
   void cmdOK_Click();
 
  private:

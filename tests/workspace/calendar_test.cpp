@@ -63,6 +63,17 @@ class CalendarWindow : public Desk {
     static_cast<QComboBox*>(part("cboAnno"))->setCurrentIndex(0);
     QTest::mouseDClick(part("cmdGiorno(10)"), Qt::LeftButton);
   }
+  static void pickInLists() {
+    for (const char* keys : {"Down Esc", "Down Return"}) {
+      auto* months = static_cast<QComboBox*>(part("cboMese"));
+      months->setFocus();
+      months->showPopup();
+      press(keys);
+      QApplication::processEvents();
+      EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+    }
+    push("cmdOK");
+  }
   // Takes effect when the window opens again.
   static void lock() {
     static_cast<QLabel*>(part("lblBlock"))->setText("BLOCCO");
@@ -105,6 +116,9 @@ TEST_F(CalendarWindow, PicksADateByKeysAndMouse) {
        },
        "07-11-2026"},
       {"15032001", walkByMouse, "07-02-1980"},
+      {"15032001", pickInLists, "15-04-2001"},
+      // A cell without a day.
+      {"15032001", [] { QTest::mouseDClick(part("cmdGiorno(0)"), Qt::LeftButton); }, "15-03-2001"},
       {"15032001", lock, "15-03-2001"},
       {"15032001", walkLocked, "29-03-2001"},
   };
