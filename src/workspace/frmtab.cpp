@@ -1,5 +1,6 @@
 #include "workspace/frmtab.h"
 
+#include <QHeaderView>
 #include <QPushButton>
 
 #include "core/errore.h"
@@ -107,6 +108,7 @@ void frmTab::CaricaTAB(int iRac, int iCampo) {
   voce.setup.editable = true;
   grd().SetColumns(
       {voce, column("Pred.", kDefault, fields.at(rows()->FieldIndex(kDefault)), kWidthPred)});
+  grd().horizontalHeader()->setSectionResizeMode(kVoce, QHeaderView::Stretch);
   Window()->setWindowTitle(QStringLiteral("Raccolta ") + aRaccolte(iRac).sNome +
                            QStringLiteral(": ") + campo.sTitolo);
 }
