@@ -4,7 +4,6 @@
 
 #include <utility>
 
-#include "store/hot_statement.h"
 #include "store/page_checksum.h"
 #include "store/sqlite_language.h"
 #include "store/text_bytes.h"
@@ -16,7 +15,6 @@ constexpr qsizetype kMostStatements = 200;
 constexpr qsizetype kLongestStatement = 1 << 16;  // that is kept
 constexpr int kLongestValue = 1 << 26;            // bytes
 constexpr int kStepsACall = 100000;
-constexpr std::size_t kRoomToTake = 1 << 18;  // untouched room costs nothing
 
 // An archive is data: nothing that its schema may hold is run.
 void harden(sqlite3* handle) {
@@ -77,7 +75,6 @@ Connection::Connection(const QString& path, int flags)
   patience_.waitFor(database_.getHandle());
   harden(database_.getHandle());
   addLanguage(database_.getHandle());
-  addTake(database_.getHandle(), &taken_);
   keyTable_.addTo(database_.getHandle());
   sqlite3_update_hook(
       database_.getHandle(),
@@ -109,12 +106,6 @@ Connection::Lease::~Lease() {
   statement_->clearBindings();
 }
 
-// Pages that made no sense are read from the disk again, not taken from the engine's memory.
-void Connection::forgetMisread() const {
-  if (std::exchange(misreadings_, misreadings) == misreadings) return;
-  sqlite3_db_release_memory(database_.getHandle());
-}
-
 bool Connection::isTooMuchWork() {
   work_ += kStepsACall;
   return work_ > mostSteps;
@@ -122,7 +113,6 @@ bool Connection::isTooMuchWork() {
 
 Connection::Lease Connection::prepare(const QByteArray& text) const {
   beginWork();
-  forgetMisread();
   const auto found = statements_.constFind(text);
   // A statement that is in use elsewhere is not shared: use counts tell.
   if (found != statements_.constEnd() && found->use_count() == 1) return Lease(*found);
@@ -210,7 +200,6 @@ void Connection::rollback() {
 void Connection::rollbackTo(int depth) {
   ++writes_;
   forgetQueries();
-  forgetMisread();
   if (!isInTransaction()) return;
   const QByteArray name = savepoint(depth);
   const QByteArray text =
@@ -225,7 +214,6 @@ Connection::Reading::Reading(const Connection& connection) : connection_(connect
 }
 
 Connection::Reading::~Reading() {
-  connection_.forgetMisread();
   if (began_) connection_.database_.tryExec("COMMIT");
 }
 
@@ -238,15 +226,6 @@ void Connection::lookForWrites() {
   dataVersion_ = version;
   ++writes_;
   forgetQueries();
-}
-
-std::vector<qint64> Connection::take(const sql::Statement& statement) {
-  taken_.clear();
-  taken_.reserve(kRoomToTake);
-  HotStatement scan(*this, statement);
-  while (scan.step()) {
-  }
-  return std::exchange(taken_, {});
 }
 
 void Connection::forgetQueries() {

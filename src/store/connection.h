@@ -4,7 +4,6 @@
 #include <SQLiteCpp/Statement.h>
 
 #include <QHash>
-#include <QSet>
 #include <memory>
 #include <vector>
 
@@ -20,15 +19,9 @@ namespace store {
 // Steps of the engine that one query may take before it fails with 3360: some twenty seconds, more
 // than any list of the program comes near. For tests to lower.
 inline qint64 mostSteps = 1'000'000'000;
-// Tables whose rows' numbers go no further are checked whole when they are first used.
-inline qint64 mostRowsChecked = 10'000;
 
 // Runs work of SQLite and turns its failures into the store's own.
 [[noreturn]] void throwFailure(const SQLite::Exception& exception);
-// The failure of a table that contradicts itself.
-[[noreturn]] void throwDamaged(const QString& table, const QString& found);
-// How many failures said that what was read makes no sense.
-inline quint64 misreadings = 0;
 template <typename Work>
 auto guarded(Work&& work) -> decltype(work()) {
   try {
@@ -56,12 +49,6 @@ class Connection final : public Catalog {
   const TableInfo* table(const QString& name) const override;
   std::optional<QString> querySql(const QString& name) const override;
   void forgetQueries();
-  // To be called before a table is read by an index: fails with 3049 where it lies. A small table
-  // is looked through once, of a large one each index is held against the rows at its first use.
-  void trustIndexes(const TableInfo& table) const;
-  void trustIndex(const TableInfo& table, const IndexInfo& index) const;
-  // The index has been found to be right.
-  void trust(const TableInfo& table, const IndexInfo& index) const;
 
   // A prepared statement, kept for the next use. It is reset when the lease ends.
   class Lease {
@@ -81,8 +68,6 @@ class Connection final : public Catalog {
   };
   Lease prepare(const QByteArray& text) const;
   Lease prepare(const sql::Statement& statement) const;
-  // Runs a statement that takes numbers by tvx_take in its condition; returns what was taken.
-  std::vector<qint64> take(const sql::Statement& statement);
   // Runs a writing statement; the number of rows it changed.
   int execute(const QByteArray& text, const QVariantList& values = {});
   qint64 lastInsertKey() const;
@@ -121,13 +106,8 @@ class Connection final : public Catalog {
  private:
   void readTable(TableInfo& table) const;
   void readIndexes(TableInfo& table) const;
-  void probeIndex(const TableInfo& table, const QString& index, const QVector<int>& columns) const;
-  bool checkSmall(const TableInfo& table, const char* how) const;
-  qint64 digest(const TableInfo& table, const IndexInfo& index, const QByteArray& how) const;
-  qint64 mostBytesOf(const TableInfo& table, qint64 rows) const;
   void rollbackTo(int depth);
   void control(const QByteArray& text) const;
-  void forgetMisread() const;
   int run(SQLite::Statement& statement) const;
   bool isInTransaction() const;
   bool isTooMuchWork();
@@ -139,14 +119,9 @@ class Connection final : public Catalog {
   mutable QHash<QByteArray, std::shared_ptr<SQLite::Statement>> statements_;
   // Compiled queries point at tables: these stay for the life of the connection.
   mutable QHash<QString, std::shared_ptr<const TableInfo>> tables_;
-  // Tables that were looked at, and whether they were small enough to be looked through.
-  mutable QHash<QString, bool> trusted_;
-  mutable QSet<QString> trustedIndexes_;
   mutable QHash<QString, QString> queries_;
   int depth_ = 0;
-  std::vector<qint64> taken_;
   mutable qint64 work_ = 0;
-  mutable quint64 misreadings_ = 0;  // as far as forgotten
   KeyCache keptKeys_;
   KeyTable keyTable_;
   quint64 writes_ = 0;

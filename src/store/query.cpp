@@ -32,17 +32,6 @@ bool sameColumn(const Expr& a, const Expr& b) {
          a.name.compare(b.name, Qt::CaseInsensitive) == 0;
 }
 
-// True for a condition that says the same of a row as long as nothing is written.
-bool isPlainTest(const ExprPtr& expr) {
-  bool plain = expr != nullptr;
-  Walk walk;
-  walk.expression = [&plain](const Expr& part) {
-    plain = plain && part.kind != ExprKind::Call && part.kind != ExprKind::Subquery;
-  };
-  walk.through(expr);
-  return plain;
-}
-
 bool isKeyOf(const Expr& expr, const Source& source) {
   return expr.kind == ExprKind::Column && source.table != nullptr && source.table->keyColumn >= 0 &&
          expr.qualifier == source.alias &&
@@ -209,13 +198,17 @@ sql::ExprPtr Query::orderColumn() const {
 sql::Statement Query::keys() const {
   sql::Printer printer;
   printKeys(printer);
+  const bool sorts = hasIndexOrder();
   for (const SortTerm& term : sortTerms_) {
-    printer.text(", ").value(*term.expr);
+    if (!sorts) printer.text(", ").value(*term.expr);
   }
   printer.text(" FROM ")
       .sources(sourcesOf({resolved_->where}))
       .where(resolved_->where, nullptr)
       .text(" ORDER BY ");
+  for (const SortTerm& term : sortTerms_) {
+    if (sorts) printer.expression(*term.expr).text(", ");
+  }
   if (keyOrder_) printer.expression(*orderColumn()).text(keyOrderDescending_ ? " DESC, " : ", ");
   // Beyond that the stored order is that of the first table, whatever way SQLite takes.
   printer.text(sql::quoteName(keyTables_.front()->alias)).text(".rowid");
@@ -272,12 +265,6 @@ sql::Statement Query::rowByKeys(const QVector<int>& fields) const {
         .text(sql::quoteName(resultName()))
         .text(" WHERE rowid = ?")
         .take();
-  }
-  printer.text(", ");
-  if (isPlainTest(resolved_->where)) {
-    printer.expression(*resolved_->where);
-  } else {
-    printer.text("1");
   }
   printer.text(" FROM ").sources(*resolved_);
   first = true;

@@ -17,11 +17,6 @@ class Query final {
   const QVector<FieldInfo>& fields() const { return fields_; }
   // Tables whose rows make up a row of the query, at most two; none if its rows have no keys.
   const std::vector<const sql::Source*>& keyTables() const { return keyTables_; }
-  // Tables that an index may be used on; the others are reached by their rows' numbers.
-  std::vector<const TableInfo*> indexedTables() const;
-  // Indexes that may lead to the rows that meet the query's condition and another one.
-  using Indexes = std::vector<std::pair<const TableInfo*, const IndexInfo*>>;
-  Indexes usableIndexes(const sql::ExprPtr& condition) const;
   // Names of all tables that are read, as the file has them.
   std::vector<QByteArray> tables() const;
   // Place in keyTables() of the table that holds a field, -1 if no such table does.
@@ -40,30 +35,21 @@ class Query final {
   };
   const std::vector<SortTerm>& sortTerms() const { return sortTerms_; }
 
-  // Keys of all rows, then the values of sortTerms(); in the stored order.
+  // True if the rows of keys() are in order but for sortTerms(), whose values follow the keys.
+  bool leavesSorting() const { return !sortTerms_.empty() && !hasIndexOrder(); }
+  // Keys of all rows, in the stored order.
   sql::Statement keys() const;
-  // True if keys() are to grow: those of one table, in its own order.
-  bool keysGrow() const { return keyTables_.size() == 1 && keyOrder_ && !keyOrderDescending_; }
-  // Keys of the rows of one table, taken by the scan itself (see Connection::take), where an index
-  // has them in the stored order behind the columns that the condition fixes.
-  std::optional<sql::Statement> walk() const;
-  // Where the rows of the first table point at those of the second by an index, and no condition
-  // but that index's stands in the way: the two tables apart, each ordered by the common number.
+  // The same from the first table alone, as if each row that it points at were there: `targets` are
+  // the numbers of those that are. Nothing where a condition or order needs the second table.
   struct Halves {
-    // Number pointed at, key of the first table, sort values. Without sort values both columns are
-    // taken by the scan itself (see Connection::take), and there are no rows.
     sql::Statement pointers;
-    sql::Statement targets;  // keys of the second table, taken
-    Indexes indexes;         // by which they are read, and which agree if the halves do
+    sql::Statement targets;
   };
   std::optional<Halves> halves() const;
-  // Number of rows that halves() should make, found without any index.
-  sql::Statement pairCount() const;
   // Places of the rows of a list, which is in the table of KeyTable, that meet a condition; in any
   // order.
   sql::Statement placesWhere(const sql::ExprPtr& condition) const;
-  // Some fields of one row by its keys, which are the statement's values behind those given; last,
-  // whether it is a row that meets the condition, as the index that led to it says.
+  // Some fields of one row by its keys, which are the statement's values behind those given.
   sql::Statement rowByKeys(const QVector<int>& fields) const;
   // Place in keyTables() of the table whose key a field is, -1 if it is none.
   int keyTableOf(int field) const;
@@ -89,10 +75,9 @@ class Query final {
   sql::Resolved sourcesOf(const std::vector<sql::ExprPtr>& conditions) const;
   void printKeys(sql::Printer& printer) const;
   sql::Statement pointersOf(const sql::Source& first, const QString& pointer) const;
-  const IndexInfo* indexToWalk(const QString& pointer) const;
   bool fixesColumn() const;
   bool fixedColumns(const sql::ExprPtr& where, QVector<int>& columns) const;
-  bool hasWalk() const;
+  bool hasIndexOrder() const;
 
   sql::ResolvedPtr resolved_;
   QVector<FieldInfo> fields_;

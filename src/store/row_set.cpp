@@ -5,7 +5,6 @@
 #include <numeric>
 
 #include "store/hot_statement.h"
-#include "store/pairing.h"
 #include "store/row_sorter.h"
 
 namespace store {
@@ -26,6 +25,14 @@ QVector<int> allFields(const Query& query) {
   return fields;
 }
 
+// Adds to the sum of keys that does not depend on their order: the same for the same keys only.
+quint64 mixed(qint64 key) {
+  quint64 value = static_cast<quint64>(key) + 0x9e3779b97f4a7c15;
+  value = (value ^ (value >> 30)) * 0xbf58476d1ce4e5b9;
+  value = (value ^ (value >> 27)) * 0x94d049bb133111eb;
+  return value ^ (value >> 31);
+}
+
 }  // namespace
 
 RowKey packKey(qint64 first, qint64 second) {
@@ -38,13 +45,9 @@ RowKey packKey(qint64 first, qint64 second) {
 
 RowSet::RowSet(std::shared_ptr<Connection> connection, const QString& source)
     : connection_(std::move(connection)), text_(source), query_(source, upToDate(*connection_)) {
-  readAt_ = connection_->writes();
   slots_ = QVector<int>(query_.fields().size(), -1);
   whole_.statement = query_.rowByKeys(allFields(query_));
   const Connection::Reading reading(*connection_);
-  for (const TableInfo* table : query_.indexedTables()) connection_->trustIndexes(*table);
-  const auto halves = query_.halves();
-  if (!halves) trustIndexes(nullptr);
   if (query_.keyTables().empty()) {
     readResults();
     return;
@@ -54,13 +57,7 @@ RowSet::RowSet(std::shared_ptr<Connection> connection, const QString& source)
     keys_ = *kept;
     return;
   }
-  if (const auto walk = query_.walk()) {
-    takeKeys(*walk);
-  } else if (query_.sortTerms().empty()) {
-    readKeys(halves);
-  } else {
-    readSorted(halves);
-  }
+  readKeys();
   connection_->keptKeys().keep(text_, keys_, query_.tables());
 }
 
@@ -72,85 +69,37 @@ RowKey RowSet::keyIn(const HotStatement& row) const {
   return packKey(row.integer(0), query_.keyTables().size() == 2 ? row.integer(1) : 0);
 }
 
-// Those that may be used for the query's rows, or for the ones among them that meet a condition.
-void RowSet::trustIndexes(const sql::ExprPtr& condition) const {
-  for (const auto& [table, index] : query_.usableIndexes(condition)) {
-    connection_->trustIndex(*table, *index);
+// Where the first table points at all rows of the second one, and at each once, there is no need to
+// look for their pairs.
+void RowSet::readKeys() {
+  if (const auto halves = query_.halves()) {
+    quint64 targets = 0;
+    HotStatement rows(*connection_, halves->targets);
+    while (rows.step()) targets += mixed(rows.integer(0));
+    if (read(halves->pointers) == targets) return;
   }
+  read(query_.keys());
 }
 
-void RowSet::readKeys(const std::optional<Query::Halves>& halves) {
-  if (halves) {
-    mergeKeys(*halves);
-  } else {
-    HotStatement rows(*connection_, query_.keys());
-    while (rows.step()) keys_.push_back(keyIn(rows));
-    const auto grows = [](RowKey a, RowKey b) { return firstKey(a) < firstKey(b); };
-    if (query_.keysGrow() && !std::is_sorted(keys_.begin(), keys_.end(), grows)) {
-      throwDamaged(query_.keyTables().front()->table->name, QStringLiteral("record non ordinati"));
-    }
-  }
-  keys_.shrink_to_fit();
-}
-
-void RowSet::takeKeys(const sql::Statement& walk) {
-  const std::vector<qint64> taken = connection_->take(walk);
-  keys_.resize(taken.size());
-  std::transform(taken.begin(), taken.end(), keys_.begin(),
-                 [](qint64 key) { return packKey(key, 0); });
-}
-
-void RowSet::mergeKeys(const Query::Halves& halves) {
-  const std::vector<qint64> pointers = connection_->take(halves.pointers);  // number, key, ...
-  const std::vector<qint64> targets = connection_->take(halves.targets);
-  keys_.reserve(std::min(pointers.size() / 2, targets.size()));
-  Pairing pairing(targets);
-  for (std::size_t i = 0; i < pointers.size(); i += 2) {
-    if (pairing.meets(pointers[i], pointers[i + 1])) {
-      keys_.push_back(packKey(pointers[i + 1], pointers[i]));
-    }
-  }
-  requireWhole(pairing, halves);
-}
-
-// Both sides come from indexes. A row without a partner is rare: the tables are asked, for it may
-// be the index that lacks it.
-void RowSet::requireWhole(const Pairing& pairing, const Query::Halves& halves) {
-  const QString& table = query_.keyTables().front()->table->name;
-  if (!pairing.inOrder()) throwDamaged(table, QStringLiteral("indice non ordinato"));
-  if (!pairing.isComplete()) {
-    HotStatement count(*connection_, query_.pairCount());
-    if (!count.step() || count.integer(0) != pairing.pairs()) {
-      throwDamaged(table, QStringLiteral("indice incompleto"));
-    }
-  }
-  for (const auto& [of, index] : halves.indexes) connection_->trust(*of, *index);
-}
-
-void RowSet::readSorted(const std::optional<Query::Halves>& halves) {
+// Returns the sum of the second keys.
+quint64 RowSet::read(const sql::Statement& statement) {
+  quint64 sum = 0;
+  keys_.clear();
   RowSorter sorter(*connection_, query_.sortTerms());
-  if (halves) {
-    addPointers(*halves, sorter);
-  } else {
-    HotStatement rows(*connection_, query_.keys());
-    const int values = static_cast<int>(query_.keyTables().size());
-    while (rows.step()) sorter.add(keyIn(rows), rows, values);
+  const bool sorts = query_.leavesSorting();
+  const int values = static_cast<int>(query_.keyTables().size());
+  HotStatement rows(*connection_, statement);
+  while (rows.step()) {
+    sum += mixed(values == 2 ? rows.integer(1) : 0);
+    if (sorts) {
+      sorter.add(keyIn(rows), rows, values);
+    } else {
+      keys_.push_back(keyIn(rows));
+    }
   }
-  keys_ = sorter.sorted();
-}
-
-void RowSet::addPointers(const Query::Halves& halves, RowSorter& sorter) {
-  const std::vector<qint64> targets = connection_->take(halves.targets);
-  HotStatement pointers(*connection_, halves.pointers);
-  Pairing pairing(targets);
-  while (pointers.step()) {
-    // Null points at no row, neither does a text.
-    if (!pointers.isInteger(0)) continue;
-    const qint64 target = pointers.integer(0);
-    const qint64 pointer = pointers.integer(1);
-    if (pairing.meets(target, pointer)) sorter.add(packKey(pointer, target), pointers, 2);
-  }
-  requireWhole(pairing, halves);
+  if (sorts) keys_ = sorter.sorted();
+  keys_.shrink_to_fit();
+  return sum;
 }
 
 void RowSet::readResults() {
@@ -260,13 +209,12 @@ void RowSet::fetchAround(Read& read, qint64 place) {
   const qint64 last = on ? std::min(place + kAhead, count()) - 1 : place;
   for (qint64 i = first; i <= last; ++i) {
     if (isRead(read, i)) continue;
-    QVector<QVariant> values = fetch(keyAt(i), read.statement);
-    // Nobody has written: it was an index that said there is such a row.
-    const bool isThere = !values.isEmpty() && (results_ || values.last().toBool());
-    if (!isThere && readAt_ == connection_->writes()) {
-      throwDamaged(query_.keyTables().front()->table->name, QStringLiteral("indice errato"));
+    try {
+      read.rows.emplace(keyAt(i), fetch(keyAt(i), read.statement));
+    } catch (const Failure&) {
+      // A neighbour on a damaged page is no fault of this row.
+      if (i == place) throw;
     }
-    read.rows.emplace(keyAt(i), std::move(values));
   }
 }
 
@@ -288,7 +236,6 @@ const std::vector<qint64>& RowSet::hits(const QString& condition) {
 // A row belongs to the list because its key does: whether it would be listed again is not asked.
 std::vector<qint64> RowSet::search(const QString& condition) {
   const sql::ExprPtr asked = query_.condition(condition, *connection_);
-  trustIndexes(asked);
   source().keyTable().show(keys_);
   HotStatement found(source(), query_.placesWhere(asked));
   std::vector<qint64> places;

@@ -12,8 +12,6 @@
 namespace store {
 
 class HotStatement;
-class Pairing;
-class RowSorter;
 
 // The keys of a row: the row numbers of its one or two tables, packed into eight bytes.
 using RowKey = quint64;
@@ -64,13 +62,8 @@ class RowSet final {
  private:
   Connection& source() { return results_ ? results_->connection() : *connection_; }
   RowKey keyIn(const HotStatement& row) const;
-  void trustIndexes(const sql::ExprPtr& condition) const;
-  void readKeys(const std::optional<Query::Halves>& halves);
-  void takeKeys(const sql::Statement& walk);
-  void mergeKeys(const Query::Halves& halves);
-  void addPointers(const Query::Halves& halves, RowSorter& sorter);
-  void requireWhole(const Pairing& pairing, const Query::Halves& halves);
-  void readSorted(const std::optional<Query::Halves>& halves);
+  void readKeys();
+  quint64 read(const sql::Statement& statement);
   void readResults();
 
   // Rows read lately by one statement.
@@ -94,7 +87,6 @@ class RowSet final {
   QVector<int> slots_;  // place of a field in what is read for lists, -1 if it is not read
   std::unique_ptr<ResultTable> results_;  // of a query without keys
   std::vector<RowKey> keys_;
-  quint64 readAt_ = 0;  // Connection::writes() when they were read
   std::vector<Place*> places_;
   struct Hits {
     QString condition;

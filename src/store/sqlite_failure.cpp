@@ -77,7 +77,6 @@ QString inItalian(const QString& detail) {
 
 void throwFailure(const SQLite::Exception& exception) {
   const int code = exception.getErrorCode() & 0xff;
-  if (code == SQLITE_CORRUPT || code == SQLITE_NOTADB) ++misreadings;
   if (exception.getExtendedErrorCode() == SQLITE_IOERR_DATA) {
     throw Failure(failure::kPageDamaged,
                   QStringLiteral("L'archivio e' danneggiato: una sua pagina non e' piu' quella che "

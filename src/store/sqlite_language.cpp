@@ -78,61 +78,12 @@ void addFunction(sqlite3* handle, const char* name, int arguments,
                              function, nullptr, nullptr, nullptr);
 }
 
-void takeCallback(sqlite3_context* context, int count, sqlite3_value** arguments) {
-  auto& sink = *static_cast<std::vector<qint64>*>(sqlite3_user_data(context));
-  sqlite3_result_int(context, 0);
-  for (int i = 0; i < count; ++i) {
-    if (sqlite3_value_type(arguments[i]) != SQLITE_INTEGER) return;
-  }
-  for (int i = 0; i < count; ++i) sink.push_back(sqlite3_value_int64(arguments[i]));
-}
-
-// One value within a digest: the same for a whole number whether it is kept as a real or not.
-quint64 digestOf(sqlite3_value* value) {
-  constexpr quint64 kNothing = 0x5bd1e995;
-  switch (sqlite3_value_type(value)) {
-    case SQLITE_NULL:
-      return kNothing;
-    case SQLITE_INTEGER:
-      return std::bit_cast<quint64>(static_cast<double>(sqlite3_value_int64(value)));
-    case SQLITE_FLOAT:
-      return std::bit_cast<quint64>(sqlite3_value_double(value) + 0.0);
-    default:
-      return std::hash<std::string_view>()(textArgument(value));
-  }
-}
-
-// Adds a row's values to a sum that does not depend on the rows' order.
-void digestStep(sqlite3_context* context, int count, sqlite3_value** arguments) {
-  constexpr quint64 kFactor = 0x9e3779b97f4a7c15;
-  quint64 row = 0;
-  for (int i = 0; i < count; ++i) {
-    row = (row ^ digestOf(arguments[i])) * kFactor;
-    row ^= row >> 29;
-  }
-  auto* sum = static_cast<quint64*>(sqlite3_aggregate_context(context, sizeof(quint64)));
-  if (sum == nullptr) return sqlite3_result_error_nomem(context);
-  *sum += row;
-}
-
-void digestFinal(sqlite3_context* context) {
-  const auto* sum = static_cast<quint64*>(sqlite3_aggregate_context(context, 0));
-  sqlite3_result_int64(context, sum == nullptr ? 0 : static_cast<qint64>(*sum));
-}
-
 }  // namespace
 
 void addLanguage(sqlite3* handle) {
   sqlite3_create_collation_v2(handle, "ITALIANO", SQLITE_UTF8, nullptr, compareCallback, nullptr);
   addFunction(handle, "tvx_like", 2, likeCallback);
   addFunction(handle, "tvx_text", 1, textCallback);
-  sqlite3_create_function_v2(handle, "tvx_digest", -1, SQLITE_UTF8, nullptr, nullptr, digestStep,
-                             digestFinal, nullptr);
-}
-
-void addTake(sqlite3* handle, std::vector<qint64>* sink) {
-  sqlite3_create_function_v2(handle, "tvx_take", -1, SQLITE_UTF8, sink, takeCallback, nullptr,
-                             nullptr, nullptr);
 }
 
 }  // namespace store

@@ -113,8 +113,6 @@ class TableCursor final : public Cursor {
           failure::kIndexNotFound,
           QStringLiteral("L'indice '%1' non esiste nella tabella %2").arg(name, table_.name));
     }
-    const bool isKey = found->columns == QVector<int>{table_.keyColumn};
-    if (!isKey) connection().trustIndex(table_, *found);
     index_ = *found;
     ahead_.clear();
   }

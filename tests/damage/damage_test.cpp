@@ -26,8 +26,6 @@ constexpr bool kSanitized = false;
 constexpr unsigned kMostSeconds = kSanitized ? 600 : 60;  // for one file
 constexpr qint64 kMostSteps = 10'000'000;                 // of a query
 constexpr qint64 kMostMegabytes = 1000;                   // of memory, for all files
-constexpr qint64 kAllRows = 10'000;  // checked whole: every table of these archives,
-constexpr qint64 kLookupRows = 400;  // or just those of the lookup lists and the settings
 
 const char* const kLists[] = {"Q_LIB", "Q_RIV", "Q_AUD",    "Q_VID",    "Q_COM",   "Q_MED",
                               "Q_OGG", "Q_PER", "Q_RIVSUB", "Q_AUDSUB", "Q_PERSUB"};
@@ -195,7 +193,6 @@ class Damage : public ::testing::Test {
     damage::Tables tables(path_);
     for (const char* list : kLists) EXPECT_TRUE(tables.list(list, queries_[list])) << list;
   }
-  ~Damage() override { mostRowsChecked = kAllRows; }
 
   void look(int number) {
     const auto& kinds = damage::kinds();
@@ -206,13 +203,11 @@ class Damage : public ::testing::Test {
     kind.spoil(file, random);
     harm::write(path_, file);
     QFile::remove(path_ + QStringLiteral("-journal"));
-    // Every other file is looked at as if its collections were too large to be checked whole.
-    mostRowsChecked = number / std::ssize(kinds) % 2 == 0 ? kAllRows : kLookupRows;
     Look look(path_, queries_);
     look.everything();
     if (look.failed > 0) ++failed_;
     EXPECT_FALSE(kind.isRefused && look.opened());
-    EXPECT_EQ(look.wrong, QStringList());
+    EXPECT_TRUE(kind.isOtherArchive || look.wrong.isEmpty()) << look.wrong.join(' ').toStdString();
   }
 
   QTemporaryDir folder_;

@@ -62,6 +62,23 @@ void overwritePage(QByteArray& file, std::mt19937& random) {
   });
 }
 
+// One bit of each kind of byte: head of a page, cells, their ends, the checksum itself.
+void flipOneBit(QByteArray& file, std::mt19937& random) {
+  constexpr qsizetype ends[] = {0, 8, 32, kPage / 2, kPage - 9, kPage - 8, kPage - 1};
+  const auto page = below(random, pagesOf(file)) * kPage;
+  char& byte = file.data()[page + anyOf(random, ends)];
+  byte = static_cast<char>(byte ^ (1 << below(random, 8)));
+}
+
+void takeForeignPage(QByteArray& file, std::mt19937& random) {
+  static const QByteArray foreign = harm::smallArchive(500);
+  const auto from = below(random, pagesOf(foreign)) * kPage;
+  // The same number in both is the one case that a checksum cannot tell.
+  auto page = from;
+  while (page == from) page = below(random, pagesOf(file)) * kPage;
+  std::copy_n(foreign.data() + from, kPage, file.data() + page);
+}
+
 // Page 1 stays: without it nothing opens.
 void swapPages(QByteArray& file, std::mt19937& random) {
   char* first = file.data() + (1 + below(random, pagesOf(file) - 1)) * kPage;
@@ -98,12 +115,14 @@ void makeIndexLie(QByteArray& file, std::mt19937& random) {
   const QByteArray& line = anyOf(random, lies);
   const auto end = line.indexOf(':');
   const QByteArray named = "name = '" + line.left(end) + "'";
-  file = after(
-      file, {"PRAGMA writable_schema = 1; CREATE TABLE kept AS SELECT * FROM sqlite_schema WHERE " +
+  file =
+      after(file,
+            {"PRAGMA writable_schema = 1; CREATE TABLE kept AS SELECT * FROM sqlite_schema WHERE " +
                  named + "; DELETE FROM sqlite_schema WHERE " + named,
              line.mid(end + 1).replace("$n", QByteArray::number(below(random, 97))),
              "PRAGMA writable_schema = 1; INSERT INTO sqlite_schema SELECT * FROM kept; "
-             "DELETE FROM sqlite_schema WHERE name = 'kept'"});
+             "DELETE FROM sqlite_schema WHERE name = 'kept'"},
+            harm::Checksums::Spoilt);
 }
 
 void changeQuery(QByteArray& file, std::mt19937& random) {
@@ -150,9 +169,11 @@ const std::vector<Kind>& kinds() {
        true},
       {"grown, count adapted", growWhole},
       {"header", spoilHeader},
+      {"one bit", flipOneBit},
+      {"page of another archive", takeForeignPage},
       {"index that lies", makeIndexLie},
       {"query changed", changeQuery},
-      {"schema changed", changeSchema},
+      {"schema changed", changeSchema, false, true},
   };
   return all;
 }

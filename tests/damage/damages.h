@@ -11,7 +11,8 @@ namespace damage {
 struct Kind {
   const char* name;
   std::function<void(QByteArray& file, std::mt19937& random)> spoil;
-  bool isRefused = false;  // does not even open
+  bool isRefused = false;       // does not even open
+  bool isOtherArchive = false;  // whole pages of another archive: nothing is wrong, all may be odd
 };
 const std::vector<Kind>& kinds();
 

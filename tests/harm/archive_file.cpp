@@ -15,8 +15,10 @@
 namespace harm {
 namespace {
 
-void execute(const QString& path, const QByteArray& statements) {
-  SQLite::Database file(path.toStdString(), SQLite::OPEN_READWRITE, 0, store::checkedFileLayer());
+void execute(const QString& path, const QByteArray& statements,
+             const char* layer = store::checkedFileLayer()) {
+  SQLite::Database file(path.toStdString(), SQLite::OPEN_READWRITE, 0,
+                        layer == nullptr ? "" : layer);
   store::addLanguage(file.getHandle());
   file.exec("PRAGMA synchronous = OFF; " + statements.toStdString());
 }
@@ -47,11 +49,14 @@ QByteArray smallArchive(int records) {
   return bytesOf(path);
 }
 
-QByteArray after(const QByteArray& file, const std::vector<QByteArray>& parts) {
+QByteArray after(const QByteArray& file, const std::vector<QByteArray>& parts,
+                 Checksums checksums) {
   const QTemporaryDir folder;
   const QString path = folder.filePath(QStringLiteral("altro.tvx"));
   write(path, file);
-  for (const QByteArray& part : parts) execute(path, part);
+  for (const QByteArray& part : parts) {
+    execute(path, part, checksums == Checksums::Kept ? store::checkedFileLayer() : nullptr);
+  }
   return bytesOf(path);
 }
 

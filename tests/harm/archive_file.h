@@ -18,7 +18,9 @@ void write(const QString& path, const QByteArray& bytes);
 QByteArray smallArchive(int records);
 // An archive after statements of another program, which may write the schema itself; after each
 // part it opens the file anew.
-QByteArray after(const QByteArray& file, const std::vector<QByteArray>& parts);
+enum class Checksums { Kept, Spoilt };
+QByteArray after(const QByteArray& file, const std::vector<QByteArray>& parts,
+                 Checksums checksums = Checksums::Kept);
 
 // Everything that the tables hold, or some of them: a row a line, in the order of their numbers.
 QByteArray contentsOf(const QString& path, const QStringList& some = {});

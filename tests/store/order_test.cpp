@@ -95,5 +95,17 @@ TEST_F(Order, StoredOrderIsThatOfTheFirstTable) {
                                    "TipoRac = 0 ORDER BY LIB.ID, MAIN.ID"));
 }
 
+// What ANALYZE leaves changes the engine's ways to the rows, not their order.
+TEST(Statistics, DoNotDecideTheOrder) {
+  const Archive archive;
+  const QString list = "SELECT * FROM TAB WHERE TipoTab = 'AUTORE' AND TipoRac = 0 ORDER BY Desc";
+  archive.outside(
+      "ANALYZE; DELETE FROM sqlite_stat1; INSERT INTO sqlite_stat1 VALUES "
+      "('TAB', 'TAB_2', '1000000 1000000 1000000 1000000'), ('TAB', 'TAB_3', '1000000 2 1 1')");
+  archive->Close();
+  const DatabasePtr database = OpenDatabase(archive.path());
+  EXPECT_EQ(valuesOf(*database->OpenRecordset(list, RecordsetType::Dynaset), "ID"), "2 4 1 3");
+}
+
 }  // namespace
 }  // namespace store

@@ -60,21 +60,50 @@ class Pages : public ::testing::Test {
     archive_->Close();
     good_ = contentOf(archive_.path());
   }
-  qsizetype pageOf(const QByteArray& text) const { return good_.lastIndexOf(text) / kPage; }
+  // The page behind a row's own that holds the rest of its note.
+  qsizetype pageOf(const QByteArray& text) const {
+    constexpr qsizetype kBehindTheHead = 99;
+    qsizetype page = 0;
+    while (!good_.mid(page * kPage + kBehindTheHead, text.size() + 1).contains(text)) ++page;
+    return page;
+  }
+
+  QString shownOf(const QByteArray& file) const {
+    write(path_, file);
+    return titlesIn(path_);
+  }
 
   Archive archive_;
   QString path_ = archive_.path("guasto.tvx");
   QByteArray good_;
 };
 
-TEST_F(Pages, TellDamage) {
-  const qsizetype page = pageOf("cxcxcx");
+TEST_F(Pages, DamageIsTheRowsOfThePageOnly) {
+  ASSERT_EQ(damagedIn(good_), QVector<qsizetype>());
+  ASSERT_EQ(shownOf(good_), "abcdefghi");
+  const qsizetype c = pageOf("cxcxcx");
+  const qsizetype e = pageOf("exexex");
+  Archive other;
+  other.outside("UPDATE MAIN SET Note = replace(hex(zeroblob(5000)), '00', 'zz')");
+  QByteArray foreign = contentOf(other.path());
   for (const qsizetype at : {qsizetype{0}, qsizetype{3}, kPage / 2, kPage - 9, kPage - 1}) {
     QByteArray bit = good_;
-    bytes(bit, page)[at] ^= 4;
-    write(path_, bit);
-    EXPECT_EQ(failureOf([&] { titlesIn(path_); }), failure::kPageDamaged) << at;
+    bytes(bit, c)[at] ^= 4;
+    EXPECT_EQ(shownOf(bit), "ab?defghi") << at;
   }
+  QByteArray swapped = good_;
+  std::swap_ranges(bytes(swapped, c), bytes(swapped, c) + kPage, bytes(swapped, e));
+  EXPECT_EQ(shownOf(swapped), "ab?d?fghi");
+  QByteArray zeroed = good_;
+  std::fill_n(bytes(zeroed, c), kPage, uchar{0});
+  EXPECT_EQ(shownOf(zeroed), "ab?defghi");
+  QByteArray strange = good_;
+  std::copy_n(bytes(foreign, c + 1), kPage, bytes(strange, c));
+  EXPECT_EQ(shownOf(strange), "ab?defghi");
+  QByteArray first = good_;
+  bytes(first, 0)[24] ^= 4;  // the count of changes
+  write(path_, first);
+  EXPECT_EQ(failureOf([&] { OpenDatabase(path_); }), failure::kPageDamaged);
 }
 
 // Whatever is written, by whichever way of the engine.
