@@ -4,7 +4,6 @@
 #include <limits>
 #include <numeric>
 
-#include "store/hot_statement.h"
 #include "store/row_sorter.h"
 
 namespace store {
@@ -65,8 +64,9 @@ std::shared_ptr<RowSet> RowSet::again() const {
   return std::make_shared<RowSet>(connection_, text_);
 }
 
-RowKey RowSet::keyIn(const HotStatement& row) const {
-  return packKey(row.integer(0), query_.keyTables().size() == 2 ? row.integer(1) : 0);
+RowKey RowSet::keyIn(const SQLite::Statement& row) const {
+  const bool two = query_.keyTables().size() == 2;
+  return packKey(row.getColumn(0).getInt64(), two ? row.getColumn(1).getInt64() : 0);
 }
 
 // Where the first table points at all rows of the second one, and at each once, there is no need to
@@ -74,8 +74,10 @@ RowKey RowSet::keyIn(const HotStatement& row) const {
 void RowSet::readKeys() {
   if (const auto halves = query_.halves()) {
     quint64 targets = 0;
-    HotStatement rows(*connection_, halves->targets);
-    while (rows.step()) targets += mixed(rows.integer(0));
+    const auto rows = connection_->prepare(halves->targets);
+    guarded([&] {
+      while (rows->executeStep()) targets += mixed(rows->getColumn(0).getInt64());
+    });
     if (read(halves->pointers) == targets) return;
   }
   read(query_.keys());
@@ -88,15 +90,18 @@ quint64 RowSet::read(const sql::Statement& statement) {
   RowSorter sorter(*connection_, query_.sortTerms());
   const bool sorts = query_.leavesSorting();
   const int values = static_cast<int>(query_.keyTables().size());
-  HotStatement rows(*connection_, statement);
-  while (rows.step()) {
-    sum += mixed(values == 2 ? rows.integer(1) : 0);
-    if (sorts) {
-      sorter.add(keyIn(rows), rows, values);
-    } else {
-      keys_.push_back(keyIn(rows));
+  const auto rows = connection_->prepare(statement);
+  guarded([&] {
+    while (rows->executeStep()) {
+      const RowKey key = keyIn(*rows);
+      sum += mixed(secondKey(key));
+      if (sorts) {
+        sorter.add(key, *rows, values);
+      } else {
+        keys_.push_back(key);
+      }
     }
-  }
+  });
   if (sorts) keys_ = sorter.sorted();
   keys_.shrink_to_fit();
   return sum;
@@ -237,9 +242,11 @@ const std::vector<qint64>& RowSet::hits(const QString& condition) {
 std::vector<qint64> RowSet::search(const QString& condition) {
   const sql::ExprPtr asked = query_.condition(condition, *connection_);
   source().keyTable().show(keys_);
-  HotStatement found(source(), query_.placesWhere(asked));
+  const auto found = source().prepare(query_.placesWhere(asked));
   std::vector<qint64> places;
-  while (found.step()) places.push_back(found.integer(0));
+  guarded([&] {
+    while (found->executeStep()) places.push_back(found->getColumn(0).getInt64());
+  });
   std::sort(places.begin(), places.end());
   return places;
 }

@@ -11,8 +11,6 @@
 
 namespace store {
 
-class HotStatement;
-
 // The keys of a row: the row numbers of its one or two tables, packed into eight bytes.
 using RowKey = quint64;
 RowKey packKey(qint64 first, qint64 second);
@@ -61,7 +59,7 @@ class RowSet final {
 
  private:
   Connection& source() { return results_ ? results_->connection() : *connection_; }
-  RowKey keyIn(const HotStatement& row) const;
+  RowKey keyIn(const SQLite::Statement& row) const;
   void readKeys();
   quint64 read(const sql::Statement& statement);
   void readResults();

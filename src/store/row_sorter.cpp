@@ -94,19 +94,21 @@ RowSorter::RowSorter(Connection& connection, const std::vector<Query::SortTerm>&
   for (std::size_t t = 0; t < terms.size(); ++t) columns_[t].ofList = terms[t].list != nullptr;
 }
 
-void RowSorter::add(quint64 key, const HotStatement& row, int column) {
+void RowSorter::add(quint64 key, const SQLite::Statement& row, int column) {
   keys_.push_back(key);
   for (Column& target : columns_) addValue(target, row, column++);
 }
 
-void RowSorter::addValue(Column& target, const HotStatement& row, int column) {
-  if (row.isNumber(column)) {
-    target.values.push_back(ordered(row.real(column)));
-  } else if (row.isNull(column) || target.ofList) {
+void RowSorter::addValue(Column& target, const SQLite::Statement& row, int column) {
+  const SQLite::Column value = row.getColumn(column);
+  if (value.isInteger() || value.isFloat()) {
+    target.values.push_back(ordered(value.getDouble()));
+  } else if (value.isNull() || target.ofList) {
     // A text where the key of a list should be selects nothing.
     target.values.push_back(kNull);
   } else {
-    appendSortKey(row.text(column), target.texts);
+    const char* text = value.getText();
+    appendSortKey({text, static_cast<std::size_t>(value.getBytes())}, target.texts);
     target.values.push_back((1ULL << 63) + target.textEnds.size());
     target.textEnds.push_back(target.texts.size());
   }

@@ -3,7 +3,7 @@
 #include <string>
 #include <unordered_map>
 
-#include "store/hot_statement.h"
+#include "store/connection.h"
 #include "store/query.h"
 
 namespace store {
@@ -16,7 +16,7 @@ class RowSorter final {
   RowSorter(Connection& connection, const std::vector<Query::SortTerm>& terms);
 
   // Adds a row whose sort values stand in the statement's columns from `column` on.
-  void add(quint64 key, const HotStatement& row, int column);
+  void add(quint64 key, const SQLite::Statement& row, int column);
   std::vector<quint64> sorted();
 
  private:
@@ -27,7 +27,7 @@ class RowSorter final {
     std::vector<std::size_t> textEnds;
     bool ofList = false;
   };
-  static void addValue(Column& target, const HotStatement& row, int column);
+  static void addValue(Column& target, const SQLite::Statement& row, int column);
   static void rankTexts(Column& column);
   void rankList(Column& column, const Query::SortTerm& term);
 
