@@ -7,6 +7,7 @@
 
 #include "store/archive.h"
 #include "store/outside.h"
+#include "store/whole_file.h"
 
 namespace store {
 namespace {
@@ -155,6 +156,16 @@ TEST_F(Pages, OfOtherToolsAreCheckedAtOpening) {
     return failureOf([&] { EXPECT_EQ(titlesIn(path_), "ab"); });
   };
   EXPECT_EQ(without(""), 0);
+  // It gets its checksums where it is written anew.
+  const QString compact = archive_.path("con #spazi %.tvx");
+  CompactDatabase(path_, compact);
+  EXPECT_TRUE(VerifyPages(compact).hasChecksums && !VerifyPages(path_).hasChecksums);
+  EXPECT_EQ(titlesIn(compact), "ab");
+  EXPECT_EQ(failureOf([&] { CompactDatabase(path_, compact); }), failure::kFileExists);
+  QByteArray spoilt = contentOf(compact);
+  bytes(spoilt, 1)[kPage / 2] ^= 1;
+  write(compact, spoilt);
+  EXPECT_EQ(VerifyPages(compact).damaged, std::vector<qint64>{2});
   EXPECT_EQ(without("PRAGMA writable_schema = 1; DELETE FROM sqlite_schema WHERE name = 'MAIN_2'"),
             failure::kDamaged);
 }
