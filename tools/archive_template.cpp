@@ -5,6 +5,7 @@
 #include <QScopeGuard>
 #include <filesystem>
 
+#include "model/cifratura.h"
 #include "tools/list_table.h"
 #include "tools/source_table.h"
 
@@ -30,19 +31,21 @@ void addQueries(store::Database& database, const QDir& folder) {
   }
 }
 
-void addSetting(const RecordsetPtr& rows, const char* name, const char* column,
-                const QVariant& value) {
+void addSetting(const RecordsetPtr& rows, const char* name, const QVariantMap& values) {
   rows->AddNew();
   rows->SetValue(QStringLiteral("dsc"), QString::fromLatin1(name));
-  rows->SetValue(QString::fromLatin1(column), value);
+  for (auto value = values.begin(); value != values.end(); ++value) {
+    rows->SetValue(value.key(), value.value());
+  }
   rows->Update();
 }
 
 void addSettings(store::Database& database) {
   const RecordsetPtr settings = database.OpenRecordset(QStringLiteral("CFG"), RecordsetType::Table);
-  addSetting(settings, "DB_VERSION", "nVal", 1);
-  addSetting(settings, "DB_APPLICATION", "sVal", QStringLiteral("Tavolix"));
-  addSetting(settings, "PWD", "sVal", QStringLiteral(""));  // the empty text: no access code
+  addSetting(settings, "DB_VERSION", {{QStringLiteral("nVal"), 1}});
+  addSetting(settings, "DB_APPLICATION", {{QStringLiteral("sVal"), QStringLiteral("Tavolix")}});
+  addSetting(settings, "PWD",
+             {{QStringLiteral("sVal"), sCodiceCifrato({})}, {QStringLiteral("nVal"), 0}});
   const RecordsetPtr counter = database.OpenRecordset(QStringLiteral("CONT"), RecordsetType::Table);
   counter->AddNew();
   counter->SetValue(QStringLiteral("ID"), 0);

@@ -6,6 +6,7 @@
 #include "core/modini.h"
 #include "core/modmain.h"
 #include "core/modutil.h"
+#include "model/cifratura.h"
 #include "platform/file_system.h"
 #include "platform/form.h"
 #include "platform/message_box.h"
@@ -95,10 +96,14 @@ bool isCompatible(const Stamp& archive) {
 
 // Until the program can ask for it, an archive with an access code stays closed.
 bool isOpenToAll(const store::RecordsetPtr& rs) {
-  QString code;
+  QString stored;
   double number = 0;
-  if (!bConfRead(rs, QStringLiteral("PWD"), code, number) || code.isEmpty()) return true;
-  iMsg(QStringLiteral("L'archivio e' protetto da un codice di accesso e non puo' essere aperto."),
+  bConfRead(rs, QStringLiteral("PWD"), stored, number);
+  const QString code = sCodiceDecifrato(stored);
+  if (code == QLatin1String(kSenzaCodice)) return true;
+  iMsg(code.isEmpty() ? QStringLiteral("Codice d'accesso manomesso dall'esterno!")
+                      : QStringLiteral("L'archivio e' protetto da un codice di accesso e non puo' "
+                                       "essere aperto."),
        0);
   return false;
 }

@@ -11,21 +11,6 @@ QString& programFolder() {
   return folder;
 }
 
-// Codes run from 1 to 255: both ways wrap round without the code 0.
-int shifted(int code, int by) {
-  const int sum = code + by;
-  return sum > 255 ? sum - 255 : sum;
-}
-
-int shiftedBack(int code, int by) {
-  const int difference = code - by;
-  return difference < 1 ? difference + 255 : difference;
-}
-
-int codeAt(const QString& text, qsizetype place) {
-  return static_cast<unsigned char>(text.at(place).toLatin1());
-}
-
 }  // namespace
 
 QString sSepDec = QStringLiteral(",");
@@ -95,27 +80,6 @@ QString sNomeMese(int mese) {
 QTime SecondiAData(int secondi) {
   if (secondi <= 0) return {0, 0, 0};
   return {secondi / 3600 % 24, secondi / 60 % 60, secondi % 60};
-}
-
-void CifraStringa(QString& testo, const QString& chiave) {
-  if (chiave.isEmpty()) return;
-  int carry = 0;
-  for (qsizetype i = 0; i < testo.size(); ++i) {
-    const int code = codeAt(testo, i);
-    const int key = codeAt(chiave, i % chiave.size());
-    testo[i] = QChar(static_cast<ushort>(shifted(shifted(code, key), carry)));
-    carry = code;
-  }
-}
-
-void DecifraStringa(QString& testo, const QString& chiave) {
-  if (chiave.isEmpty()) return;
-  int carry = 0;
-  for (qsizetype i = 0; i < testo.size(); ++i) {
-    const int key = codeAt(chiave, i % chiave.size());
-    carry = shiftedBack(shiftedBack(codeAt(testo, i), key), carry);
-    testo[i] = QChar(static_cast<ushort>(carry));
-  }
 }
 
 }  // namespace tavolix

@@ -31,8 +31,4 @@ int GiorniNelMese(int mese, int anno);
 QString sNomeMese(int mese);
 QTime SecondiAData(int secondi);
 
-// Scrambling of an archive's access code, text in place. Codes are those of Latin-1.
-void CifraStringa(QString& testo, const QString& chiave);
-void DecifraStringa(QString& testo, const QString& chiave);
-
 }  // namespace tavolix

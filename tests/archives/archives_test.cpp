@@ -99,6 +99,7 @@ TEST_F(Archives, AreJudgedByTheirStamps) {
       " 0 TavolixViene richiesto un database V.1/Tavolix mentre il database aperto e': V.";
   const QString locked =
       "Attenzione! 48 L'archivio e' protetto da un codice di accesso e non puo' essere aperto.";
+  const QString tampered = "Attenzione! 48 Codice d'accesso manomesso dall'esterno!";
   const struct {
     const char* statement;
     QString message;
@@ -112,7 +113,10 @@ TEST_F(Archives, AreJudgedByTheirStamps) {
       {"DELETE FROM CFG", required + "0/", 0},
       {"UPDATE CFG SET sVal = 'xyz' WHERE dsc = 'PWD'", locked, 1},
       {"UPDATE CFG SET sVal = 'xyz' WHERE dsc = 'PWD'", "", 1, false},
-      {"UPDATE CFG SET sVal = NULL WHERE dsc = 'PWD'", "", 1},
+      {"UPDATE CFG SET sVal = NULL WHERE dsc = 'PWD'", tampered, 1},
+      {"UPDATE CFG SET sVal = 'Ω' WHERE dsc = 'PWD'", tampered, 1},
+      {"DELETE FROM CFG WHERE dsc = 'PWD'", tampered, 1},
+      {"UPDATE CFG SET nVal = 0", "", 0},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.statement);

@@ -7,6 +7,7 @@
 
 #include "core/errore.h"
 #include "core/modini.h"
+#include "model/cifratura.h"
 #include "platform/message_box.h"
 #include "program_folder.h"
 
@@ -141,18 +142,34 @@ TEST(Testi, PreparesTexts) {
   EXPECT_EQ(SecondiAData(-5), QTime(0, 0, 0));
 }
 
-// "zzé" with "zÿ": 122+122 = 244, 122+255-255+122 = 244, 233+122-255+122 = 222.
+// "zzé" with "zÿ": 122+122 = 244, 122+255-255+122 = 244, 233+122-255+122 = 222. "€" is 128.
 TEST(Testi, ScramblesAccessCodes) {
-  QString text = "zzé";
-  CifraStringa(text, "zÿ");
-  EXPECT_EQ(QVector<ushort>(text.utf16(), text.utf16() + 3), QVector<ushort>({244, 244, 222}));
-  for (int code = 1; code <= 255; ++code) {
-    const QString clear = QString(QChar(code)) + QChar(255) + QChar(256 - code);
-    const QString key = QString(QChar(256 - code)) + 'K';
-    text = clear;
+  const auto scrambled = [](QString text, const QString& key) {
     CifraStringa(text, key);
+    return text;
+  };
+  EXPECT_EQ(scrambled("zzé", "zÿ"), QString("ôôÞ"));
+  EXPECT_EQ(scrambled("€", "A"), QString(QChar(128 + 65)));
+  EXPECT_EQ(scrambled("?", "A"), QString("€"));
+  QString all = "€ŠšŽžŒœŸ‘’“”•–—˜™›‹†‡…‰ƒ„‚ˆ";
+  for (int code = 1; code < 128; ++code) all += QString(QChar(code)) + QChar(code + 128);
+  int codes = 0;
+  for (const QChar letter : all) {
+    if (!bCifrabile(letter)) continue;
+    ++codes;
+    QString text = QString(letter) + 'K' + letter;
+    const QString key = QString("K") + letter;
+    const QString clear = text;
+    text = scrambled(text, key);
     DecifraStringa(text, key);
-    EXPECT_EQ(text, clear) << code;
+    EXPECT_EQ(text, clear) << int(letter.unicode());
+  }
+  EXPECT_EQ(codes, 255);
+  EXPECT_EQ(sCodiceDecifrato(sCodiceCifrato(" cèle€ ")), QString("CÈLE€"));
+  EXPECT_EQ(sCodiceDecifrato(sCodiceCifrato("  ")), QString("Rosa Di Sole: Lupo 42"));
+  for (const QString& outside : {QString("Ω"), QString("a₤"), QString("µ").toUpper()}) {
+    EXPECT_FALSE(bCifrabile(outside));
+    EXPECT_THROW(sCodiceCifrato(outside), store::Failure);
   }
 }
 

@@ -10,6 +10,7 @@
 #include <optional>
 
 #include "model/campi.h"
+#include "model/cifratura.h"
 #include "model/raccolte.h"
 #include "model/testi.h"
 #include "tools/archive_template.h"
@@ -111,7 +112,7 @@ TEST_F(Archives, TemplateShowsItsEmptyLists) {
   }
   const auto settings = rowsOf(*database, "CFG", {"dsc", "nVal", "sVal"});
   EXPECT_TRUE(settings.contains({"DB_APPLICATION", QVariant(), "Tavolix"}));
-  EXPECT_TRUE(settings.contains({"PWD", QVariant(), ""}));
+  EXPECT_TRUE(settings.contains({"PWD", 0.0, sCodiceCifrato("")}));
   QHash<QString, int> columns;
   for (const QVariantList& row :
        rowsOf(*database, "GRDCONFIG", {"NomeQuery", "Colonna", "titolo", "Larghezza"})) {
