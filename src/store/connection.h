@@ -43,12 +43,17 @@ class Connection final : public Catalog {
 
   const QString& path() const { return path_; }
   SQLite::Database& database() { return database_; }
+  // Told once, when the file is opened (see Database::JournalSetAside).
+  const QString& journalSetAside() const { return journalSetAside_; }
+  void setJournalSetAside(const QString& name) { journalSetAside_ = name; }
   // False once the file was moved, replaced or deleted: its path leads elsewhere.
   bool holdsPath() const;
 
   const TableInfo* table(const QString& name) const override;
   std::optional<QString> querySql(const QString& name) const override;
   void forgetQueries();
+  // A table's columns have changed: they are read anew when next asked for.
+  void forgetTable(const QString& name);
 
   // A prepared statement, kept for the next use. It is reset when the lease ends.
   class Lease {
@@ -114,11 +119,13 @@ class Connection final : public Catalog {
   void requireTransaction() const;
 
   QString path_;
+  QString journalSetAside_;
   Patience patience_;
   mutable SQLite::Database database_;
   mutable QHash<QByteArray, std::shared_ptr<SQLite::Statement>> statements_;
   // Compiled queries point at tables: these stay for the life of the connection.
   mutable QHash<QString, std::shared_ptr<const TableInfo>> tables_;
+  std::vector<std::shared_ptr<const TableInfo>> formerTables_;
   mutable QHash<QString, QString> queries_;
   int depth_ = 0;
   mutable qint64 work_ = 0;

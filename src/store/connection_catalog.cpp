@@ -57,6 +57,10 @@ const TableInfo* Connection::table(const QString& name) const {
   return found->get();
 }
 
+void Connection::forgetTable(const QString& name) {
+  if (auto former = tables_.take(name.toUpper())) formerTables_.push_back(std::move(former));
+}
+
 void Connection::readTable(TableInfo& table) const {
   guarded([&] {
     const Lease schema = prepare(

@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "store/cursor.h"
+#include "store/journal.h"
 #include "store/page_checksum.h"
 #include "store/query.h"
 #include "store/sql_parser.h"
@@ -55,13 +56,35 @@ void checkArchive(Connection& connection) {
   }
 }
 
+// Some tools leave an archive in a mode in which the file alone lacks what was confirmed last.
+void leaveWriteAheadLog(Connection& connection) {
+  const auto set = [&](const QByteArray& pragma) {
+    const auto lease = connection.prepare("PRAGMA " + pragma);
+    return lease->executeStep() ? columnValue(*lease, 0).toString() : QString();
+  };
+  if (set("journal_mode") != QLatin1String("wal")) return;
+  try {
+    if (set("journal_mode = DELETE") == QLatin1String("delete")) return;
+  } catch (const SQLite::Exception&) {
+    // The message below says what there is to do.
+  }
+  throw Failure(failure::kLocked,
+                QStringLiteral("L'archivio %1 e' in modo WAL e non si puo' riportare al giornale "
+                               "normale: un altro programma lo tiene aperto, o la cartella non e' "
+                               "scrivibile")
+                    .arg(connection.path()));
+}
+
 // A file that is open is neither opened nor looked into a second time: to close it again would
 // take away the locks that the process holds on it.
 std::shared_ptr<Connection> sharedConnection(const QString& path) {
   static QHash<QString, std::weak_ptr<Connection>> connections;
   std::shared_ptr<Connection> connection = connections.value(path).lock();
   if (connection && connection->holdsPath()) return connection;
+  const QString setAside = setAsideForeignJournal(path);
   connection = std::make_shared<Connection>(path, SQLite::OPEN_READWRITE);
+  connection->setJournalSetAside(setAside);
+  leaveWriteAheadLog(*connection);
   checkArchive(*connection);
   connections.insert(path, connection);
   return connection;
@@ -103,6 +126,10 @@ Connection& Database::connection() const {
 
 QString Database::Name() const {
   return connection_ ? connection_->path() : QString();
+}
+
+QString Database::JournalSetAside() const {
+  return connection().journalSetAside();
 }
 
 void Database::Close() {

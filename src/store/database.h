@@ -10,6 +10,19 @@ namespace store {
 
 class Connection;
 
+struct TableColumn {
+  QString table;
+  QString column;
+};
+
+// A column that holds keys; with `fixed`, of the rows that have a value in that column.
+struct KeyColumn {
+  QString table;
+  QString column;
+  QString fixed;
+  QVariant value;
+};
+
 // A handle on an open archive. Handles on one file share the connection of the process; each
 // has its own recordsets. All operations throw Failure.
 class Database final : public std::enable_shared_from_this<Database> {
@@ -21,6 +34,9 @@ class Database final : public std::enable_shared_from_this<Database> {
 
   QString Name() const;
   bool IsOpen() const { return connection_ != nullptr; }
+  // The new name of a journal that lay beside the file when it was opened and was not the file's
+  // own (see setAsideForeignJournal); else empty.
+  QString JournalSetAside() const;
   // Closes all recordsets of this handle and their clones, then the handle.
   void Close();
 
@@ -45,6 +61,13 @@ class Database final : public std::enable_shared_from_this<Database> {
   void BeginTrans();
   void CommitTrans();
   void Rollback();
+
+  // Adds the columns that the archive's tables lack, all or none, as the schema (statements in
+  // SQLite's own language) declares them. To be called before recordsets are opened on the tables.
+  // Fails, with a description that names the columns, where one cannot be added.
+  void AddMissingColumns(const QVector<TableColumn>& wanted, const QByteArray& schema);
+  // Sees to it that a counter's first row is there and holds a number that no key is above.
+  void RaiseCounter(const TableColumn& counter, const QVector<KeyColumn>& keys);
 
   // The SQLite text a source is translated to, for diagnosis.
   QString ExplainSql(const QString& source) const;
@@ -79,7 +102,7 @@ class Transaction final {
 
 // Opens the archive at a path of the system, for reading and writing.
 // Fails with 3024 (no such file), 3343 (no archive of this program), 3049 (damaged),
-// 3051 (not allowed), 3260 (locked by another program).
+// 3051 (not allowed), 3260 (locked by another program, or in a mode that cannot be left).
 DatabasePtr OpenDatabase(const QString& path);
 // Closes every database of the process with its recordsets.
 void CloseWorkspace();
