@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "archives/preparazione.h"
 #include "core/errore.h"
 #include "core/modini.h"
 #include "core/modmain.h"
@@ -119,6 +120,16 @@ bool accepts(const store::DatabasePtr& db, int& iVersione, bool bControllaCodice
   return accepted;
 }
 
+void tellOfJournal(const store::Database& db) {
+  const QString name = db.JournalSetAside();
+  if (name.isEmpty()) return;
+  iMsg(QStringLiteral("Accanto all'archivio c'era un giornale di modifiche interrotte che non e' "
+                      "dello stato attuale dell'archivio. Non e' stato usato, ed e' stato messo "
+                      "da parte con il nome ") +
+           name,
+       0);
+}
+
 Outcome tryArchive(const QString& sPath, store::DatabasePtr& db, int& iVersione,
                    bool bControllaCodice) {
   const bool opened = [&] {
@@ -133,7 +144,10 @@ Outcome tryArchive(const QString& sPath, store::DatabasePtr& db, int& iVersione,
   if (!opened) return Outcome::Unusable;
   bool accepted = false;
   const bool finished = protetto("modManArc!bManArc", [&] {
-    accepted = accepts(db, iVersione, bControllaCodice);
+    tellOfJournal(*db);
+    const bool fits = accepts(db, iVersione, bControllaCodice);
+    if (fits) PreparaArchivio(*db);
+    accepted = fits;
     return true;
   });
   if (accepted) return Outcome::Accepted;

@@ -164,6 +164,7 @@ void frmMain::CreaNuovo(bool bDuplica) {
     static_cast<QTabWidget*>(panRecord(iRacCorr))->setCurrentIndex(0);
     aCampi(iRacCorr, 1).oControllo->widget()->setFocus(Qt::OtherFocusReason);
     const int lNuovo = lNewCont();
+    if (lNuovo == 0) return;  // the user has been told
     rs->SetValue(raccolta.sCampoLegame, lNuovo);
     rs->SetValue(raccolta.sTabDettaglio + u'.' + raccolta.sCampoID, lNuovo);
     rs->SetValue(QStringLiteral("TipoRac"), iRacCorr);

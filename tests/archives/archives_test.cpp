@@ -147,6 +147,39 @@ TEST_F(Archives, AreNotAnyFiles) {
   }
 }
 
+// Of an older program, or with a counter that was lost: brought up to date before it is used, but
+// only where it is accepted.
+TEST_F(Archives, AreMadeReadyForUse) {
+  const QString key = folder_.found("SELECT max(RacID) FROM MAIN");
+  const QString columns =
+      "SELECT count(*) FROM pragma_table_info('MAIN') WHERE name IN ('Voto', 'Valore')";
+  folder_.outside(
+      "ALTER TABLE MAIN DROP COLUMN Voto; ALTER TABLE MAIN DROP COLUMN Valore; DELETE FROM CONT;"
+      "UPDATE CFG SET nVal = 2 WHERE dsc = 'DB_VERSION'");
+  EXPECT_FALSE(open(2, "esempio.tvx"));
+  EXPECT_EQ(folder_.found(columns), QString("0"));
+  folder_.outside("UPDATE CFG SET nVal = 1 WHERE dsc = 'DB_VERSION'");
+  ASSERT_TRUE(open(2, "esempio.tvx"));
+  EXPECT_EQ(folder_.found(columns), QString("2"));
+  EXPECT_EQ(folder_.found("SELECT ID FROM CONT"), key);
+  // A record's halves may have been parted: both hold the key.
+  const std::pair<const char*, const char*> counters[] = {
+      {"INSERT INTO OGG (ID) VALUES (9000)", "9000"},
+      {"INSERT INTO MAIN (TipoRac, RacID) VALUES (3, 9001)", "9001"},
+      {"UPDATE CONT SET ID = NULL", "9001"},
+      {"UPDATE CONT SET ID = 9002", "9002"},
+  };
+  for (const auto& [statement, counter] : counters) {
+    folder_.outside(statement);
+    ASSERT_TRUE(open(2, "esempio.tvx"));
+    EXPECT_EQ(folder_.found("SELECT ID FROM CONT"), QString(counter)) << statement;
+  }
+  folder_.outside("DROP TABLE PERSUB; ALTER TABLE MAIN DROP COLUMN Voto");
+  EXPECT_FALSE(open(2, "esempio.tvx"));
+  EXPECT_TRUE(told_.contains("mancano le colonne MAIN.Voto, PERSUB.Data, ")) << qPrintable(told_);
+  EXPECT_EQ(folder_.found(columns), QString("1"));
+}
+
 // Answers as an archive manager would; with no answer left the user gives up.
 class Manager final : public platform::Form {
  public:
