@@ -1,12 +1,14 @@
 #include "app/program_folder.h"
 
 #include <QCoreApplication>
+#include <QCryptographicHash>
 #include <QDir>
 #include <QFileInfo>
 #include <QSaveFile>
 #include <QStandardPaths>
 
 #include "core/modutil.h"
+#include "platform/settings_file.h"
 
 namespace tavolix {
 namespace {
@@ -39,6 +41,55 @@ void copyFile(const QFileInfo& file, const QString& copy) {
   }
 }
 
+// The file in which is kept what was laid down: for each installed file, which content of it.
+constexpr const char* kLaidDown = ".installati";
+constexpr const char* kFiles = "File";
+
+const QString kSettings = QStringLiteral("tvx.ini");
+
+// Settings that are the program's, not the user's.
+constexpr const char* kOwnKeys[] = {"db_Ext",         "db_Source", "db_version",
+                                    "db_application", "HelpID",    "Icon"};
+
+// What becomes the user's own is laid down once: it does not come back after it was deleted, nor
+// over what it was changed to. All else follows the program.
+bool isUsers(const QString& name) {
+  return name == kSettings || name == QLatin1String("esempio.tvx");
+}
+
+QString contentOf(const QString& path) {
+  QFile file(path);
+  QCryptographicHash hash(QCryptographicHash::Sha1);
+  if (!file.open(QIODevice::ReadOnly) || !hash.addData(&file)) return {};
+  return QString::fromLatin1(hash.result().toHex());
+}
+
+// The keys that archives are judged by are there whatever became of the file.
+void renewKeys(const QString& from, const QString& to, bool all) {
+  const QString section = QStringLiteral("ManArc");
+  for (const char* name : kOwnKeys) {
+    const QString key = QString::fromLatin1(name);
+    const QString wanted = platform::readString(from, section, key, {});
+    const QString found = platform::readString(to, section, key, {});
+    if (wanted.isEmpty() || found == wanted || !(all || found.isEmpty())) continue;
+    platform::writeString(to, section, key, wanted);
+  }
+}
+
+void layDown(const QFileInfo& file, const QDir& folder) {
+  const QString record = folder.filePath(QString::fromLatin1(kLaidDown));
+  const QString section = QString::fromLatin1(kFiles);
+  const QString name = file.fileName();
+  const QString target = folder.filePath(name);
+  const QString before = platform::readString(record, section, name, {});
+  const QString now = contentOf(file.filePath());
+  const bool isThere = QFileInfo::exists(target);
+  const bool isWanted = isUsers(name) ? !isThere && before.isEmpty() : !isThere || before != now;
+  if (isWanted) copyFile(file, target);
+  if (name == kSettings) renewKeys(file.filePath(), target, before != now);
+  if (before != now) platform::writeString(record, section, name, now);
+}
+
 }  // namespace
 
 QString programFolder() {
@@ -48,17 +99,14 @@ QString programFolder() {
          QStringLiteral("/tavolix");
 }
 
-void copyMissingFiles(const QString& from, const QString& to) {
+void layDownFiles(const QString& from, const QString& to) {
   QDir().mkpath(to);
-  for (const QFileInfo& file : QDir(from).entryInfoList(QDir::Files)) {
-    const QString copy = QDir(to).filePath(file.fileName());
-    if (!QFileInfo::exists(copy)) copyFile(file, copy);
-  }
+  for (const QFileInfo& file : QDir(from).entryInfoList(QDir::Files)) layDown(file, QDir(to));
 }
 
 void prepareProgramFolder() {
   const QString installed = installedFolder();
-  if (!installed.isEmpty()) copyMissingFiles(installed, sCartellaProgramma());
+  if (!installed.isEmpty()) layDownFiles(installed, sCartellaProgramma());
 }
 
 }  // namespace tavolix

@@ -8,9 +8,11 @@ namespace tavolix {
 // (a copy on a stick), else the user's data folder.
 QString programFolder();
 
-// Copies the files of a folder that the other does not have yet, which is made if need be; nothing
-// is overwritten, and no file is seen under its name before it is whole. Failures leave out a file.
-void copyMissingFiles(const QString& from, const QString& to);
+// Lays the files of a folder down in another, which is made if need be. The sample and the settings
+// are so once, for the user to change or delete; of the settings, only the keys that are the
+// program's own follow it. Other files follow theirs. No file is seen under its name before it is
+// whole. Failures leave out a file.
+void layDownFiles(const QString& from, const QString& to);
 // Does so with the installed files and the program's folder.
 void prepareProgramFolder();
 

@@ -23,7 +23,7 @@ QByteArray contentOf(const QString& path) {
 TEST(FirstStart, LeavesNoHalfFiles) {
   const QTemporaryDir folder;
   const QString installed = folder.filePath("installed");
-  copyMissingFiles(qEnvironmentVariable("TAVOLIX_DATA"), installed);
+  layDownFiles(qEnvironmentVariable("TAVOLIX_DATA"), installed);
   const QFileInfoList files = QDir(installed).entryInfoList(QDir::Files);
   ASSERT_GE(files.size(), 3);
   for (const QFileInfo& file : files) QFile::setPermissions(file.filePath(), QFile::ReadOwner);
@@ -33,7 +33,7 @@ TEST(FirstStart, LeavesNoHalfFiles) {
   for (int start = std::max(50, harm::casesWanted(60)); start > 0; --start) {
     std::atomic<bool> done = false;
     std::jthread program([&] {
-      copyMissingFiles(installed, folder.filePath("target"));
+      layDownFiles(installed, folder.filePath("target"));
       done = true;
     });
     while (!done) {
@@ -49,7 +49,48 @@ TEST(FirstStart, LeavesNoHalfFiles) {
       // The next start completes what one began.
       if (file != files[start % files.size()]) QFile::remove(target(file));
     }
+    QFile::remove(folder.filePath("target/.installati"));
   }
+}
+
+void write(const QString& path, const QByteArray& content) {
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write(content);
+}
+
+// What is the user's is laid down once, what is the program's follows it.
+TEST(FirstStart, LaysFilesDown) {
+  const QTemporaryDir folder;
+  const auto installed = [&](const char* name) { return folder.filePath("da/") + name; };
+  const auto own = [&](const char* name) { return folder.filePath("a/") + name; };
+  const auto start = [&] { layDownFiles(folder.filePath("da"), folder.filePath("a")); };
+  QDir(folder.path()).mkdir("da");
+  write(installed("esempio.tvx"), "esempio");
+  write(installed("modello.tvx"), "modello");
+  write(installed("tvx.ini"), "[Application]\nRacAvvio=0\n[ManArc]\ndb_version=1\ndb_Ext=.tvx\n");
+  start();
+  write(own("tvx.ini"), "[Application]\nRacAvvio=3\n[ManArc]\ndb_version=1\ndb_Ext=.arc\n");
+  write(own("esempio.tvx"), "cambiato");
+  start();
+  EXPECT_EQ(contentOf(own("esempio.tvx")), "cambiato");
+  EXPECT_TRUE(
+      contentOf(own("tvx.ini")).contains("RacAvvio=3\n[ManArc]\ndb_version=1\ndb_Ext=.arc"));
+  // The program is renewed.
+  write(installed("esempio.tvx"), "esempio 2");
+  write(installed("modello.tvx"), "modello 2");
+  write(installed("tvx.ini"), "[Application]\nRacAvvio=0\n[ManArc]\ndb_version=2\ndb_Ext=.tvx\n");
+  start();
+  EXPECT_EQ(contentOf(own("esempio.tvx")), "cambiato");
+  EXPECT_EQ(contentOf(own("modello.tvx")), "modello 2");
+  EXPECT_TRUE(
+      contentOf(own("tvx.ini")).contains("RacAvvio=3\n[ManArc]\ndb_version=2\ndb_Ext=.tvx"));
+  for (const char* name : {"esempio.tvx", "modello.tvx", "tvx.ini"}) QFile::remove(own(name));
+  start();
+  EXPECT_FALSE(QFile::exists(own("esempio.tvx")));
+  EXPECT_EQ(contentOf(own("modello.tvx")), "modello 2");
+  EXPECT_FALSE(contentOf(own("tvx.ini")).contains("RacAvvio"));
+  EXPECT_TRUE(contentOf(own("tvx.ini")).contains("db_version=2"));
 }
 
 }  // namespace
