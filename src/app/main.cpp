@@ -1,6 +1,9 @@
 #include <QApplication>
+#include <QFile>
 #include <QIcon>
+#include <cstdio>
 
+#include "app/command_line.h"
 #include "app/program_folder.h"
 #include "archives/modmanarc.h"
 #include "assist/frmbasic.h"
@@ -37,12 +40,39 @@ void applyLooks(QApplication& application) {
   QApplication::setWindowIcon(platform::windowIcon(QStringLiteral("tavolix")));
 }
 
-int run(QApplication& application) {
+QString commandLineOf(int argc, char** argv) {
+  QStringList arguments;
+  for (int i = 1; i < argc; ++i) arguments << QFile::decodeName(argv[i]);
+  return arguments.join(u' ');
+}
+
+// Another start has found this one: its window comes to the front, a dialog above it.
+void showRunning() {
+  QWidget* front = QApplication::activeModalWidget();
+  const QString main = QStringLiteral("frmMain");
+  if (platform::forms().isLoaded(main)) {
+    QWidget* window = platform::forms()[main].Window();
+    if (window->isMinimized()) window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
+    window->raise();
+    if (front == nullptr) front = window;
+  }
+  if (front == nullptr) return;
+  front->raise();
+  front->activateWindow();
+}
+
+int tellOfFirst(const platform::SingleInstance& instance) {
+  instance.callFirst();
+  platform::MsgBox(QStringLiteral("Attenzione: programma gia' in esecuzione!"),
+                   platform::kOkOnly + platform::kSetForeground);
+  return 1;
+}
+
+int run(const QString& commandLine) {
   tavolix::RegistraArchivi();
   tavolix::RegistraFormAssist();
   tavolix::RegistraFormWorkspace();
   tavolix::RegistraFormQuery();
-  const QString commandLine = application.arguments().mid(1).join(u' ');
   const bool started = tavolix::bAvvia(commandLine);
   const int result = started ? QApplication::exec() : 1;
   platform::forms().clear();
@@ -52,16 +82,20 @@ int run(QApplication& application) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  const QString commandLine = commandLineOf(argc, argv);
+  if (const auto answer = tavolix::answerTo(commandLine)) {
+    std::fputs(answer->toLocal8Bit().constData(), stdout);
+    return 0;
+  }
   Application application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("tavolix"));
   QApplication::setQuitOnLastWindowClosed(false);
   tavolix::ImpostaCartellaProgramma(tavolix::programFolder());
-  const platform::SingleInstance instance;
-  if (!instance.isFirst()) {
-    platform::MsgBox(QStringLiteral("Attenzione: programma gia' in esecuzione!"));
-    return 1;
+  platform::SingleInstance instance;
+  if (instance.isFirst()) {
+    instance.listen(showRunning);
+    tavolix::prepareProgramFolder();
   }
-  tavolix::prepareProgramFolder();
   applyLooks(application);
-  return run(application);
+  return instance.isFirst() ? run(commandLine) : tellOfFirst(instance);
 }

@@ -1,6 +1,8 @@
 #include "core/modmain.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QUrl>
 
 #include "core/errore.h"
 #include "core/modcuore.h"
@@ -8,6 +10,7 @@
 #include "core/modutil.h"
 #include "model/raccolte.h"
 #include "platform/data_control.h"
+#include "platform/file_system.h"
 #include "platform/form.h"
 #include "platform/system_path.h"
 
@@ -52,9 +55,21 @@ int readNumber(const char* chiave, bool* found = nullptr) {
   return valore;
 }
 
-bool openAtStart(const QString& rigaComando) {
+// A relative path leads from where the user stands, else from the program's folder.
+QString archiveOf(const QString& rigaComando) {
   QString path = rigaComando;
   path = path.replace(u'"', u' ').trimmed();
+  if (path.startsWith(QLatin1String("file:"), Qt::CaseInsensitive)) {
+    QUrl address(path);
+    if (address.host() == QLatin1String("localhost")) address.setHost({});
+    return address.isLocalFile() ? address.toLocalFile() : path;
+  }
+  if (path.isEmpty() || sPathCompleto(path) == path) return path;
+  const QString here = QDir::currentPath() + u'/' + path;
+  return platform::exists(here) ? platform::systemPath(here) : path;
+}
+
+bool openAtStart(const QString& path) {
   return path.isEmpty() ? bApriDB(0, {}, true, true) : bApriDB(2, path, true, true);
 }
 
@@ -107,11 +122,12 @@ void ChiudiWorkspace() {
 
 bool bAvvia(const QString& rigaComando) {
   return protetto("modMain!main", [&] {
+    const QString archive = archiveOf(rigaComando);
     platform::setCurrentDirectory(sCartellaProgramma());
     showSplash();
     RilevaSepDec();
     CaricaRegistroRaccolte();
-    if (!openAtStart(rigaComando)) return false;
+    if (!openAtStart(archive)) return false;
     forms()[kMain].Load();
     iRacCorr = -1;
     iSelRaccolta(readNumber("RacAvvio"));

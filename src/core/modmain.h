@@ -35,7 +35,8 @@ bool ChiudiDB(const store::DatabasePtr& db);
 // Closes the archive with everything open on it at once.
 void ChiudiWorkspace();
 
-// The start of the program, with the arguments of the command line (none, or a path in pieces).
+// The start of the program, with the arguments of the command line: none, or a path or file:// in
+// pieces.
 // False if the program is to end.
 bool bAvvia(const QString& rigaComando);
 // Ends the program at once; `codice` is the process's result.

@@ -6,6 +6,8 @@
 
 #include <QDir>
 #include <QFile>
+#include <QLocalServer>
+#include <QLocalSocket>
 #include <QStandardPaths>
 #include <cerrno>
 
@@ -14,6 +16,12 @@ namespace {
 
 QString defaultFolder() {
   return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + "/tavolix";
+}
+
+constexpr int kMostWait = 500;  // milliseconds
+
+QString folderOr(const QString& folder) {
+  return folder.isEmpty() ? defaultFolder() : folder;
 }
 
 int openLockFile(const QString& folder) {
@@ -30,8 +38,30 @@ bool takeLock(int descriptor) {
 }  // namespace
 
 SingleInstance::SingleInstance(const QString& folder)
-    : descriptor_(openLockFile(folder.isEmpty() ? defaultFolder() : folder)),
+    : socket_(folderOr(folder) + "/tavolix.socket"),
+      descriptor_(openLockFile(folderOr(folder))),
       first_(takeLock(descriptor_)) {}
+
+void SingleInstance::listen(std::function<void()> called) {
+  server_ = std::make_unique<QLocalServer>();
+  server_->setSocketOptions(QLocalServer::UserAccessOption);
+  QObject::connect(server_.get(), &QLocalServer::newConnection,
+                   [server = server_.get(), called = std::move(called)] {
+                     while (QLocalSocket* caller = server->nextPendingConnection()) {
+                       caller->deleteLater();
+                       called();
+                     }
+                   });
+  // One that a killed copy has left: the lock says that nobody listens there.
+  QLocalServer::removeServer(socket_);
+  server_->listen(socket_);
+}
+
+bool SingleInstance::callFirst() const {
+  QLocalSocket caller;
+  caller.connectToServer(socket_);
+  return caller.waitForConnected(kMostWait);
+}
 
 SingleInstance::~SingleInstance() {
   if (descriptor_ >= 0) ::close(descriptor_);

@@ -1,6 +1,10 @@
 #pragma once
 
 #include <QString>
+#include <functional>
+#include <memory>
+
+class QLocalServer;
 
 namespace platform {
 
@@ -17,9 +21,16 @@ class SingleInstance final {
   // True unless another copy holds the lock. Where no lock file can be made the program may run.
   bool isFirst() const { return first_; }
 
+  // The first copy: `called` runs, in the event loop, whenever another one calls.
+  void listen(std::function<void()> called);
+  // Another copy: calls the first. False if that does not listen.
+  bool callFirst() const;
+
  private:
+  QString socket_;
   int descriptor_;
   bool first_;
+  std::unique_ptr<QLocalServer> server_;
 };
 
 }  // namespace platform

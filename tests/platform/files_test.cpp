@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QRandomGenerator>
 #include <QTemporaryDir>
+#include <QTest>
 #include <functional>
 
 #include "platform/file_system.h"
@@ -211,9 +212,14 @@ TEST(SingleInstanceTest, OneAtATimeInAFolderUntilItEndsInAnyWay) {
   int end = 0;
   ASSERT_EQ(::waitpid(child, &end, 0), child);
   EXPECT_EQ(WEXITSTATUS(end), 7);
-  const SingleInstance first(folder);
+  SingleInstance first(folder);
   EXPECT_TRUE(first.isFirst());
-  EXPECT_FALSE(SingleInstance(folder).isFirst());
+  const SingleInstance second(folder);
+  EXPECT_FALSE(second.isFirst() || second.callFirst());
+  int calls = 0;
+  first.listen([&calls] { ++calls; });
+  EXPECT_TRUE(second.callFirst() && second.callFirst());
+  EXPECT_TRUE(QTest::qWaitFor([&calls] { return calls == 2; }));
   EXPECT_TRUE(SingleInstance(parent.path()).isFirst());
 }
 

@@ -1,5 +1,6 @@
 #include <QHeaderView>
 
+#include "core/modmain.h"
 #include "desk.h"
 #include "store/text_order.h"
 
@@ -155,6 +156,21 @@ TEST_F(Collections, AreThoseOfTheArchiveOfTheCommandLine) {
     EXPECT_EQ(status(), complete(0));
     end();
   }
+  // As typed where the user stands, and as a file manager says it.
+  QDir(folder_.path()).mkdir("altrove");
+  QFile::rename(spaced, folder_.path("altrove/libri di casa.tvx"));
+  const QString before = QDir::currentPath();
+  QDir::setCurrent(folder_.path("altrove"));
+  for (const char* line : {"libri di casa.tvx", "../altrove/libri di casa.tvx",
+                           "file://%1/altrove/libri%20di%20casa.tvx",
+                           "file://localhost%1/altrove/"
+                           "libri%20di%20casa.tvx",
+                           "../altrove/../esempio.tvx"}) {
+    EXPECT_TRUE(start(QString(line).replace("%1", folder_.path()))) << line;
+    EXPECT_TRUE(QFileInfo(sPathArc).isAbsolute()) << qPrintable(sPathArc);
+    end();
+  }
+  QDir::setCurrent(before);
   answer(platform::kOk);
   EXPECT_FALSE(start("assente.tvx"));
   EXPECT_FALSE(platform::forms().isLoaded("frmMain"));
