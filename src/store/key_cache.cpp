@@ -20,6 +20,10 @@ const KeyCache::Keys* KeyCache::find(const QString& text) const {
 }
 
 void KeyCache::keep(const QString& text, const Keys& keys, const std::vector<QByteArray>& tables) {
+  if (const auto replaced = lists_.constFind(text); replaced != lists_.constEnd()) {
+    size_ -= replaced->keys.size();
+    lists_.erase(replaced);
+  }
   if (size_ + keys.size() > kMostKeys) wroteAll();
   size_ += keys.size();
   lists_.insert(text, {keys, tables, writesTo(tables)});

@@ -3,6 +3,7 @@
 #include <QSignalSpy>
 
 #include "store/archive.h"
+#include "store/key_cache.h"
 
 namespace store {
 namespace {
@@ -191,6 +192,14 @@ TEST(Find, ListsAreReadAgainAfterAWrite) {
     change(*archive.open(c.table), {{c.field, c.value}});
     EXPECT_EQ(archive.open(c.list)->RecordCount(), 1) << c.list;
   }
+}
+
+// A list that is kept anew takes the room of its former keys.
+TEST(Find, ManyListsAreKept) {
+  KeyCache kept;
+  kept.keep("SELECT * FROM MAIN", {1, 2, 3}, {"MAIN"});
+  for (int i = 0; i < 3; ++i) kept.keep("SELECT * FROM LIB", KeyCache::Keys(400000), {"LIB"});
+  EXPECT_NE(kept.find("SELECT * FROM MAIN"), nullptr);
 }
 
 TEST(Find, SeesWhatWasWritten) {
