@@ -1,6 +1,7 @@
 #include "archives/modmanarc.h"
 
 #include <cmath>
+#include <limits>
 
 #include "archives/preparazione.h"
 #include "core/errore.h"
@@ -70,12 +71,19 @@ struct Stamp {
   QString application;
 };
 
+int sixteenBits(double number) {
+  using Limits = std::numeric_limits<qint16>;
+  if (number >= Limits::min() && number <= Limits::max()) return static_cast<int>(number);
+  throw store::Failure(store::failure::kOverflow,
+                       QStringLiteral("Versione dell'archivio fuori dai limiti: %1").arg(number));
+}
+
 Stamp stampOf(const store::RecordsetPtr& rs, int iVersione) {
   Stamp stamp{iVersione, {}};
   QString text;
   double number = 0;
   if (bConfRead(rs, QStringLiteral("DB_VERSION"), text, number)) {
-    stamp.version = static_cast<int>(std::nearbyint(number));
+    stamp.version = sixteenBits(std::nearbyint(number));
   }
   if (bConfRead(rs, QStringLiteral("DB_APPLICATION"), text, number)) stamp.application = text;
   return stamp;

@@ -131,6 +131,14 @@ TEST_F(Archives, AreJudgedByTheirStamps) {
   }
 }
 
+TEST_F(Archives, HaveAVersionOfSixteenBits) {
+  for (const char* version : {"3e9", "-3e9", "32767.6"}) {
+    folder_.outside(QString("UPDATE CFG SET nVal = %1 WHERE dsc = 'DB_VERSION'").arg(version));
+    EXPECT_FALSE(open(2, "esempio.tvx")) << version;
+    EXPECT_TRUE(told_.contains("Versione dell'archivio fuori dai limiti")) << qPrintable(told_);
+  }
+}
+
 TEST_F(Archives, AreNotAnyFiles) {
   folder_.writeFile("testo.tvx", "Questo non e' un archivio.\n");
   QDir(folder_.path()).mkdir("cartella.tvx");
