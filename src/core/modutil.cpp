@@ -91,7 +91,10 @@ void ImpostaValoreCombo(platform::DataCombo& combo, int iColonna, const QVariant
   if (iColonna == 0) {
     combo.SelectText(vValore.toString());
   } else {
-    combo.SetValue(vValore.toLongLong());
+    // What is no value of the list shows as blank, and is so.
+    const qint64 key = vValore.toLongLong();
+    const bool known = combo.List() == nullptr || !combo.List()->text(key).isEmpty();
+    combo.SetValue(known ? key : 0);
   }
 }
 

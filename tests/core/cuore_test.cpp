@@ -2,6 +2,7 @@
 
 #include "core/modcuore.h"
 #include "core/modmain.h"
+#include "platform/data_combo.h"
 #include "platform/message_box.h"
 #include "program_folder.h"
 
@@ -71,6 +72,13 @@ TEST_F(Cuore, ReadsAListOnlyWhenItIsShown) {
   EXPECT_EQ(list->text(folder_.found(key).toLongLong()), QString("Italiano"));
   EXPECT_FALSE(list->isLoaded());
   EXPECT_EQ(rsTab->Index(), QString("2"));
+  platform::DataCombo combo;
+  combo.SetList(list);
+  for (const auto& [wanted, set] : {std::pair(folder_.found(key), folder_.found(key)),
+                                    std::pair(QString("99999"), QString("0"))}) {
+    ImpostaValoreCombo(combo, 1, wanted);
+    EXPECT_EQ(combo.Value().toString(), set);
+  }
   // A list without values, whatever stands behind it in the index.
   const platform::LookupListPtr none = ListaValori(5, "LINGUA");
   none->ensureLoaded();
