@@ -9,6 +9,17 @@ namespace {
 
 constexpr int kStop = platform::kCritical + platform::kSetForeground;
 
+QVector<FallimentoCorrente>& segnalati() {
+  static QVector<FallimentoCorrente> all;
+  return all;
+}
+
+void tellNext() {
+  if (segnalati().isEmpty()) return;
+  const FallimentoCorrente next = segnalati().takeFirst();
+  Errore(next.numero, next.descrizione, {});
+}
+
 }  // namespace
 
 FallimentoCorrente fallimento;
@@ -33,6 +44,17 @@ void Errore(const QString& sProc) {
 void Errore(int numero, const QString& descrizione, const QString& sProc) {
   fallimento = {numero, descrizione};
   Errore(sProc);
+}
+
+void SegnalaErrore(int numero, const QString& descrizione) {
+  const FallimentoCorrente told{numero, descrizione};
+  if (segnalati().contains(told)) return;
+  segnalati().append(told);
+  platform::WhenNoMessageIsOpen(tellNext);
+}
+
+void TogliSegnalazioni() {
+  segnalati().clear();
 }
 
 }  // namespace tavolix

@@ -12,6 +12,7 @@ namespace tavolix {
 struct FallimentoCorrente {
   int numero = 0;
   QString descrizione;
+  bool operator==(const FallimentoCorrente&) const = default;
 };
 extern FallimentoCorrente fallimento;
 
@@ -19,6 +20,11 @@ extern FallimentoCorrente fallimento;
 void Errore(const QString& sProc = {});
 // Shows a failure that was caught elsewhere (the data control, the grid).
 void Errore(int numero, const QString& descrizione, const QString& sProc);
+// Shows a failure that was met where nobody can be asked (the data control, the grid): once the
+// work at hand is done and no message is open, and alike ones once.
+void SegnalaErrore(int numero, const QString& descrizione);
+// Forgets what SegnalaErrore has not shown yet, for one that tells it by itself.
+void TogliSegnalazioni();
 
 void RicordaFallimento(const store::Failure& failure);
 

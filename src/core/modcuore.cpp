@@ -118,7 +118,7 @@ void ScambiaValoriCampi(int iRac, int iModo) {
   perOgniCampo(iRac, [&](tCampo& campo, int j) {
     QVariant& saved = vValoriCampi.at(static_cast<std::size_t>(j));
     if (iModo == 0) {
-      saved = campo.oControllo->Value();
+      saved = campo.oControllo->ValidValue();
     } else if (platform::DataCombo* combo = comboOf(campo)) {
       ImpostaValoreCombo(*combo, 1, saved);
     } else {

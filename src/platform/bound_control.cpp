@@ -17,7 +17,16 @@ BoundControl* BoundControl::of(QWidget* widget) {
 
 void BoundControl::SetValue(const QVariant& value) {
   setContent(value);
+  contentEdited();
+}
+
+void BoundControl::contentEdited() {
   changed_ = true;
+  if (source_ != nullptr) source_->edited();
+}
+
+QVariant BoundControl::ValidValue() const {
+  return IsValid() || source_ == nullptr ? Value() : source_->storedValue(*this);
 }
 
 void BoundControl::ShowValue(const QVariant& value) {

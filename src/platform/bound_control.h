@@ -33,6 +33,8 @@ class BoundControl {
   void ShowValue(const QVariant& value);
   // True if Value() can be stored in a column of the control's kind (no half-typed date).
   virtual bool IsValid() const { return true; }
+  // What stands in the control if it can be stored, else what is stored.
+  QVariant ValidValue() const;
 
   // The column the control shows; empty for none.
   QString DataField() const { return field_; }
@@ -46,7 +48,7 @@ class BoundControl {
   // Puts the value in, without telling anyone.
   virtual void setContent(const QVariant& value) = 0;
   // To be called when the user has changed the content.
-  void contentEdited() { changed_ = true; }
+  void contentEdited();
   // To be called when the focus has left the control: writes the row if the content changed. A
   // menu or list popping up over the control does not count.
   void focusLeft(const QFocusEvent& event);

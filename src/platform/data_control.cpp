@@ -1,13 +1,20 @@
 #include "platform/data_control.h"
 
+#include <QApplication>
 #include <QScopeGuard>
 #include <QScopedValueRollback>
+#include <QStatusBar>
+#include <QWidget>
 #include <algorithm>
 
 #include "platform/bound_control.h"
 
 namespace platform {
 namespace {
+
+// Shorter than what the store remembers a lock for: a try by itself does not stand still.
+constexpr int kRetryMilliseconds = 2000;
+constexpr int kRemindMilliseconds = 8000;
 
 bool isNumber(const QVariant& value) {
   return value.isValid() && value.typeId() != QMetaType::QString;
@@ -20,7 +27,13 @@ bool isSame(const QVariant& left, const QVariant& right) {
 
 }  // namespace
 
-DataControl::DataControl(QObject* parent) : QObject(parent) {}
+DataControl::DataControl(QObject* parent) : QObject(parent) {
+  // Text that is still being typed is written as it is left.
+  connect(&retrying_, &QTimer::timeout, this, [this] {
+    if (kept_ && told_) write(Reminder::No);
+    if (unread_ && !Pending()) UpdateControls();
+  });
+}
 
 DataControl::~DataControl() {
   for (const auto& connection : std::as_const(connections_)) disconnect(connection);
@@ -28,22 +41,26 @@ DataControl::~DataControl() {
   for (BoundControl* control : controls) control->SetDataSource(nullptr);
 }
 
+void DataControl::leaveRow() {
+  if (isOpen()) recordset_->Leave();
+}
+
 void DataControl::SetDatabaseName(const QString& path) {
   if (path == databaseName_) return;
-  writePending();
+  leaveRow();
   databaseName_ = path;
   if (database_ != nullptr) database_->Close();
   database_.reset();
 }
 
 void DataControl::Refresh() {
-  writePending();
+  leaveRow();
   if (database_ == nullptr || !database_->IsOpen()) database_ = store::OpenDatabase(databaseName_);
   SetRecordset(database_->OpenRecordset(recordSource_, store::RecordsetType::Dynaset));
 }
 
 void DataControl::SetRecordset(store::RecordsetPtr recordset) {
-  writePending();
+  leaveRow();
   for (const auto& connection : std::as_const(connections_)) disconnect(connection);
   connections_.clear();
   recordset_ = std::move(recordset);
@@ -56,9 +73,14 @@ void DataControl::followRecordset() {
   using store::Recordset;
   const auto* rows = recordset_.get();
   connections_ = {
-      connect(rows, &Recordset::aboutToMove, this, &DataControl::writePending),
+      connect(rows, &Recordset::aboutToMove, this,
+              [this](bool* stays) {
+                writePending();
+                if (kept_) *stays = true;
+              }),
       connect(rows, &Recordset::aboutToUpdate, this, &DataControl::pushChanges),
       connect(rows, &Recordset::addStarted, this, &DataControl::UpdateControls),
+      connect(rows, &Recordset::addGivenUp, this, &DataControl::UpdateControls),
       connect(rows, &Recordset::moved, this, &DataControl::UpdateControls),
       connect(rows, &Recordset::requeried, this, &DataControl::UpdateControls),
       connect(rows, &Recordset::rowRemoved, this, &DataControl::UpdateControls),
@@ -150,17 +172,53 @@ void DataControl::UpdateRecord() {
 }
 
 bool DataControl::writePending() {
+  return write(Reminder::Yes);
+}
+
+bool DataControl::write(Reminder reminder) {
   // Whoever tells the user of a failure takes the focus from the controls.
   if (writing_) return true;
   const QScopedValueRollback guard(writing_, true);
   try {
     UpdateRecord();
+    release();
     return true;
   } catch (const store::Failure& failure) {
     // What was typed for a row that is gone stays to be read, but is not tried again.
-    if (failure.number() == store::failure::kRecordDeleted) forgetChanges();
-    Q_EMIT writeFailed(failure.number(), failure.description());
+    const bool gone = failure.number() == store::failure::kRecordDeleted;
+    const bool news = gone || !told_;
+    if (gone) {
+      forgetChanges();
+      release();
+    } else {
+      keep(failure);
+    }
+    if (news) Q_EMIT writeFailed(failure.number(), failure.description());
+    if (!news && reminder == Reminder::Yes) remind();
     return false;
+  }
+}
+
+void DataControl::keep(const store::Failure& failure) {
+  kept_ = failure;
+  told_ = true;
+  if (!retrying_.isActive()) retrying_.start(kRetryMilliseconds);
+}
+
+void DataControl::release() {
+  kept_.reset();
+  told_ = false;
+  if (!unread_) retrying_.stop();
+}
+
+void DataControl::remind() const {
+  QApplication::beep();
+  const auto typed = std::find_if(controls_.begin(), controls_.end(),
+                                  [this](const auto* control) { return isPending(*control); });
+  if (typed == controls_.end()) return;
+  if (auto* status = (*typed)->widget()->window()->findChild<QStatusBar*>()) {
+    status->showMessage(QStringLiteral("Non ancora salvato: ") + kept_->description(),
+                        kRemindMilliseconds);
   }
 }
 
@@ -173,8 +231,21 @@ void DataControl::unbind(BoundControl* control) {
   controls_.removeOne(control);
 }
 
-void DataControl::show(BoundControl& control) {
-  if (!control.DataField().isEmpty()) control.ShowValue(storedValue(control));
+// True if the value could be read; else the control is empty, and takes none.
+bool DataControl::show(BoundControl& control) {
+  if (control.DataField().isEmpty()) return true;
+  try {
+    control.ShowValue(storedValue(control));
+    if (unread_) control.widget()->setEnabled(true);
+    return true;
+  } catch (const store::Failure& failure) {
+    control.ShowValue({});
+    control.widget()->setEnabled(false);
+    if (!unread_) Q_EMIT readFailed(failure.number(), failure.description());
+    unread_ = true;
+    retrying_.start(kRetryMilliseconds);
+    return false;
+  }
 }
 
 // What has been written is shown as the store keeps it; the same is not put in again under the
@@ -189,7 +260,12 @@ void DataControl::accept(BoundControl& control) {
 
 void DataControl::UpdateControls() {
   adding_ = isAdding();
-  for (BoundControl* control : std::as_const(controls_)) show(*control);
+  release();
+  bool readable = true;
+  for (BoundControl* control : std::as_const(controls_)) {
+    if (!show(*control)) readable = false;
+  }
+  unread_ = !readable;
 }
 
 void DataControl::showFields(qint64 position, const QVector<int>& fields) {

@@ -1,8 +1,8 @@
 #include "platform/data_grid.h"
 
+#include <QApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QScopeGuard>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 
@@ -16,6 +16,8 @@ namespace {
 constexpr int kUsualWidth = 90;
 constexpr int kSmallestWidth = 12;
 constexpr int kRowPadding = 6;
+// Shorter than what the store remembers a lock for: a try by itself does not stand still.
+constexpr int kRetryMilliseconds = 2000;
 
 bool isShortcut(const QKeyEvent* event) {
   return (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0;
@@ -65,7 +67,9 @@ void DataGrid::setRowHeight() {
 void DataGrid::bindModel() {
   connect(model_, &RecordModel::readFailed, this, &DataGrid::readFailed);
   connect(model_, &RecordModel::rowReached, this, &DataGrid::showCurrentRow);
-  connect(model_, &RecordModel::leavingRow, this, &DataGrid::CommitCell);
+  connect(model_, &RecordModel::leavingRow, this, [this](bool* stays) {
+    if (!CommitCell()) *stays = true;
+  });
   connect(model_, &RecordModel::modelReset, this, &DataGrid::showCurrentRow);
   connect(model_, &RecordModel::rowsInserted, this, &DataGrid::showCurrentRow);
   connect(model_, &RecordModel::rowsRemoved, this, &DataGrid::showCurrentRow);
@@ -73,6 +77,7 @@ void DataGrid::bindModel() {
   connect(&returning_, &QTimer::timeout, this, &DataGrid::showCurrentRow);
   complaining_.setSingleShot(true);
   connect(&complaining_, &QTimer::timeout, this, &DataGrid::complain);
+  connect(&retrying_, &QTimer::timeout, this, &DataGrid::retry);
   connect(horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int column) {
     if (CommitCell()) Q_EMIT headClicked(column);
   });
@@ -141,8 +146,27 @@ void DataGrid::complain() {
   // Whoever tells the user takes the focus from the cell, which is refused again.
   if (telling_) return;
   const QScopedValueRollback<bool> guard(telling_, true);
-  Q_EMIT updateRefused();
+  if (!retrying_.isActive()) Q_EMIT updateRefused();
   if (QWidget* editor = openEditor()) editor->setFocus();
+}
+
+// A text that is still being typed is written as the cell is left.
+void DataGrid::retry() {
+  QWidget* editor = openEditor();
+  if (editor == nullptr) return forgetKept();
+  if (BoundControl::of(editor)->Value() != kept_.first) return;
+  const QScopedValueRollback<bool> guard(telling_, true);
+  CommitCell();
+  complaining_.stop();
+}
+
+void DataGrid::forgetKept() {
+  kept_ = {};
+  retrying_.stop();
+}
+
+void DataGrid::AbandonCell() {
+  if (QWidget* editor = openEditor()) closeEditor(editor, QAbstractItemDelegate::RevertModelCache);
 }
 
 void DataGrid::keyboardSearch(const QString&) {}
@@ -172,11 +196,15 @@ void DataGrid::currentChanged(const QModelIndex& current, const QModelIndex& pre
 void DataGrid::moveRecordset(int row) {
   const store::RecordsetPtr recordset = model_->recordset();
   if (recordset == nullptr || recordset->AbsolutePosition() == row) return;
+  try {
+    recordset->SetAbsolutePosition(row);
+  } catch (const store::Failure& failure) {
+    if (failure.number() != store::failure::kTold) {
+      Q_EMIT readFailed(failure.number(), failure.description());
+    }
+  }
   // If the recordset stays where it is, the view returns once the key or click is done with.
-  const auto back = qScopeGuard([this, row] {
-    if (model_->currentRow() != row) returning_.start(0);
-  });
-  recordset->SetAbsolutePosition(row);
+  if (model_->currentRow() != row) returning_.start(0);
 }
 
 int DataGrid::neighbour(int column, int step) const {
@@ -224,6 +252,7 @@ void DataGrid::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint h
   if (editor == nullptr || editor->isHidden()) return;  // closed already
   if (refused_ && hint != Delegate::RevertModelCache) return complaining_.start(0);
   refused_ = false;
+  forgetKept();
   const bool steps = hint == Delegate::EditNextItem || hint == Delegate::EditPreviousItem;
   QTableView::closeEditor(editor, steps ? Delegate::NoHint : hint);
   const QModelIndex cell = currentIndex();
@@ -241,13 +270,29 @@ void DataGrid::writeCell(const QModelIndex& cell, const QVariant& value) {
   const QPersistentModelIndex target(cell);
   pendingField_ = model_->writtenField(cell.column());
   pendingValue_ = value;
-  bool cancel = false;
-  Q_EMIT beforeUpdate(&cancel);
-  refused_ = cancel;
-  if (cancel || !target.isValid()) return;
   try {
+    bool cancel = false;
+    Q_EMIT beforeUpdate(&cancel);
+    refused_ = cancel;
+    if (cancel) forgetKept();
+    if (cancel || !target.isValid()) return;
     model_->setData(target, pendingValue_, Qt::EditRole);
   } catch (const store::Failure& failure) {
+    keepCell(value, failure);
+  }
+}
+
+// A cell that is toggled in place, or whose row is gone, has nothing to keep.
+void DataGrid::keepCell(const QVariant& value, const store::Failure& failure) {
+  const std::pair<QVariant, int> news(value, failure.number());
+  refused_ = openEditor() != nullptr && failure.number() != store::failure::kRecordDeleted;
+  if (refused_) retrying_.start(kRetryMilliseconds);
+  if (refused_ && kept_ == news) {
+    if (!telling_ && isActiveWindow()) QApplication::beep();
+    return;
+  }
+  kept_ = refused_ ? news : std::pair<QVariant, int>();
+  if (failure.number() != store::failure::kTold) {
     Q_EMIT writeFailed(failure.number(), failure.description());
   }
 }

@@ -29,6 +29,10 @@ class DataGrid final : public QTableView {
   // Writes what is being typed into a cell, and ends the typing. False if it was refused: the cell
   // is then still open, with what was typed.
   bool CommitCell();
+  // True while a cell is open whose text was not accepted.
+  bool IsRefused() const { return refused_ && IsEditing(); }
+  // Gives up what is being typed into a cell.
+  void AbandonCell();
   bool IsEditing() const { return state() == EditingState; }
 
   // During beforeUpdate: the field to be written (with a list, the field of its key) and the
@@ -46,7 +50,8 @@ class DataGrid final : public QTableView {
   void beforeUpdate(bool* cancel);
   // Told once the key or click is done with: the time to say why. The cell gets the focus then.
   void updateRefused();
-  // The cell could not be written, and shows the stored value.
+  // The cell could not be written. It stays open with what was typed, which is told once and tried
+  // again; where the row is gone it shows what is stored.
   void writeFailed(int number, const QString& description);
   // Rows could not be read; the cells are empty until they can be.
   void readFailed(int number, const QString& description);
@@ -72,6 +77,9 @@ class DataGrid final : public QTableView {
   void writeCell(const QModelIndex& cell, const QVariant& value);
   QWidget* openEditor() const;
   void complain();
+  void keepCell(const QVariant& value, const store::Failure& failure);
+  void retry();
+  void forgetKept();
   int neighbour(int column, int step) const;
   int startColumn() const;
 
@@ -82,6 +90,8 @@ class DataGrid final : public QTableView {
   int column_ = 0;    // the current column, kept while there is no current row
   QTimer returning_;  // to the recordset's row, where that could not be left
   QTimer complaining_;
+  QTimer retrying_;
+  std::pair<QVariant, int> kept_;  // what could not be written, and the failure that was told
   bool refused_ = false;
   bool telling_ = false;
   bool following_ = false;  // the view is being moved to the recordset's row

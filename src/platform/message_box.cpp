@@ -6,10 +6,12 @@
 #include <QLayout>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <array>
+#include <deque>
 #include <optional>
 #include <span>
 #include <stdexcept>
@@ -144,7 +146,31 @@ QWidget* owner() {
   return form != nullptr ? form : QApplication::activeWindow();
 }
 
+int openMessages = 0;
+
+std::deque<std::function<void()>>& waitingWork() {
+  static std::deque<std::function<void()>> all;
+  return all;
+}
+
+void runWaitingWork() {
+  while (openMessages == 0 && !waitingWork().empty()) {
+    const std::function<void()> work = std::move(waitingWork().front());
+    waitingWork().pop_front();
+    work();
+  }
+}
+
+void runWaitingWorkLater() {
+  QMetaObject::invokeMethod(qApp, runWaitingWork, Qt::QueuedConnection);
+}
+
 }  // namespace
+
+void WhenNoMessageIsOpen(std::function<void()> work) {
+  waitingWork().push_back(std::move(work));
+  runWaitingWorkLater();
+}
 
 int MsgBox(const QString& text, int style, const QString& title) {
   if (const auto answer = queuedAnswer(text, style, title)) return *answer;
@@ -155,6 +181,10 @@ int MsgBox(const QString& text, int style, const QString& title) {
   box.setText(withLineFeeds(text));
   addButtons(box, style);
   keepOnScreen(box);
+  ++openMessages;
+  const auto closed = qScopeGuard([] {
+    if (--openMessages == 0) runWaitingWorkLater();
+  });
   return ask(box, style);
 }
 

@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <QVector>
+#include <functional>
 
 namespace platform {
 
@@ -24,6 +25,9 @@ inline constexpr int kNo = 7;
 // Shows a message over the active window and waits for the answer, which is one of the above.
 // The text is plain; CR, LF and CR LF break the line. Without a title "Tavolix" stands there.
 int MsgBox(const QString& text, int style = kOkOnly, const QString& title = {});
+
+// Runs work from the event loop as soon as no message is open: no message stands over another.
+void WhenNoMessageIsOpen(std::function<void()> work);
 
 // Answers messages in a test, without a window.
 class MessageBoxSeam final {

@@ -62,8 +62,8 @@ class RecordModel final : public QAbstractTableModel {
   bool setData(const QModelIndex& index, const QVariant& value, int role) override;
 
  Q_SIGNALS:
-  void leavingRow();  // the recordset is about to leave its current row
-  void rowReached();  // the recordset has another current row
+  void leavingRow(bool* stays);  // as Recordset::aboutToMove
+  void rowReached();             // the recordset has another current row
   // A row could not be read: cells stay empty for a while, then they are tried again.
   void readFailed(int number, const QString& description) const;
 

@@ -42,7 +42,11 @@ void TabStrip::announce(int index) {
 void TabStrip::Select(int tab) {
   const bool inFront = currentIndex() == tab - 1;
   setCurrentIndex(tab - 1);
-  if (inFront && announced_ != tab - 1 && !signalsBlocked()) announce(tab - 1);
+  if (signalsBlocked()) {
+    announced_ = tab - 1;
+  } else if (inFront && announced_ != tab - 1) {
+    announce(tab - 1);
+  }
 }
 
 void TabStrip::addTab(const QIcon& icon, const QString& caption, const QString& tag) {

@@ -29,6 +29,7 @@ class Failure final : public std::exception {
 
 // Numbers of the record engine's failures, as users of such engines know them.
 namespace failure {
+inline constexpr int kTold = 0;  // the user knows already: what follows from it is not told
 inline constexpr int kOverflow = 6;
 inline constexpr int kOutOfMemory = 7;
 inline constexpr int kSubscript = 9;

@@ -95,11 +95,11 @@ bool Recordset::Eof() const {
   return cursor_->eof();
 }
 
-// Before the current row changes: what is pending is written by those who show it, and an edit
-// nobody finished is given up.
-void Recordset::leave() {
+void Recordset::Leave() {
   requireOpen();
-  Q_EMIT aboutToMove();
+  bool stays = false;
+  Q_EMIT aboutToMove(&stays);
+  if (stays) throw Failure(failure::kTold, QStringLiteral("Il record non e' stato salvato"));
   CancelUpdate();
 }
 
@@ -110,7 +110,7 @@ void Recordset::arrive(qint64 from) {
 
 // On an empty set the move fails, but is tried: another handle may have added rows.
 void Recordset::MoveFirst() {
-  leave();
+  Leave();
   const qint64 from = cursor_->place();
   cursor_->moveFirst();
   requireCurrent();
@@ -118,7 +118,7 @@ void Recordset::MoveFirst() {
 }
 
 void Recordset::MoveLast() {
-  leave();
+  Leave();
   const qint64 from = cursor_->place();
   cursor_->moveLast();
   requireCurrent();
@@ -138,7 +138,7 @@ void Recordset::MovePrevious() {
 }
 
 void Recordset::Move(qint64 rows) {
-  leave();
+  Leave();
   const qint64 from = cursor_->place();
   cursor_->moveBy(rows);
   arrive(from);
@@ -155,7 +155,7 @@ void Recordset::SetAbsolutePosition(qint64 position) {
     throw Failure(failure::kNoCurrentRecord, QStringLiteral("Posizione fuori dall'elenco"));
   }
   if (position == cursor_->place()) return;
-  leave();
+  Leave();
   const qint64 from = cursor_->place();
   cursor_->setPlace(position);
   arrive(from);
@@ -167,7 +167,7 @@ QByteArray Recordset::Bookmark() const {
 }
 
 void Recordset::SetBookmark(const QByteArray& bookmark) {
-  leave();
+  Leave();
   const qint64 from = cursor_->place();
   cursor_->setBookmark(bookmark);
   arrive(from);
@@ -248,7 +248,7 @@ QVariant Recordset::ValueAt(qint64 position, int field) const {
 
 void Recordset::AddNew() {
   requireUpdatable();
-  leave();
+  Leave();
   edited_ = QVector<QVariant>(cursor_->fields().size());
   touched_ = QVector<bool>(cursor_->fields().size(), false);
   mode_ = EditMode::Add;
@@ -316,7 +316,9 @@ void Recordset::writeChanges() {
 }
 
 void Recordset::CancelUpdate() {
+  const bool adding = mode_ == EditMode::Add;
   mode_ = EditMode::None;
+  if (adding) Q_EMIT addGivenUp();
 }
 
 void Recordset::Delete() {
@@ -343,7 +345,7 @@ QString Recordset::Index() const {
 }
 
 void Recordset::Seek(const QString& comparison, const QVariantList& keys) {
-  leave();
+  Leave();
   noMatch_ = !cursor_->seek(comparison, keys);
   if (!noMatch_) arrive(-1);
 }
@@ -362,7 +364,7 @@ void Recordset::FindPrevious(const QString& condition) {
 }
 
 void Recordset::find(Search search, const QString& condition) {
-  leave();
+  Leave();
   const std::vector<qint64>& hits = cursor_->hits(condition);
   const auto begin = hits.begin();
   const auto end = hits.end();
@@ -380,7 +382,7 @@ void Recordset::find(Search search, const QString& condition) {
 }
 
 void Recordset::Requery() {
-  leave();
+  Leave();
   cursor_->prepareRequery();
   Q_EMIT aboutToRequery();
   cursor_->requery();

@@ -35,6 +35,9 @@ class Recordset final : public RecordsetSignals {
   bool Eof() const;
   bool NoMatch() const { return noMatch_; }
 
+  // What every move begins with: those who show the current row write what is pending, and an edit
+  // that nobody finished is given up. Fails with kTold where one of them cannot; the row stays.
+  void Leave();
   void MoveFirst();
   void MoveLast();
   void MoveNext();
@@ -95,7 +98,6 @@ class Recordset final : public RecordsetSignals {
 
  private:
   enum class Search { First, Last, Next, Previous };
-  void leave();
   void arrive(qint64 from);
   void find(Search search, const QString& condition);
   void requireOpen() const;

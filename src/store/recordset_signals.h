@@ -11,9 +11,12 @@ class RecordsetSignals : public QObject {
   Q_OBJECT
 
  Q_SIGNALS:
-  void aboutToMove();    // the current row is about to change: write what is pending
+  // The current row is about to change: write what is pending. Set *stays where that cannot be
+  // done; whoever does so tells the user why.
+  void aboutToMove(bool* stays);
   void aboutToUpdate();  // Update was called: put pending values into the row
   void addStarted();     // AddNew was called
+  void addGivenUp();     // the row being added will not be: the current row counts again
   void moved(qint64 from, qint64 to);
   void rowChanged(qint64 position, const QVector<int>& fields);
   void rowAboutToBeInserted(qint64 position);

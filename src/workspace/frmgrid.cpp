@@ -94,13 +94,10 @@ void frmGrid::connectControls() {
           this, &frmGrid::tabSelez_Click);
   connect(grd, &platform::DataGrid::headClicked, this, &frmGrid::grd_HeadClick);
   connect(grd, &platform::DataGrid::beforeUpdate, this, [](bool*) { CorreggiValoriGriglia(6); });
-  const auto report = [](int numero, const QString& descrizione) {
-    Errore(numero, descrizione, {});
-  };
-  connect(grd, &platform::DataGrid::writeFailed, this, report, Qt::QueuedConnection);
-  connect(grd, &platform::DataGrid::readFailed, this, report, Qt::QueuedConnection);
+  connect(grd, &platform::DataGrid::writeFailed, this, SegnalaErrore);
+  connect(grd, &platform::DataGrid::readFailed, this, SegnalaErrore);
   connect(part<platform::DataControl>(QStringLiteral("dbCurr")),
-          &platform::DataControl::writeFailed, this, report, Qt::QueuedConnection);
+          &platform::DataControl::writeFailed, this, SegnalaErrore);
 }
 
 void frmGrid::resized() {
@@ -117,8 +114,14 @@ bool frmGrid::keyDown(int key, Qt::KeyboardModifiers modifiers) {
 
 void frmGrid::tabSelez_Click() {
   Cedi();
-  FrmMain().Salva();
+  // What could not be written holds its collection.
+  if (!FrmMain().bSalvato()) return returnToTab();
   FrmMain().InizializzaTab();
+}
+
+void frmGrid::returnToTab() {
+  const QSignalBlocker silence(Control(QStringLiteral("tabSelez")));
+  iSelRaccolta(iRacCorr);
 }
 
 void frmGrid::grd_HeadClick(int iColonna) {

@@ -20,6 +20,7 @@ class frmGrid final : public platform::Form {
   void placeControls();
   void connectControls();
   void tabSelez_Click();
+  void returnToTab();
   void grd_HeadClick(int iColonna);
 };
 

@@ -146,9 +146,13 @@ void frmMain::InizializzaTab() {
     AbilitazionePannello();
     showSubCollection();
     followFind();
-    title(QStringLiteral("Raccolta ") + raccolta.sNome);
+    showCollection();
     Puntatore(kPuntatoreNormale);
   });
+}
+
+void frmMain::showCollection() {
+  title(QStringLiteral("Raccolta ") + aRaccolte(iRacCorr).sNome);
 }
 
 void frmMain::unloadOldForm(int iVecchia) {
@@ -423,7 +427,7 @@ void frmMain::mnuFileChiudi_Click() {
     title(QStringLiteral("Chiusura in corso..."));
     Puntatore(kClessidra);
     Cedi();
-    Salva();
+    if (!bLasciaRiga()) return showCollection();
     writePosition();
     closeProgram();
   });

@@ -35,6 +35,8 @@ class frmMain final : public platform::Form {
 
   // Writes what was typed in the current record. Failures are ignored.
   Q_INVOKABLE void Salva();
+  // The same; true if nothing of it had to stay in its box.
+  bool bSalvato();
   void TastoAddNew();
   void TastoDuplica();
   void TastoCancella();
@@ -75,6 +77,7 @@ class frmMain final : public platform::Form {
   void unloadOldForm(int iVecchia);
   void loadList();
   void showSubCollection();
+  void showCollection();
   void followFind();
   void setExtended(bool extended);
   void closeProgram();
@@ -82,6 +85,7 @@ class frmMain final : public platform::Form {
   QWidget* panRecord(int iRac);
   void title(const QString& text);
 
+  bool bLasciaRiga();
   void refreshAfterDeletion();
   void deleteAllShown();
   QString deletionQuestion();

@@ -15,6 +15,7 @@
 #include "platform/data_grid.h"
 #include "workspace/frmmain.h"
 #include "workspace/frmsub.h"
+#include "workspace/riga_sospesa.h"
 
 namespace tavolix {
 namespace {
@@ -53,6 +54,15 @@ void readAnew(store::Recordset& rs, const QByteArray& place) {
     rs.Requery();
     if (!place.isEmpty()) rs.SetBookmark(place);
   });
+}
+
+platform::DataGrid& grd() {
+  return *platform::forms()[QStringLiteral("frmGrid")].control<platform::DataGrid>(
+      QStringLiteral("grd"));
+}
+
+RigaSospesa currentRow() {
+  return {dbForm(iRacCorr), grd()};
 }
 
 bool pressable(QWidget* button) {
@@ -114,16 +124,16 @@ class RecordEraser final {
 }  // namespace
 
 void frmMain::Salva() {
-  ignorando([] {
-    platform::DataControl& dbCurr = dbForm(iRacCorr);
-    if (bRecordValido(dbCurr.Recordset())) dbCurr.UpdateRecord();
-  });
-  // What is being typed into a cell counts as typed.
-  ignorando([] {
-    platform::forms()[QStringLiteral("frmGrid")]
-        .control<platform::DataGrid>(QStringLiteral("grd"))
-        ->CommitCell();
-  });
+  if (iRacCorr >= 0) ignorando([] { currentRow().Salva(); });
+}
+
+bool frmMain::bSalvato() {
+  Salva();
+  return iRacCorr < 0 || !currentRow().bResta();
+}
+
+bool frmMain::bLasciaRiga() {
+  return iRacCorr < 0 || currentRow().bLascia();
 }
 
 void frmMain::TastoAddNew() {
@@ -142,8 +152,8 @@ void frmMain::TastoDuplica() {
 
 void frmMain::CreaNuovo(bool bDuplica) {
   protetto("frmMain!CreaNuovo", [&] {
-    // What was typed is written by itself: it would be lost with a new record that fails.
-    if (!dbForm(iRacCorr).writePending()) return;
+    // What could not be written holds its record.
+    if (currentRow().bResta()) return;
     Puntatore(kClessidra);
     Cedi();
     const tRaccolta& raccolta = aRaccolte(iRacCorr);
@@ -266,14 +276,12 @@ void frmMain::mnuSottoraccolta_Click() {
 void frmMain::mnuVarieSalva_Click() {
   if (iRacCorr < 0) return;
   protetto("frmMain!VarieSalva", [&] {
-    auto* grid = platform::forms()[QStringLiteral("frmGrid")].control<platform::DataGrid>(
-        QStringLiteral("grd"));
     const store::RecordsetPtr config = tableByKey(QStringLiteral("GRDCONFIG"));
-    for (int i = 0; i < grid->ColumnCount(); ++i) {
+    for (int i = 0; i < grd().ColumnCount(); ++i) {
       config->Seek(QStringLiteral("="), {aRaccolte(iRacCorr).sQuery, i});
       if (config->NoMatch()) continue;
       config->Edit();
-      config->SetValue(QStringLiteral("Larghezza"), grid->Column(i).width);
+      config->SetValue(QStringLiteral("Larghezza"), grd().Column(i).width);
       config->Update();
     }
     config->Close();

@@ -43,10 +43,9 @@ QWidget* frmRac::build() {
 }
 
 void frmRac::loaded() {
-  QObject::connect(
-      part<platform::DataControl>(QStringLiteral("dbCurr")), &platform::DataControl::writeFailed,
-      this, [](int numero, const QString& descrizione) { Errore(numero, descrizione, {}); },
-      Qt::QueuedConnection);
+  auto* dbCurr = part<platform::DataControl>(QStringLiteral("dbCurr"));
+  connect(dbCurr, &platform::DataControl::writeFailed, this, SegnalaErrore);
+  connect(dbCurr, &platform::DataControl::readFailed, this, SegnalaErrore);
   focus_.watch(Window());
 }
 

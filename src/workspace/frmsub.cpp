@@ -1,6 +1,7 @@
 #include "workspace/frmsub.h"
 
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QStackedLayout>
 
 #include "core/errore.h"
@@ -13,6 +14,7 @@
 #include "platform/data_grid.h"
 #include "platform/system_path.h"
 #include "workspace/lampeggio.h"
+#include "workspace/riga_sospesa.h"
 #include "workspace/sub_view.h"
 
 namespace tavolix {
@@ -68,12 +70,10 @@ void frmSub::connectControls() {
   press("cmdEsci", &frmSub::cmdEsci_Click);
   CollegaAiuto(*control<QPushButton>(QStringLiteral("cmdAiuto")));
   connect(&grdSub(), &platform::DataGrid::beforeUpdate, this, [this] { grdSub_BeforeUpdate(); });
-  const auto report = [](int numero, const QString& descrizione) {
-    Errore(numero, descrizione, {});
-  };
-  connect(&grdSub(), &platform::DataGrid::writeFailed, this, report, Qt::QueuedConnection);
-  connect(&grdSub(), &platform::DataGrid::readFailed, this, report, Qt::QueuedConnection);
-  connect(&dbSubCurr(), &platform::DataControl::writeFailed, this, report, Qt::QueuedConnection);
+  connect(&grdSub(), &platform::DataGrid::writeFailed, this, SegnalaErrore);
+  connect(&grdSub(), &platform::DataGrid::readFailed, this, SegnalaErrore);
+  connect(&dbSubCurr(), &platform::DataControl::writeFailed, this, SegnalaErrore);
+  connect(&dbSubCurr(), &platform::DataControl::readFailed, this, SegnalaErrore);
 }
 
 QVariant frmSub::parentKey(int iSub) const {
@@ -113,14 +113,11 @@ void frmSub::showPanel(int iSub) {
 }
 
 void frmSub::Salva() {
-  ignorando([this] {
-    if (bRecordValido(rows())) dbSubCurr().UpdateRecord();
-  });
-  ignorando([this] { grdSub().CommitCell(); });
+  ignorando([this] { RigaSospesa{dbSubCurr(), grdSub()}.Salva(); });
 }
 
 void frmSub::AbilitazionePannello() {
-  AbilitazionePannello(rows() && rows()->RecordCount() != 0);
+  AbilitazionePannello(rows() && rows()->IsOpen() && rows()->RecordCount() != 0);
 }
 
 void frmSub::AbilitazionePannello(bool bAbilita) {
@@ -152,6 +149,11 @@ void frmSub::CreaNuovo(bool bDuplica) {
     Puntatore(kClessidra);
     Cedi();
     const store::RecordsetPtr rs = rows();
+    // A row that is not made is given up with what was typed for it.
+    const auto giveUp = qScopeGuard([this, rs] {
+      if (rs && rs->IsOpen() && rs->Mode() == store::EditMode::Add) rs->CancelUpdate();
+      AbilitazionePannello();
+    });
     if (!rs) throw store::Failure(store::failure::kClosed, QStringLiteral("Nessun elenco aperto"));
     // A parent that another program has deleted gets no more rows.
     dbElenco().Recordset()->RefreshRow();
@@ -203,7 +205,7 @@ bool frmSub::keyDown(int key, Qt::KeyboardModifiers) {
 }
 
 void frmSub::cmdEsci_Click() {
-  Salva();
+  if (!RigaSospesa{dbSubCurr(), grdSub()}.bLascia()) return;
   FermaLampeggio();
   Hide();
 }

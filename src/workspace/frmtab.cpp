@@ -86,11 +86,8 @@ void frmTab::connectControls() {
   connect(&grd(), &platform::DataGrid::beforeUpdate, this, &frmTab::grd_BeforeUpdate);
   connect(&grd(), &platform::DataGrid::updateRefused, this, [this] { iMsg(sRifiuto_, 0); });
   connect(&grd(), &platform::DataGrid::clicked, this, &frmTab::grd_Click);
-  const auto report = [](int numero, const QString& descrizione) {
-    Errore(numero, descrizione, {});
-  };
-  connect(&grd(), &platform::DataGrid::writeFailed, this, report, Qt::QueuedConnection);
-  connect(&grd(), &platform::DataGrid::readFailed, this, report, Qt::QueuedConnection);
+  connect(&grd(), &platform::DataGrid::writeFailed, this, SegnalaErrore);
+  connect(&grd(), &platform::DataGrid::readFailed, this, SegnalaErrore);
 }
 
 void frmTab::CaricaTAB(int iRac, int iCampo) {
@@ -148,9 +145,7 @@ void frmTab::listChanged() const {
 
 // What is being typed into the list is written first; nothing else is done if it cannot be.
 bool frmTab::confirmEdit() {
-  bModificaValida_ = true;
-  grd().CommitCell();
-  return bModificaValida_;
+  return grd().CommitCell();
 }
 
 void frmTab::afterEdit(void (frmTab::*command)()) {
@@ -209,8 +204,7 @@ void frmTab::grd_BeforeUpdate(bool* cancel) {
   } else if (bEsisteGia(testo, false)) {
     sRifiuto_ = QStringLiteral("Voce gia' presente in elenco!");
   }
-  bModificaValida_ = sRifiuto_.isEmpty();
-  *cancel = !bModificaValida_;
+  *cancel = !sRifiuto_.isEmpty();
 }
 
 void frmTab::grd_Click(const QModelIndex& cell) {

@@ -69,7 +69,6 @@ class frmTab final : public platform::Form {
   QString sCodTab_;
   int iRacTab_ = 0;
   int iCampo_ = 0;
-  bool bModificaValida_ = true;
   bool bScelta_ = true;  // the current value is for the record
   QString sRifiuto_;
   qint64 lRigaDaMostrare_ = 0;

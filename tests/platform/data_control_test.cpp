@@ -110,9 +110,20 @@ TEST_F(DataControlTest, KeepsWhatCannotBeWritten) {
     EXPECT_EQ(title(), text);
     EXPECT_EQ(rows().Mode(), store::EditMode::None);
   }
+  const std::function<void()> ways[] = {
+      [&] { rows().MoveNext(); },
+      [&] { rows().AddNew(); },
+      [&] { data_.Refresh(); },
+      [&] { data_.SetDatabaseName("altro"); },
+      [&] { data_.SetRecordset(nullptr); },
+  };
+  for (const auto& leave : ways) EXPECT_THROW(leave(), store::Failure);
+  EXPECT_EQ(failed_.count(), 0);
+  EXPECT_EQ(title(), "Libro 2");
+  EXPECT_EQ(rows().AbsolutePosition(), 0);
+  archive_.rename(1, "Altro");
   rows().MoveNext();
-  EXPECT_EQ(failed_.count(), 1);
-  EXPECT_EQ(titles(), "Libro 1|Libro 2|Libro 3");
+  EXPECT_EQ(titles(), "Libro 2|Altro|Libro 3");
 }
 
 TEST_F(DataControlTest, LeavesANewRowToItsUpdate) {

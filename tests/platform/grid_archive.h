@@ -28,6 +28,15 @@ class GridArchive final {
     return fresh->ValueAt(row, fresh->FieldIndex(field)).toString();
   }
 
+  // As another window of the program would.
+  void rename(int row, const QString& title) {
+    const store::RecordsetPtr fresh = books();
+    fresh->SetAbsolutePosition(row);
+    fresh->Edit();
+    fresh->SetValue("Titolo", title);
+    fresh->Update();
+  }
+
   // The publishers, read when they are first asked for.
   LookupListPtr list() {
     const auto all = [this] {

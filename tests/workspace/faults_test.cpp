@@ -1,3 +1,5 @@
+#include <QLineEdit>
+
 #include "desk.h"
 #include "store/patience.h"
 
@@ -109,26 +111,64 @@ TEST_F(Faults, ACollectionThatIsNotThere) {
   }
 }
 
-// What could not be written is kept, and written wherever one goes.
+// What cannot be written stays where it was typed, is told once, and written wherever one goes.
 TEST_F(Faults, ALockedArchive) {
-  ASSERT_TRUE(start());
-  const function<void()> ways[] = {[] { press("Down"); }, [] { selectByTab(2); },
-                                   [] { trigger("mnuFileChiudi"); }};
+  const function<void()> ways[] = {[] { press("Down"); }, [] { press("F12"); },
+                                   [] { selectByTab(2); }, [] { trigger("mnuFileChiudi"); }};
+  const function<void()>& leaves = ways[3];
   store::mostPatience = 100;
-  for (const auto& go : ways) {
-    selectByTab(0);
-    goTo(3);
-    const QString text = "In attesa di " + stored("Titolo");
-    Outside other(folder_.path("esempio.tvx"), SQLite::OPEN_READWRITE);
-    other.exec("BEGIN EXCLUSIVE");
-    answerAll();
-    fill("txtTitolo", text);
-    EXPECT_TRUE(message().contains("3260"));
-    EXPECT_EQ(boxText("txtTitolo"), text);
-    other.exec("COMMIT");
-    EXPECT_EQ(changesBy(go), "MAIN.Titolo=" + text);
-    EXPECT_EQ(message(), QString("-"));
+  for (const bool inCell : {false, true}) {
+    ASSERT_TRUE(start());
+    const auto typed = [inCell] {
+      const auto* cell = grid()->indexWidget(grid()->currentIndex());
+      return inCell && cell != nullptr ? dynamic_cast<const QLineEdit&>(*cell).text()
+                                       : boxText("txtTitolo");
+    };
+    for (const auto& go : ways) {
+      SCOPED_TRACE(QStringLiteral("%1 %2").arg(inCell).arg(&go - ways).toStdString());
+      selectByTab(0);
+      goTo(3, "Titolo");
+      const QString text = "In attesa di " + stored("Titolo");
+      Outside other(folder_.path("esempio.tvx"), SQLite::OPEN_READWRITE);
+      other.exec("BEGIN EXCLUSIVE");
+      answer(platform::kOk);
+      if (inCell) {
+        press("F2");
+        replace(text);
+        press("Return");
+        QTest::qWait(1);
+      } else {
+        fill("txtTitolo", text);
+      }
+      EXPECT_TRUE(message().contains("3260"));
+      if (&go == &leaves) answer(platform::kYes);
+      go();
+      EXPECT_EQ(message() == "-", &go != &leaves);
+      EXPECT_EQ(typed(), text);
+      EXPECT_EQ(iRacCorr, 0);
+      EXPECT_EQ(tabs()->SelectedTag(), QString("0"));
+      EXPECT_EQ(list()->AbsolutePosition(), 3);
+      other.exec("COMMIT");
+      EXPECT_EQ(changesBy(go), "MAIN.Titolo=" + text);
+      EXPECT_EQ(message(), QString("-"));
+    }
+    end();
   }
+  store::mostPatience = 2000;
+}
+
+TEST_F(Faults, AnArchiveThatStaysLocked) {
+  store::mostPatience = 100;
+  ASSERT_TRUE(start());
+  Outside other(folder_.path("esempio.tvx"), SQLite::OPEN_READWRITE);
+  other.exec("BEGIN IMMEDIATE");
+  enter("txtTitolo");
+  replace("Mai scritto");
+  answer(platform::kNo);
+  trigger("mnuFileChiudi");
+  EXPECT_FALSE(platform::forms().isLoaded("frmGrid"));
+  other.exec("COMMIT");
+  EXPECT_EQ(count("MAIN WHERE Titolo = 'Mai scritto'"), 0);
   store::mostPatience = 2000;
 }
 

@@ -1,4 +1,5 @@
 #include "desk.h"
+#include "store/patience.h"
 
 namespace tavolix {
 namespace {
@@ -155,6 +156,43 @@ TEST_F(Sub, ShowsAndAddsNoRowsWhereItCannot) {
     EXPECT_NE(message(), QString("-"));
     EXPECT_EQ(count("AUDSUB WHERE AudID = " + key), 0);
   });
+}
+
+// A row that could not be made leaves the one that was current, and takes no keys of it.
+TEST_F(Sub, GoesOnWithItsRowAfterALock) {
+  selectByTab(2);
+  const QString own = "AUDSUB WHERE AudID = " + stored("AUD.ID");
+  const int before = count(own);
+  store::mostPatience = 100;
+  inChildren([&] {
+    for (const char* key : {"Alt+N", "Alt+D"}) {
+      rows()->setCurrentIndex(rows()->model()->index(1, 0));
+      Outside other(folder_.path("esempio.tvx"), SQLite::OPEN_READWRITE);
+      other.exec("BEGIN IMMEDIATE");
+      answer(platform::kOk);
+      press(key);
+      EXPECT_TRUE(message().contains("3260"));
+      other.exec("COMMIT");
+      part("txtSubAudTitolo")->setFocus();
+      replace(key);
+      press("Return");
+      EXPECT_EQ(count(own + " AND Titolo = '" + key + "'"), 1);
+    }
+  });
+  EXPECT_EQ(count(own), before);
+  store::mostPatience = 2000;
+}
+
+TEST_F(Sub, CopiesTheStoredDateOfOneThatIsNone) {
+  selectByTab(7);
+  const QString own = "PERSUB WHERE PerID = " + stored("PER.ID");
+  folder_.outside("UPDATE PERSUB SET Data = 36526");
+  inChildren([] {
+    part("txtPerDta")->setFocus();
+    replace("31022000");
+    press("Alt+D");
+  });
+  EXPECT_EQ(count(own + " AND Data IS NULL"), 0);
 }
 
 }  // namespace

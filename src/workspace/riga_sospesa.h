@@ -1,0 +1,24 @@
+#pragma once
+
+namespace platform {
+class DataControl;
+class DataGrid;
+}  // namespace platform
+
+namespace tavolix {
+
+// What was typed for the current row, in the boxes of a form and in the cells of its list.
+struct RigaSospesa {
+  platform::DataControl& form;
+  platform::DataGrid& list;
+
+  // Writes it. A failure is told by form or list, once, and otherwise ignored.
+  void Salva() const;
+  // True where it could not be written: it still stands in its box or cell.
+  bool bResta() const;
+  // Writes it for good, as form or program are left. Where that cannot be done, asks whether to
+  // wait; true if nothing is left, or it is to be given up.
+  bool bLascia() const;
+};
+
+}  // namespace tavolix
