@@ -12,8 +12,6 @@
 
 #include "platform/complaint.h"
 #include "platform/drop_down_style.h"
-#include "platform/key_sender.h"
-#include "platform/popup_keys.h"
 
 namespace platform {
 namespace {
@@ -107,10 +105,6 @@ bool DataCombo::SelectText(const QString& text) {
   return row >= 0;
 }
 
-bool DataCombo::DroppedDown() const {
-  return viewReady_ && view()->isVisible();
-}
-
 void DataCombo::SetDroppedDown(bool down) {
   if (down) {
     showPopup();
@@ -120,7 +114,7 @@ void DataCombo::SetDroppedDown(bool down) {
 }
 
 void DataCombo::showPopup() {
-  if (DroppedDown()) return;
+  if (DroppedDown() || keys_.isHandingOn()) return;
   endSearch();
   useList();
   remember();
@@ -133,7 +127,7 @@ void DataCombo::prepareView() {
   view()->parentWidget()->setPalette(QApplication::palette());
   if (!viewReady_) {
     if (auto* rows = qobject_cast<QListView*>(view())) rows->setUniformItemSizes(true);
-    view()->installEventFilter(this);
+    keys_.watch();
     viewReady_ = true;
   }
   int widest = 0;
@@ -245,45 +239,20 @@ bool DataCombo::showValues(int key) {
   return true;
 }
 
-bool DataCombo::eventFilter(QObject* watched, QEvent* event) {
-  const bool asks = event->type() == QEvent::ShortcutOverride;
-  if (!asks && event->type() != QEvent::KeyPress) return QComboBox::eventFilter(watched, event);
-  const auto& key = static_cast<const QKeyEvent&>(*event);
-  const bool own = leavesList(key.key()) || key.key() == Qt::Key_Escape;
-  if (!asks) return popupKey(key);
-  if (own) event->accept();
-  return own;
-}
-
-// Keys pressed while the list is open. True if the key has been used up.
-bool DataCombo::popupKey(const QKeyEvent& event) {
-  if (showValues(event.key())) return true;
-  if (leavesList(event.key()) || isCommand(event)) {
-    acceptRow();
-    if (isEnter(event.key()) && enterStays_) return true;
-    // The closed control gets the key too, before the next one comes: it may lead to the next
-    // field, or to another window.
-    const std::unique_ptr<QKeyEvent> key(event.clone());
-    sendKey(*this, *key);
-    return true;
-  }
-  if (event.key() == Qt::Key_Escape) {
-    restore();
-    return true;
-  }
-  if (typeKey(event)) return true;
+bool DataCombo::typed(const QKeyEvent& event) {
+  if (showValues(event.key()) || typeKey(event)) return true;
   if (movesRow(event.key())) dropSearch();
   return event.key() == Qt::Key_Space;
 }
 
-void DataCombo::acceptRow() {
+void DataCombo::takeRow(int) {
   const int row = view()->currentIndex().row();
   endSearch();
   hidePopup();
   if (row >= 0 && row != currentIndex()) choose(row);
 }
 
-void DataCombo::restore() {
+void DataCombo::giveUp() {
   dropSearch();
   missedText_.clear();
   hidePopup();

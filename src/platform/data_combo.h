@@ -6,6 +6,7 @@
 
 #include "platform/bound_control.h"
 #include "platform/lookup_list.h"
+#include "platform/popup_keys.h"
 
 namespace platform {
 
@@ -13,7 +14,7 @@ namespace platform {
 // Until the list is needed the control holds its present text only. Keys typed build the beginning
 // of a text, and select the first value with it at once; where there is none, the value from before
 // comes back. A key that is not in the list shows blank and stays until the user chooses.
-class DataCombo final : public QComboBox, public BoundControl {
+class DataCombo final : public QComboBox, public BoundControl, private PopupKeys::Box {
   Q_OBJECT
  public:
   explicit DataCombo(QWidget* parent = nullptr);
@@ -34,7 +35,7 @@ class DataCombo final : public QComboBox, public BoundControl {
   void SetValuesWindow(std::function<void()> open) { openValues_ = std::move(open); }
   // What was typed last and is in no value; until another value is shown or chosen.
   QString MissedText() const { return missedText_; }
-  bool DroppedDown() const;
+  bool DroppedDown() const { return keys_.isOpen(); }
   void SetDroppedDown(bool down);
 
   void showPopup() override;
@@ -47,7 +48,6 @@ class DataCombo final : public QComboBox, public BoundControl {
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
-  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   bool usesList() const { return list_ != nullptr && model() == list_.get(); }
@@ -64,9 +64,10 @@ class DataCombo final : public QComboBox, public BoundControl {
   void dropSearch();
   void tellMissed(const QString& text);
   bool showValues(int key);
-  bool popupKey(const QKeyEvent& event);
-  void acceptRow();
-  void restore();
+  void takeRow(int key) override;
+  void giveUp() override;
+  bool enterStays() const override { return enterStays_; }
+  bool typed(const QKeyEvent& event) override;
 
   LookupListPtr list_;
   QStringListModel ownText_;
@@ -76,6 +77,7 @@ class DataCombo final : public QComboBox, public BoundControl {
   QString search_;
   bool missing_ = false;  // no value begins with search_
   QString missedText_;
+  PopupKeys keys_{*this, *this};
   bool viewReady_ = false;
   bool enterStays_ = false;
   qint64 keyBefore_ = 0;  // the popup, or the search

@@ -5,11 +5,8 @@
 #include <QKeyEvent>
 #include <QTimer>
 #include <QWheelEvent>
-#include <memory>
 
 #include "platform/drop_down_style.h"
-#include "platform/key_sender.h"
-#include "platform/popup_keys.h"
 
 namespace platform {
 namespace {
@@ -25,8 +22,9 @@ DropDown::DropDown(QWidget* parent) : QComboBox(parent) {
 }
 
 void DropDown::showPopup() {
+  if (keys_.isHandingOn()) return;
+  keys_.watch();
   if (!ready_) {
-    view()->installEventFilter(this);
     connect(this, &QComboBox::activated, this, [this] {
       if (open_) Q_EMIT picked();
     });
@@ -46,35 +44,17 @@ void DropDown::hidePopup() {
 
 // What comes to the box while its list is open is for the list.
 void DropDown::keyPressEvent(QKeyEvent* event) {
-  if (!ready_ || !view()->isVisible()) return QComboBox::keyPressEvent(event);
+  if (!keys_.isOpen()) return QComboBox::keyPressEvent(event);
   QCoreApplication::sendEvent(view(), event);
 }
 
-bool DropDown::eventFilter(QObject* watched, QEvent* event) {
-  const bool asks = event->type() == QEvent::ShortcutOverride;
-  if (!asks && event->type() != QEvent::KeyPress) return QComboBox::eventFilter(watched, event);
-  const auto& key = static_cast<const QKeyEvent&>(*event);
-  const bool own = leavesList(key.key()) || key.key() == Qt::Key_Escape;
-  if (!own && !isCommand(key)) return QComboBox::eventFilter(watched, event);
-  if (asks && !own) return false;
-  event->accept();
-  if (!asks) popupKey(key);
-  return true;
-}
-
-// Enter and Escape end here. What else closes the list does so before the key goes its way.
-void DropDown::popupKey(const QKeyEvent& event) {
+void DropDown::takeRow(int key) {
   const int row = view()->currentIndex().row();
   hidePopup();
-  if (event.key() == Qt::Key_Escape) return;
-  open_ = isEnter(event.key());
-  if (row >= 0) {
-    setCurrentIndex(row);
-    Q_EMIT activated(row);
-  }
-  if (isEnter(event.key())) return;
-  const std::unique_ptr<QKeyEvent> key(event.clone());
-  sendKey(*this, *key);
+  open_ = isEnter(key);
+  if (row < 0) return;
+  setCurrentIndex(row);
+  Q_EMIT activated(row);
 }
 
 void DropDown::wheelEvent(QWheelEvent* event) {

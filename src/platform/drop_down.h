@@ -2,12 +2,14 @@
 
 #include <QComboBox>
 
+#include "platform/popup_keys.h"
+
 namespace platform {
 
 // A list of fixed choices. While it is open, keys move in it; Enter takes the row and Escape leaves
 // what was there, and neither goes on to the window. Tab and the window's own keys take the row
 // and go on. The wheel does not turn it.
-class DropDown final : public QComboBox {
+class DropDown final : public QComboBox, private PopupKeys::Box {
   Q_OBJECT
  public:
   explicit DropDown(QWidget* parent = nullptr);
@@ -21,12 +23,13 @@ class DropDown final : public QComboBox {
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
-  bool eventFilter(QObject* watched, QEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
 
  private:
-  void popupKey(const QKeyEvent& event);
+  void takeRow(int key) override;
+  void giveUp() override { hidePopup(); }
 
+  PopupKeys keys_{*this, *this};
   bool ready_ = false;
   bool open_ = false;
 };

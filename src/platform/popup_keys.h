@@ -1,15 +1,52 @@
 #pragma once
 
+#include <QObject>
+
+class QComboBox;
 class QKeyEvent;
 
 namespace platform {
 
-// What keys mean while the list of a combo box is open.
-
-// A key that is for the window, whatever the list shows: a function key, a letter with Ctrl or Alt.
-bool isCommand(const QKeyEvent& event);
 bool isEnter(int key);
 // A key that takes the row and leads to the next field.
 bool leavesList(int key);
+
+// Keys while the list of a combo box is open, told the box in its own terms. One that is for the
+// window, whatever the list shows (a function key, a letter with Ctrl or Alt), takes the row and
+// goes on to the box once the list is closed; it does not open it again.
+class PopupKeys final : public QObject {
+ public:
+  // What a kind of box does with its open list.
+  class Box {
+   public:
+    // Closes the list and takes its row, for a key that does so.
+    virtual void takeRow(int key) = 0;
+    // Closes the list and leaves what was there.
+    virtual void giveUp() = 0;
+    // True if Enter ends with the row that it takes, and does not go on.
+    virtual bool enterStays() const { return true; }
+    // True for any other key that the box uses up itself.
+    virtual bool typed(const QKeyEvent&) { return false; }
+
+   protected:
+    ~Box() = default;
+  };
+
+  PopupKeys(QComboBox& combo, Box& box) : combo_(combo), box_(box) {}
+  // To be called before the list is shown.
+  void watch();
+  bool isOpen() const;
+  // True while a key goes on to the box: its list stays closed.
+  bool isHandingOn() const { return handingOn_; }
+
+ private:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  bool press(const QKeyEvent& event);
+
+  QComboBox& combo_;
+  Box& box_;
+  bool watching_ = false;
+  bool handingOn_ = false;
+};
 
 }  // namespace platform
