@@ -7,7 +7,6 @@
 #include "app/program_folder.h"
 #include "archives/modmanarc.h"
 #include "assist/frmbasic.h"
-#include "core/errore.h"
 #include "core/modini.h"
 #include "core/modmain.h"
 #include "core/modutil.h"
@@ -20,16 +19,6 @@
 #include "workspace/frmmain.h"
 
 namespace {
-
-// A failure that no procedure has taken ends the event it came from, not the program.
-class Application final : public QApplication {
- public:
-  using QApplication::QApplication;
-
-  bool notify(QObject* receiver, QEvent* event) override {
-    return tavolix::protetto("", [&] { return QApplication::notify(receiver, event); });
-  }
-};
 
 void applyLooks(QApplication& application) {
   tavolix::ImpostaFileIni(tavolix::sPathCompleto(QStringLiteral("tvx.ini")));
@@ -87,7 +76,7 @@ int main(int argc, char** argv) {
     std::fputs(answer->toLocal8Bit().constData(), stdout);
     return 0;
   }
-  Application application(argc, argv);
+  QApplication application(argc, argv);
   QApplication::setApplicationName(QStringLiteral("tavolix"));
   QApplication::setQuitOnLastWindowClosed(false);
   tavolix::ImpostaCartellaProgramma(tavolix::programFolder());

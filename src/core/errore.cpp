@@ -2,6 +2,7 @@
 
 #include "core/modutil.h"
 #include "platform/form.h"
+#include "platform/handlers.h"
 #include "platform/message_box.h"
 
 namespace tavolix {
@@ -55,6 +56,13 @@ void SegnalaErrore(int numero, const QString& descrizione) {
 
 void TogliSegnalazioni() {
   segnalati().clear();
+}
+
+void CollegaErrori() {
+  platform::setFailureReporter([](const store::Failure& failure) {
+    RicordaFallimento(failure);
+    Errore();
+  });
 }
 
 }  // namespace tavolix

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QScopeGuard>
 #include <QString>
 #include <type_traits>
 #include <utility>
@@ -51,5 +52,15 @@ bool ignorando(Work&& work) {
     return false;
   }
 }
+
+// Runs work as its scope is left, whatever has happened. Another failure may be on its way: those
+// of the work are ignored.
+template <typename Work>
+[[nodiscard]] auto infine(Work work) {
+  return qScopeGuard([work = std::move(work)]() mutable { ignorando(work); });
+}
+
+// Lets this dialog tell the failures that end a handler of an event.
+void CollegaErrori();
 
 }  // namespace tavolix

@@ -4,7 +4,6 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QLabel>
-#include <QScopeGuard>
 #include <QTabWidget>
 
 #include "core/errore.h"
@@ -65,7 +64,7 @@ qint64 lRecordElenco() {
 void DBRefresh() {
   protetto("modCuore!DBRefresh", [] {
     // A clause that is refused stays in force until it is changed, beside the list that was there.
-    const auto told = qScopeGuard([] { AggiornaBarraStato(); });
+    const auto told = infine([] { AggiornaBarraStato(); });
     dbElenco().SetRecordSource(sTestoElenco(aRaccolte(iRacCorr)));
     dbElenco().Refresh();
     bElencoFiltrato = !aRaccolte(iRacCorr).sFiltro.isEmpty();
@@ -167,6 +166,7 @@ void ApriComboAttivo() {
     auto* list = dynamic_cast<platform::DataCombo*>(active);
     const bool open =
         list != nullptr ? list->DroppedDown() : combo != nullptr && combo->view()->isVisible();
+    if (list != nullptr) return list->SetDroppedDown(true);
     if (combo != nullptr && !open) combo->showPopup();
   });
 }

@@ -121,6 +121,7 @@ void ChiudiWorkspace() {
 }
 
 bool bAvvia(const QString& rigaComando) {
+  CollegaErrori();
   return protetto("modMain!main", [&] {
     const QString archive = archiveOf(rigaComando);
     platform::setCurrentDirectory(sCartellaProgramma());

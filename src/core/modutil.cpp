@@ -8,6 +8,7 @@
 
 #include "core/errore.h"
 #include "platform/clock.h"
+#include "platform/commands.h"
 #include "platform/data_combo.h"
 #include "platform/flash_target.h"
 #include "platform/form.h"
@@ -40,7 +41,7 @@ void Puntatore(int forma) {
 }
 
 void Cedi() {
-  QCoreApplication::processEvents();
+  platform::yieldToPaint();
 }
 
 int iMsg(const QString& sTesto, int iTipo) {

@@ -22,7 +22,7 @@ inline constexpr int kClessidra = 11;
 
 // Mouse pointer of the whole program, by its number.
 void Puntatore(int forma);
-// Lets pending events run.
+// Lets windows be painted and timers run; what the user does waits until the work is done.
 void Cedi();
 
 // Message box under "Attenzione!". Type 0 warns, 2 asks yes or no. 1 yes, 0 no, -1 anything else.

@@ -6,7 +6,10 @@
 #include <QStringList>
 #include <stdexcept>
 
+#include "platform/commands.h"
 #include "platform/file_system.h"
+#include "platform/form.h"
+#include "platform/key_handover.h"
 
 namespace platform {
 namespace {
@@ -32,7 +35,11 @@ QString run(QFileDialog& dialog) {
   if (state.noWindow) {
     throw std::logic_error("unexpected dialog: " + dialog.windowTitle().toStdString());
   }
-  if (dialog.exec() != QDialog::Accepted) return {};
+  const Commands::Question question;
+  KeyHandover::to(&dialog);
+  const int answer = dialog.exec();
+  if (QWidget* front = windowInFront()) KeyHandover::to(front);
+  if (answer != QDialog::Accepted) return {};
   return dialog.selectedFiles().value(0);
 }
 

@@ -12,6 +12,7 @@
 
 #include "platform/complaint.h"
 #include "platform/drop_down_style.h"
+#include "platform/handlers.h"
 
 namespace platform {
 namespace {
@@ -47,7 +48,7 @@ DataCombo::DataCombo(QWidget* parent) : QComboBox(parent) {
   setMaxVisibleItems(kVisibleRows);
   setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
   setMinimumContentsLength(kContentsLetters);
-  connect(this, &QComboBox::activated, this, &DataCombo::onActivated);
+  onSignal(this, &QComboBox::activated, this, [this](int row) { onActivated(row); });
   useOwnText();
 }
 
@@ -55,7 +56,7 @@ void DataCombo::SetList(LookupListPtr list) {
   disconnect(listChanged_);
   list_ = std::move(list);
   if (list_ != nullptr) {
-    listChanged_ = connect(list_.get(), &LookupList::changed, this, &DataCombo::useOwnText);
+    listChanged_ = onSignal(list_.get(), &LookupList::changed, this, [this] { useOwnText(); });
   }
   useOwnText();
 }
@@ -107,13 +108,17 @@ bool DataCombo::SelectText(const QString& text) {
 
 void DataCombo::SetDroppedDown(bool down) {
   if (down) {
-    showPopup();
+    open();
   } else {
     hidePopup();
   }
 }
 
 void DataCombo::showPopup() {
+  guarded([this] { open(); });
+}
+
+void DataCombo::open() {
   if (DroppedDown() || keys_.isHandingOn()) return;
   endSearch();
   useList();
@@ -139,6 +144,10 @@ void DataCombo::prepareView() {
 }
 
 void DataCombo::keyPressEvent(QKeyEvent* event) {
+  guarded([&] { pressKey(event); });
+}
+
+void DataCombo::pressKey(QKeyEvent* event) {
   if (typeKey(*event) || showValues(event->key())) return;
   if (!movesRow(event->key()) && !opensList(event->key())) {
     event->ignore();
@@ -155,7 +164,8 @@ void DataCombo::keyPressEvent(QKeyEvent* event) {
 }
 
 void DataCombo::inputMethodEvent(QInputMethodEvent* event) {
-  if (!event->commitString().isEmpty()) search(search_ + event->commitString());
+  if (event->commitString().isEmpty()) return;
+  guarded([&] { search(search_ + event->commitString()); });
 }
 
 // True if the key belongs to the text that is searched for.

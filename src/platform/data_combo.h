@@ -36,6 +36,7 @@ class DataCombo final : public QComboBox, public BoundControl, private PopupKeys
   // What was typed last and is in no value; until another value is shown or chosen.
   QString MissedText() const { return missedText_; }
   bool DroppedDown() const { return keys_.isOpen(); }
+  // Reads the list to drop it down, and fails as that does.
   void SetDroppedDown(bool down);
 
   void showPopup() override;
@@ -51,6 +52,8 @@ class DataCombo final : public QComboBox, public BoundControl, private PopupKeys
 
  private:
   bool usesList() const { return list_ != nullptr && model() == list_.get(); }
+  void open();
+  void pressKey(QKeyEvent* event);
   void useList();
   void useOwnText();
   void prepareView();

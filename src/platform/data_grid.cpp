@@ -8,6 +8,7 @@
 
 #include "platform/form.h"
 #include "platform/grid_editors.h"
+#include "platform/handlers.h"
 
 namespace platform {
 

@@ -45,6 +45,8 @@ void DropDown::hidePopup() {
 // What comes to the box while its list is open is for the list.
 void DropDown::keyPressEvent(QKeyEvent* event) {
   if (!keys_.isOpen()) return QComboBox::keyPressEvent(event);
+  // The key that opens a list has just done so.
+  if (event->key() == Qt::Key_F4) return;
   QCoreApplication::sendEvent(view(), event);
 }
 

@@ -9,11 +9,19 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/commands.h"
+#include "platform/handlers.h"
+#include "platform/key_handover.h"
 #include "platform/key_sender.h"
-#include "platform/modal_input.h"
 #include "store/failure.h"
 
 namespace platform {
+
+// A click may just have made a window active that has no input.
+QWidget* windowInFront() {
+  QWidget* modal = QApplication::activeModalWidget();
+  return modal != nullptr ? modal : QApplication::activeWindow();
+}
 
 Form::Form(const QString& name) {
   setObjectName(name);
@@ -82,19 +90,24 @@ void Form::ShowOver(Form* owner) {
 
 void Form::ShowModal(Form* owner) {
   belongTo(owner);
-  QPointer<QWidget> front = QApplication::activeWindow();
+  QPointer<QWidget> front = windowInFront();
   if (front == nullptr && owner != nullptr && owner->IsLoaded()) front = owner->Window();
   {
-    const ModalInput::Turn turn(window_);
+    const Commands::Question question;
     if (front != nullptr && front != window_) standOver(*front);
+    window_->setWindowModality(Qt::ApplicationModal);
+    KeyHandover::to(window_);
     window_->show();
     window_->activateWindow();
     QEventLoop loop;
     while (window_ && window_->isVisible()) {
       loop.processEvents(QEventLoop::WaitForMoreEvents);
     }
+    if (window_) window_->setWindowModality(Qt::NonModal);
   }
-  if (front != nullptr) front->activateWindow();
+  if (front == nullptr) return;
+  front->activateWindow();
+  KeyHandover::to(front);
 }
 
 // Above the window that is in front, whichever it belongs to.
@@ -177,23 +190,35 @@ bool Form::pressKey(QKeyEvent& key) {
 }
 
 bool Form::eventFilter(QObject* watched, QEvent* event) {
-  const bool asked = event->type() == QEvent::ShortcutOverride;
-  if ((asked || event->type() == QEvent::KeyPress) && watchesKey(watched)) {
-    auto& key = static_cast<QKeyEvent&>(*event);
+  return guarded([&] { return filtered(watched, *event); });
+}
+
+bool Form::filtered(QObject* watched, QEvent& event) {
+  const bool asked = event.type() == QEvent::ShortcutOverride;
+  if ((asked || event.type() == QEvent::KeyPress) && watchesKey(watched)) {
+    auto& key = static_cast<QKeyEvent&>(event);
     return asked ? takesShortcut(key) : pressKey(key);
   }
   if (watched != window_) return false;
-  if (event->type() == QEvent::Resize) resized();
-  if (event->type() == QEvent::WindowActivate) cameToFront();
-  if (event->type() == QEvent::Hide && inFront() == window_) inFront() = nullptr;
-  if (event->type() == QEvent::Close && event->spontaneous()) {
-    event->ignore();
-    // The answer may show a dialog: the close event must be over before.
-    QMetaObject::invokeMethod(
-        this, [this] { Unload(); }, Qt::QueuedConnection);
+  if (event.type() == QEvent::Resize) resized();
+  if (event.type() == QEvent::WindowActivate) cameToFront();
+  if (event.type() == QEvent::Hide && inFront() == window_) inFront() = nullptr;
+  if (event.type() == QEvent::Close && event.spontaneous()) {
+    event.ignore();
+    closeByBox();
     return true;
   }
   return false;
+}
+
+// The answer may show a dialog: the close event must be over before.
+void Form::closeByBox() {
+  const auto close = [this] { runCommand([this] { Unload(); }); };
+  QMetaObject::invokeMethod(this, close, Qt::QueuedConnection);
+}
+
+void Form::runCommand(std::function<void()> work) {
+  Commands::run(window_, [work = std::move(work)] { guarded(work); });
 }
 
 void Forms::add(const QString& name, std::function<std::unique_ptr<Form>()> make) {

@@ -13,6 +13,9 @@ class QKeyEvent;
 
 namespace platform {
 
+// The window that has the input: the uppermost modal one, else the active one; null if none has.
+QWidget* windowInFront();
+
 // Sizes and places are told in twips: 15 to a pixel at 96 dots an inch.
 inline constexpr int kTwipsPerPixel = 15;
 int toPixels(int twips);  // to the nearest pixel
@@ -35,9 +38,10 @@ class Form : public QObject {
   bool Unload();
   QWidget* Window();  // loads
 
-  void Show();                  // modeless
-  void ShowOver(Form* owner);   // modeless, always above the owner's window
-  void ShowModal(Form* owner);  // returns when the window has been hidden or closed
+  void Show();                 // modeless
+  void ShowOver(Form* owner);  // modeless, always above the owner's window
+  // Before all other windows, which get no input; returns when it has been hidden or closed.
+  void ShowModal(Form* owner);
   void Hide();
   bool IsVisible() const;
   // The form's control by its name; loads. A missing name is failure 3265 with the name.
@@ -70,8 +74,13 @@ class Form : public QObject {
   // True for a key that keyDown is to get even where it is a shortcut of the window.
   virtual bool wantsShortcut(int, Qt::KeyboardModifiers) { return false; }
 
+  // Runs a command of the form that no signal has brought: in its turn, its failures told.
+  void runCommand(std::function<void()> work);
+
  private:
   bool eventFilter(QObject* watched, QEvent* event) override;
+  bool filtered(QObject* watched, QEvent& event);
+  void closeByBox();
   bool watchesKey(QObject* watched) const;
   bool takesShortcut(QKeyEvent& key);
   bool pressKey(QKeyEvent& key);

@@ -7,6 +7,7 @@
 #include <QPainter>
 
 #include "platform/date_box.h"
+#include "platform/handlers.h"
 #include "platform/masked_box.h"
 #include "platform/popup_keys.h"
 #include "platform/text_box.h"
@@ -70,7 +71,7 @@ CellList::CellList(DataCombo& combo) : QObject(&combo), combo_(combo) {
   combo.installEventFilter(this);
   // The box has neither place nor value yet.
   opening_.setSingleShot(true);
-  connect(&opening_, &QTimer::timeout, this, &CellList::open);
+  onSignal(&opening_, &QTimer::timeout, this, &CellList::open);
   opening_.start(0);
 }
 
@@ -118,7 +119,8 @@ QWidget* CellDelegate::createList(const ColumnSetup& setup, QWidget* parent) con
 }
 
 void CellDelegate::setEditorData(QWidget* editor, const QModelIndex& index) const {
-  if (BoundControl* box = BoundControl::of(editor)) box->ShowValue(index.data(Qt::EditRole));
+  BoundControl* box = BoundControl::of(editor);
+  if (box != nullptr) guarded([&] { box->ShowValue(index.data(Qt::EditRole)); });
 }
 
 void CellDelegate::setModelData(QWidget* editor, QAbstractItemModel*,

@@ -10,13 +10,17 @@
 #include <QScreen>
 #include <QScrollArea>
 #include <QScrollBar>
+#include <QTimer>
+#include <algorithm>
 #include <array>
 #include <deque>
 #include <optional>
 #include <span>
 #include <stdexcept>
 
-#include "platform/modal_input.h"
+#include "platform/commands.h"
+#include "platform/form.h"
+#include "platform/key_handover.h"
 
 namespace platform {
 namespace {
@@ -107,9 +111,17 @@ void addButtons(QMessageBox& box, int style) {
   }
 }
 
+QLabel* labelOfText(const QMessageBox& box) {
+  const auto labels = box.findChildren<QLabel*>();
+  const auto own = std::find_if(labels.begin(), labels.end(),
+                                [&](const QLabel* label) { return label->text() == box.text(); });
+  return own == labels.end() ? nullptr : *own;
+}
+
 // Puts a text that would not fit on the screen into a scrolled area.
 void keepOnScreen(QMessageBox& box) {
-  auto* label = box.findChild<QLabel*>("qt_msgbox_label");
+  QLabel* label = labelOfText(box);
+  if (label == nullptr) return;
   const QSize most = box.screen()->availableSize() * 3 / 5;
   const QSize area(qMin(most.width(), label->fontMetrics().averageCharWidth() * 80), most.height());
   const QRect needed = label->fontMetrics().boundingRect(QRect(QPoint(), QSize(area.width(), 1)),
@@ -126,25 +138,23 @@ void keepOnScreen(QMessageBox& box) {
   scroller->setWidget(label);
 }
 
-int ask(QMessageBox& box, int style) {
+int ask(QMessageBox& box, int style, QWidget* front) {
+  const Commands::Question question;
+  KeyHandover::to(&box);
   if ((style & kSetForeground) != 0) {
     box.show();
     box.raise();
     box.activateWindow();
   }
   box.exec();
+  if (front != nullptr) KeyHandover::to(front);
   for (const Button& button : buttonsOf(style)) {
     if (box.clickedButton() == box.button(button.standard)) return button.answer;
   }
   return buttonsOf(style).back().answer;
 }
 
-// A click may just have made a window active that has no input.
-QWidget* owner() {
-  QWidget* message = QApplication::activeModalWidget();
-  QWidget* form = message != nullptr ? message : ModalInput::window();
-  return form != nullptr ? form : QApplication::activeWindow();
-}
+constexpr int kPatienceMilliseconds = 50;  // until a command that yields is tried again
 
 int openMessages = 0;
 
@@ -154,6 +164,10 @@ std::deque<std::function<void()>>& waitingWork() {
 }
 
 void runWaitingWork() {
+  if (Commands::areYielding()) {
+    QTimer::singleShot(kPatienceMilliseconds, qApp, runWaitingWork);
+    return;
+  }
   while (openMessages == 0 && !waitingWork().empty()) {
     const std::function<void()> work = std::move(waitingWork().front());
     waitingWork().pop_front();
@@ -174,7 +188,8 @@ void WhenNoMessageIsOpen(std::function<void()> work) {
 
 int MsgBox(const QString& text, int style, const QString& title) {
   if (const auto answer = queuedAnswer(text, style, title)) return *answer;
-  QMessageBox box(owner());
+  QWidget* front = windowInFront();
+  QMessageBox box(front);
   box.setWindowTitle(title.isEmpty() ? "Tavolix" : title);
   box.setTextFormat(Qt::PlainText);
   box.setIcon(iconOf(style));
@@ -185,7 +200,7 @@ int MsgBox(const QString& text, int style, const QString& title) {
   const auto closed = qScopeGuard([] {
     if (--openMessages == 0) runWaitingWorkLater();
   });
-  return ask(box, style);
+  return ask(box, style, front);
 }
 
 void MessageBoxSeam::setNextAnswer(int answer) {

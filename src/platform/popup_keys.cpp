@@ -6,6 +6,7 @@
 #include <QScopedValueRollback>
 #include <memory>
 
+#include "platform/handlers.h"
 #include "platform/key_sender.h"
 
 namespace platform {
@@ -39,12 +40,16 @@ bool PopupKeys::isOpen() const {
 }
 
 bool PopupKeys::eventFilter(QObject*, QEvent* event) {
-  const bool asks = event->type() == QEvent::ShortcutOverride;
-  if (!asks && event->type() != QEvent::KeyPress) return false;
-  const auto& key = static_cast<const QKeyEvent&>(*event);
+  return guarded([&] { return filtered(*event); });
+}
+
+bool PopupKeys::filtered(QEvent& event) {
+  const bool asks = event.type() == QEvent::ShortcutOverride;
+  if (!asks && event.type() != QEvent::KeyPress) return false;
+  const auto& key = static_cast<const QKeyEvent&>(event);
   if (!asks) return press(key);
   const bool own = leavesList(key.key()) || key.key() == Qt::Key_Escape;
-  if (own) event->accept();
+  if (own) event.accept();
   return own;
 }
 

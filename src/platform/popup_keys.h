@@ -41,6 +41,7 @@ class PopupKeys final : public QObject {
 
  private:
   bool eventFilter(QObject* watched, QEvent* event) override;
+  bool filtered(QEvent& event);
   bool press(const QKeyEvent& event);
 
   QComboBox& combo_;

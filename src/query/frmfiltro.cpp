@@ -14,6 +14,7 @@
 #include "core/modutil.h"
 #include "model/raccolte.h"
 #include "platform/drop_down.h"
+#include "platform/handlers.h"
 #include "platform/icons.h"
 #include "platform/push_button.h"
 
@@ -99,7 +100,8 @@ void frmFiltro::loaded() {
   iRaccolta_ = -1;
   for (int i = 0; i < kRighe; ++i) connectRow(i);
   const auto press = [this](const char* name, const std::function<void()>& action) {
-    connect(control<QPushButton>(QString::fromLatin1(name)), &QPushButton::clicked, this, action);
+    platform::onCommand(control<QPushButton>(QString::fromLatin1(name)), &QPushButton::clicked,
+                        this, action);
   };
   press("cmdFiltro", [this] { cmdFiltro_Click(); });
   press("cmdAnnulla", [this] { applica({}); });
@@ -118,12 +120,13 @@ void frmFiltro::connectRow(int iRiga) {
   const auto changed = &QComboBox::currentIndexChanged;
   const auto picked = &platform::DropDown::picked;
   auto* altro = static_cast<platform::DropDown*>(&cboAltro(iRiga));
-  connect(altro, changed, this, [this, iRiga] { cboAltro_Click(iRiga); });
-  connect(altro, picked, this, [this, iRiga] { goTo(riga(iRiga).Campo()); });
-  connect(riga(iRiga).Campo(), changed, this, [this, iRiga] { cbpCampo_Click(iRiga); });
-  connect(riga(iRiga).Campo(), picked, this, [this, iRiga] { goTo(riga(iRiga).Condizioni()); });
-  connect(riga(iRiga).Condizioni(), picked, this,
-          [this, iRiga] { goTo(riga(iRiga).Valore(iRaccolta_)); });
+  using platform::onSignal;
+  onSignal(altro, changed, this, [this, iRiga] { cboAltro_Click(iRiga); });
+  onSignal(altro, picked, this, [this, iRiga] { goTo(riga(iRiga).Campo()); });
+  onSignal(riga(iRiga).Campo(), changed, this, [this, iRiga] { cbpCampo_Click(iRiga); });
+  onSignal(riga(iRiga).Campo(), picked, this, [this, iRiga] { goTo(riga(iRiga).Condizioni()); });
+  onSignal(riga(iRiga).Condizioni(), picked, this,
+           [this, iRiga] { goTo(riga(iRiga).Valore(iRaccolta_)); });
 }
 
 void frmFiltro::goTo(QWidget* control) {

@@ -13,6 +13,7 @@
 #include "model/raccolte.h"
 #include "platform/data_grid.h"
 #include "platform/drop_down.h"
+#include "platform/handlers.h"
 #include "platform/icons.h"
 #include "platform/option_button.h"
 #include "platform/push_button.h"
@@ -110,7 +111,8 @@ void frmOrdina::loaded() {
     }
   }
   const auto press = [this](const char* name, const std::function<void()>& action) {
-    connect(control<QPushButton>(QString::fromLatin1(name)), &QPushButton::clicked, this, action);
+    platform::onCommand(control<QPushButton>(QString::fromLatin1(name)), &QPushButton::clicked,
+                        this, action);
   };
   press("cmdElabora", [this] { cmdElabora_Click(); });
   press("cmdEsci", [this] { Unload(); });

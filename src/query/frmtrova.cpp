@@ -17,6 +17,7 @@
 #include "model/raccolte.h"
 #include "platform/data_control.h"
 #include "platform/drop_down.h"
+#include "platform/handlers.h"
 #include "platform/icons.h"
 #include "query/trova_view.h"
 
@@ -72,7 +73,8 @@ void frmTrova::unloaded() {
 
 void frmTrova::connectControls() {
   const auto press = [this](const char* name, const std::function<void()>& action) {
-    connect(control<QPushButton>(QString::fromLatin1(name)), &QPushButton::clicked, this, action);
+    platform::onCommand(control<QPushButton>(QString::fromLatin1(name)), &QPushButton::clicked,
+                        this, action);
   };
   press("CSCmdBtn1", [this] { Cerca(kPrimo); });
   press("cmdPrecedente", [this] { Cerca(kPrecedente); });
@@ -80,11 +82,12 @@ void frmTrova::connectControls() {
   press("CSCmdBtn2", [this] { Cerca(kUltimo); });
   press("cmdEsci", [this] { Hide(); });
   CollegaAiuto(*control<QPushButton>(QStringLiteral("cmdAiuto")));
-  connect(control<QRadioButton>(QStringLiteral("optRac")), &QRadioButton::clicked, this,
-          [this] { Carica(false); });
-  connect(control<QRadioButton>(QStringLiteral("optSubRac")), &QRadioButton::clicked, this,
-          [this] { Carica(true); });
-  connect(controlli_->Campo(), &QComboBox::currentIndexChanged, this, &frmTrova::cboCampo_Click);
+  platform::onCommand(control<QRadioButton>(QStringLiteral("optRac")), &QRadioButton::clicked, this,
+                      [this] { Carica(false); });
+  platform::onCommand(control<QRadioButton>(QStringLiteral("optSubRac")), &QRadioButton::clicked,
+                      this, [this] { Carica(true); });
+  platform::onSignal(controlli_->Campo(), &QComboBox::currentIndexChanged, this,
+                     [this] { cboCampo_Click(); });
 }
 
 void frmTrova::Carica(bool bSottoRaccolta) {
@@ -237,7 +240,7 @@ bool frmTrova::keyDown(int key, Qt::KeyboardModifiers) {
     if (button != nullptr) {
       button->click();
     } else {
-      Cerca(kSuccessivo);
+      runCommand([this] { Cerca(kSuccessivo); });
     }
     return true;
   }

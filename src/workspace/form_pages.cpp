@@ -14,6 +14,7 @@
 #include "platform/data_control.h"
 #include "platform/date_box.h"
 #include "platform/form.h"
+#include "platform/handlers.h"
 #include "platform/icons.h"
 #include "platform/masked_box.h"
 #include "platform/memo_box.h"
@@ -244,15 +245,15 @@ class PageBuilder {
         smallButton(QStringLiteral("cmdApriTabella(%1)").arg(numbers_.lists++), "lookup",
                     "Modifica e aggiunta delle voci disponibili", "frmTab");
     button->setProperty("Tag", QString::number(campo));
-    QObject::connect(button, &QToolButton::clicked, button,
-                     [button] { ApriTabella(button->property("Tag").toString().toInt()); });
+    platform::onCommand(button, &QToolButton::clicked, button,
+                        [button] { ApriTabella(button->property("Tag").toString().toInt()); });
     return button;
   }
 
   QToolButton* calendarButton(const QString& name, QWidget* box) const {
     QToolButton* button = smallButton(name, "calendario", "Calendario", "frmCalendario");
-    QObject::connect(button, &QToolButton::clicked, button,
-                     [box] { ApriCalendario(static_cast<platform::DateBox&>(*box)); });
+    platform::onCommand(button, &QToolButton::clicked, button,
+                        [box] { ApriCalendario(static_cast<platform::DateBox&>(*box)); });
     return button;
   }
 

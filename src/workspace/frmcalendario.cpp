@@ -10,6 +10,7 @@
 #include "core/modutil.h"
 #include "platform/clock.h"
 #include "platform/flash_target.h"
+#include "platform/handlers.h"
 #include "platform/theme.h"
 #include "workspace/calendar_view.h"
 
@@ -80,16 +81,16 @@ void frmCalendario::unloaded() {
 
 void frmCalendario::connectControls() {
   const auto press = [this](const char* name, auto action) {
-    connect(control<QPushButton>(text(name)), &QPushButton::clicked, this, action);
+    platform::onCommand(control<QPushButton>(text(name)), &QPushButton::clicked, this, action);
   };
   press("cmdIndietro", [this] { show(mesePrecedente(giorno_)); });
   press("cmdAvanti", [this] { show(meseSuccessivo(giorno_)); });
   press("cmdOggi", [this] { show(oggi()); });
-  press("cmdOK", &frmCalendario::cmdOK_Click);
-  press("Command1", &frmCalendario::Hide);
+  press("cmdOK", [this] { cmdOK_Click(); });
+  press("Command1", [this] { Hide(); });
   for (const char* name : {"cboMese", "cboAnno"}) {
-    connect(control<QComboBox>(text(name)), &QComboBox::currentIndexChanged, this,
-            &frmCalendario::cboClick);
+    platform::onSignal(control<QComboBox>(text(name)), &QComboBox::currentIndexChanged, this,
+                       [this] { cboClick(); });
   }
   for (int i = 0; i < kCelle; ++i) {
     auto* day = static_cast<DayCell*>(&cell(i));

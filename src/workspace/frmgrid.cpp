@@ -8,6 +8,7 @@
 #include "model/raccolte.h"
 #include "platform/data_control.h"
 #include "platform/data_grid.h"
+#include "platform/handlers.h"
 #include "platform/icons.h"
 #include "platform/tab_strip.h"
 #include "workspace/frmmain.h"
@@ -90,10 +91,12 @@ void frmGrid::placeControls() {
 
 void frmGrid::connectControls() {
   auto* grd = control<platform::DataGrid>(QStringLiteral("grd"));
-  connect(control<platform::TabStrip>(QStringLiteral("tabSelez")), &platform::TabStrip::clicked,
-          this, &frmGrid::tabSelez_Click);
-  connect(grd, &platform::DataGrid::headClicked, this, &frmGrid::grd_HeadClick);
-  connect(grd, &platform::DataGrid::beforeUpdate, this, [](bool*) { CorreggiValoriGriglia(6); });
+  platform::onCommand(control<platform::TabStrip>(QStringLiteral("tabSelez")),
+                      &platform::TabStrip::clicked, this, &frmGrid::tabSelez_Click);
+  platform::onCommand(grd, &platform::DataGrid::headClicked, this,
+                      [this](int column) { grd_HeadClick(column); });
+  platform::onSignal(grd, &platform::DataGrid::beforeUpdate, this,
+                     [] { CorreggiValoriGriglia(6); });
   connect(grd, &platform::DataGrid::writeFailed, this, SegnalaErrore);
   connect(grd, &platform::DataGrid::readFailed, this, SegnalaErrore);
   connect(part<platform::DataControl>(QStringLiteral("dbCurr")),

@@ -6,7 +6,6 @@
 #include <QLocale>
 #include <QMenu>
 #include <QPushButton>
-#include <QScopeGuard>
 #include <QScreen>
 #include <QTabWidget>
 #include <QTimer>
@@ -20,6 +19,7 @@
 #include "platform/clock.h"
 #include "platform/data_control.h"
 #include "platform/data_grid.h"
+#include "platform/handlers.h"
 #include "workspace/frmcalendario.h"
 #include "workspace/frmgrid.h"
 #include "workspace/frmrac.h"
@@ -130,7 +130,7 @@ void frmMain::InizializzaTab() {
     QWidget* panGrd = Griglia().Control(QStringLiteral("panGrd"));
     panGrd->setVisible(false);
     // Where a collection cannot be read, another one can be chosen.
-    const auto goOn = qScopeGuard([this, panGrd] {
+    const auto goOn = infine([this, panGrd] {
       panGrd->setVisible(true);
       PermettiInput(true);
     });
@@ -169,7 +169,7 @@ void frmMain::unloadOldForm(int iVecchia) {
 
 void frmMain::loadList() {
   grd()->SetRedraw(false);
-  auto redraw = qScopeGuard([] { grd()->SetRedraw(true); });
+  auto redraw = infine([] { grd()->SetRedraw(true); });
   // A list that cannot be read must not leave another collection's rows beside the new form.
   dbElenco().SetRecordset(nullptr);
   DBRefresh();
@@ -292,13 +292,10 @@ bool frmMain::bTastoGestMain(int key, Qt::KeyboardModifiers modifiers) {
 
 bool frmMain::TastiGestMain(int key, Qt::KeyboardModifiers modifiers) {
   if (!bTastoGestMain(key, modifiers)) return false;
-  if (key == Qt::Key_N) {
-    TastoAddNew();
-  } else if (key == Qt::Key_C) {
-    TastoCancella();
-  } else {
-    TastoDuplica();
-  }
+  auto command = &frmMain::TastoDuplica;
+  if (key == Qt::Key_N) command = &frmMain::TastoAddNew;
+  if (key == Qt::Key_C) command = &frmMain::TastoCancella;
+  runCommand([this, command] { (this->*command)(); });
   return true;
 }
 
@@ -386,8 +383,8 @@ void frmMain::extendAtStart() {
 
 void frmMain::connectButtons() {
   const auto press = [this](const char* name, void (frmMain::*procedure)()) {
-    connect(control<QPushButton>(QString::fromLatin1(name)), &QPushButton::clicked, this,
-            procedure);
+    platform::onCommand(control<QPushButton>(QString::fromLatin1(name)), &QPushButton::clicked,
+                        this, procedure);
   };
   press("cmdAddNew", &frmMain::TastoAddNew);
   press("cmdCancella", &frmMain::TastoCancella);
@@ -395,7 +392,7 @@ void frmMain::connectButtons() {
   press("cmdSubRac", &frmMain::cmdSubRac_Click);
   press("cmdEspandi", &frmMain::cmdEspandi_Click);
   auto* timer = new QTimer(Window());
-  connect(timer, &QTimer::timeout, this, &frmMain::tick);
+  platform::onSignal(timer, &QTimer::timeout, this, &frmMain::tick);
   timer->start(1000);
   tick();
 }

@@ -87,7 +87,6 @@ class frmMain final : public platform::Form {
 
   bool bLasciaRiga();
   void refreshAfterDeletion();
-  void deleteAllShown();
   QString deletionQuestion();
 
   std::array<int, 8> aTabCorrente_{};

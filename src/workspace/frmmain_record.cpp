@@ -83,8 +83,8 @@ class RecordEraser final {
         main_(tableByKey(raccolta.sTabPrincipale)),
         detail_(tableByKey(raccolta.sTabDettaglio)) {}
   ~RecordEraser() {
-    main_->Close();
-    detail_->Close();
+    ignorando([this] { main_->Close(); });
+    ignorando([this] { detail_->Close(); });
   }
   RecordEraser(const RecordEraser&) = delete;
   RecordEraser& operator=(const RecordEraser&) = delete;
@@ -120,6 +120,33 @@ class RecordEraser final {
   store::RecordsetPtr main_;
   store::RecordsetPtr detail_;
 };
+
+void eraseRecord(int iRac, qint64 lID) {
+  protetto("frmMain!CancellaRecord", [&] {
+    WriteGroup group(dbArc);
+    const QString told = RecordEraser(aRaccolte(iRac)).erase(lID);
+    group.Commit();
+    if (!told.isEmpty()) iMsg(told, 0);
+  });
+}
+
+// Walks a clone of the list, so that list and form do not follow row by row.
+void eraseAll(int iRac, store::Recordset& rs) {
+  const int id = rs.FieldIndex(kMainId);
+  RecordEraser eraser(aRaccolte(iRac));
+  rs.MoveFirst();
+  while (!rs.Eof()) {
+    WriteGroup group(dbArc);
+    QStringList told;
+    for (int i = 0; i < kGroup && !rs.Eof(); ++i) {
+      protetto("frmMain!CancellaRecord", [&] { told << eraser.erase(rs.Value(id).toLongLong()); });
+      rs.MoveNext();
+    }
+    group.Commit();
+    told.removeAll(QString());
+    for (const QString& text : std::as_const(told)) iMsg(text, 0);
+  }
+}
 
 }  // namespace
 
@@ -196,10 +223,13 @@ QString frmMain::deletionQuestion() {
 void frmMain::TastoCancella() {
   const store::RecordsetPtr rs = dbElenco().Recordset();
   if (!bRecordValido(rs)) return;
-  if (iMsg(deletionQuestion(), 2) != 1) return;
   protetto("frmMain!TastoCancella", [&] {
+    // What is asked about is what is deleted.
+    const int iRac = iRacCorr;
+    const qint64 lID = rs->Value(kMainId).toLongLong();
     const QByteArray place = rs->Bookmark();
-    CancellaRecord(rs->Value(kMainId).toLongLong());
+    if (iMsg(deletionQuestion(), 2) != 1) return;
+    eraseRecord(iRac, lID);
     refreshAfterDeletion();
     // A record that could not be deleted stays the current one: the next try is for it too.
     ignorando([&] { dbElenco().Recordset()->SetBookmark(place); });
@@ -214,45 +244,23 @@ void frmMain::refreshAfterDeletion() {
 }
 
 void frmMain::CancellaRecord(qint64 lID) {
-  protetto("frmMain!CancellaRecord", [&] {
-    WriteGroup group(dbArc);
-    const QString told = RecordEraser(aRaccolte(iRacCorr)).erase(lID);
-    group.Commit();
-    if (!told.isEmpty()) iMsg(told, 0);
-  });
+  eraseRecord(iRacCorr, lID);
 }
 
 void frmMain::mnuCancellaMultiplo_Click() {
   protetto("frmMain!CancellaMultiplo", [&] {
     if (lRecordElenco() == 0) return;
+    const int iRac = iRacCorr;
+    const store::RecordsetPtr shown = dbElenco().Recordset()->Clone();
     const QString question = QStringLiteral(
         "Vuoi veramente cancellare tutti i record correntemente visualizzati nell'elenco?");
     if (iMsg(question, 2) != 1) return;
     Puntatore(kClessidra);
     // Groups that were written before a failure are gone from the list too.
-    protetto("frmMain!CancellaMultiplo", [this] { deleteAllShown(); });
+    protetto("frmMain!CancellaMultiplo", [&] { eraseAll(iRac, *shown); });
     refreshAfterDeletion();
     Puntatore(kPuntatoreNormale);
   });
-}
-
-// Walks a clone, so that list and form do not follow row by row.
-void frmMain::deleteAllShown() {
-  const store::RecordsetPtr rs = dbElenco().Recordset()->Clone();
-  const int id = rs->FieldIndex(kMainId);
-  RecordEraser eraser(aRaccolte(iRacCorr));
-  rs->MoveFirst();
-  while (!rs->Eof()) {
-    WriteGroup group(dbArc);
-    QStringList told;
-    for (int i = 0; i < kGroup && !rs->Eof(); ++i) {
-      protetto("frmMain!CancellaRecord", [&] { told << eraser.erase(rs->Value(id).toLongLong()); });
-      rs->MoveNext();
-    }
-    group.Commit();
-    told.removeAll(QString());
-    for (const QString& text : std::as_const(told)) iMsg(text, 0);
-  }
 }
 
 // Combos of one list share it: those of the parent's form follow by themselves what is done here.

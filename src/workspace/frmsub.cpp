@@ -12,6 +12,7 @@
 #include "platform/bound_control.h"
 #include "platform/data_control.h"
 #include "platform/data_grid.h"
+#include "platform/handlers.h"
 #include "platform/system_path.h"
 #include "workspace/lampeggio.h"
 #include "workspace/riga_sospesa.h"
@@ -62,14 +63,16 @@ void frmSub::unloaded() {
 
 void frmSub::connectControls() {
   const auto press = [this](const char* name, void (frmSub::*command)()) {
-    connect(control<QPushButton>(QString::fromLatin1(name)), &QPushButton::clicked, this, command);
+    platform::onCommand(control<QPushButton>(QString::fromLatin1(name)), &QPushButton::clicked,
+                        this, command);
   };
   press("cmdAddNew", &frmSub::cmdAddNew_Click);
   press("cmdDuplica", &frmSub::cmdDuplica_Click);
   press("cmdCancella", &frmSub::cmdCancella_Click);
   press("cmdEsci", &frmSub::cmdEsci_Click);
   CollegaAiuto(*control<QPushButton>(QStringLiteral("cmdAiuto")));
-  connect(&grdSub(), &platform::DataGrid::beforeUpdate, this, [this] { grdSub_BeforeUpdate(); });
+  platform::onSignal(&grdSub(), &platform::DataGrid::beforeUpdate, this,
+                     [this] { grdSub_BeforeUpdate(); });
   connect(&grdSub(), &platform::DataGrid::writeFailed, this, SegnalaErrore);
   connect(&grdSub(), &platform::DataGrid::readFailed, this, SegnalaErrore);
   connect(&dbSubCurr(), &platform::DataControl::writeFailed, this, SegnalaErrore);

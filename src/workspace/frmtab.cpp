@@ -10,6 +10,7 @@
 #include "model/raccolte.h"
 #include "platform/data_control.h"
 #include "platform/data_grid.h"
+#include "platform/handlers.h"
 #include "platform/system_path.h"
 #include "platform/text_box.h"
 #include "workspace/tab_view.h"
@@ -71,8 +72,8 @@ void frmTab::unloaded() {
 
 void frmTab::connectControls() {
   const auto press = [this](const char* name, void (frmTab::*command)()) {
-    connect(control<QPushButton>(QString::fromLatin1(name)), &QPushButton::clicked, this,
-            [this, command] { afterEdit(command); });
+    platform::onCommand(control<QPushButton>(QString::fromLatin1(name)), &QPushButton::clicked,
+                        this, [this, command] { afterEdit(command); });
   };
   press("cmdAdd", &frmTab::cmdAdd_Click);
   press("cmdElimina", &frmTab::cmdElimina_Click);
@@ -80,12 +81,15 @@ void frmTab::connectControls() {
   press("cmdNoPredefinito", &frmTab::CancellaPredefinito);
   press("cmdEsci", &frmTab::cmdEsci_Click);
   CollegaAiuto(*control<QPushButton>(QStringLiteral("cmdAiuto")));
-  connect(&dbTab(), &platform::DataControl::recordsetChanged, this, &frmTab::followList);
-  connect(&txtAdd(), &QLineEdit::textChanged, this, &frmTab::txtAdd_Change);
-  connect(&txtAdd(), &QLineEdit::returnPressed, this, [this] { afterEdit(&frmTab::cmdAdd_Click); });
-  connect(&grd(), &platform::DataGrid::beforeUpdate, this, &frmTab::grd_BeforeUpdate);
-  connect(&grd(), &platform::DataGrid::updateRefused, this, [this] { iMsg(sRifiuto_, 0); });
-  connect(&grd(), &platform::DataGrid::clicked, this, &frmTab::grd_Click);
+  platform::onSignal(&dbTab(), &platform::DataControl::recordsetChanged, this, &frmTab::followList);
+  platform::onSignal(&txtAdd(), &QLineEdit::textChanged, this, [this] { txtAdd_Change(); });
+  platform::onCommand(&txtAdd(), &QLineEdit::returnPressed, this,
+                      [this] { afterEdit(&frmTab::cmdAdd_Click); });
+  platform::onSignal(&grd(), &platform::DataGrid::beforeUpdate, this, &frmTab::grd_BeforeUpdate);
+  platform::onSignal(&grd(), &platform::DataGrid::updateRefused, this,
+                     [this] { iMsg(sRifiuto_, 0); });
+  platform::onCommand(&grd(), &platform::DataGrid::clicked, this,
+                      [this](const QModelIndex& cell) { grd_Click(cell); });
   connect(&grd(), &platform::DataGrid::writeFailed, this, SegnalaErrore);
   connect(&grd(), &platform::DataGrid::readFailed, this, SegnalaErrore);
 }
@@ -133,9 +137,10 @@ bool frmTab::bEsisteGia(const QString& sTesto, bool bOgni) {
 void frmTab::followList() {
   const store::RecordsetPtr rs = rows();
   if (!rs) return;
-  connect(rs.get(), &store::Recordset::rowChanged, this, &frmTab::listChanged);
-  connect(rs.get(), &store::Recordset::rowInserted, this, &frmTab::listChanged);
-  connect(rs.get(), &store::Recordset::rowRemoved, this, &frmTab::listChanged);
+  const auto read = [this] { listChanged(); };
+  platform::onSignal(rs.get(), &store::Recordset::rowChanged, this, read);
+  platform::onSignal(rs.get(), &store::Recordset::rowInserted, this, read);
+  platform::onSignal(rs.get(), &store::Recordset::rowRemoved, this, read);
 }
 
 // Whoever offers the list reads it again.

@@ -8,6 +8,7 @@
 
 #include "core/modutil.h"
 #include "model/raccolte.h"
+#include "platform/handlers.h"
 #include "platform/icons.h"
 #include "workspace/frmmain.h"
 #include "workspace/main_view.h"
@@ -133,8 +134,8 @@ void addEntry(frmMain& form, QMainWindow* window, std::array<QMenu*, 3>& menus, 
   if (entry.helpContext != 0) action->setProperty("HelpContextID", entry.helpContext);
   action->setEnabled(entry.run != nullptr);
   if (entry.run != nullptr) {
-    QObject::connect(action, &QAction::triggered, window,
-                     [&form, handler = entry.run] { handler(form); });
+    platform::onCommand(action, &QAction::triggered, window,
+                        [&form, handler = entry.run] { handler(form); });
   }
 }
 
@@ -151,7 +152,7 @@ void addBarButton(QMainWindow* window, QWidget* panBar, const BarButton& bar) {
   button->setMinimumSize(42, 38);
   button->setEnabled(action->isEnabled());
   // The pressed button is painted before a long command begins.
-  QObject::connect(button, &QToolButton::clicked, window, [action] {
+  platform::onSignal(button, &QToolButton::clicked, window, [action] {
     Cedi();
     action->trigger();
   });

@@ -3,28 +3,13 @@
 #include <QApplication>
 #include <QLocale>
 
-#include "core/errore.h"
 #include "platform/theme.h"
-
-namespace {
-
-// As in the program, a failure that no procedure has taken ends the event it came from.
-class Application final : public QApplication {
- public:
-  using QApplication::QApplication;
-
-  bool notify(QObject* receiver, QEvent* event) override {
-    return tavolix::protetto("", [&] { return QApplication::notify(receiver, event); });
-  }
-};
-
-}  // namespace
 
 int main(int argc, char** argv) {
   ::testing::InitGoogleTest(&argc, argv);
   qputenv("QT_QPA_PLATFORM", "offscreen");
   QLocale::setDefault(QLocale(QLocale::Italian, QLocale::Italy));
-  Application application(argc, argv);
+  QApplication application(argc, argv);
   QApplication::setQuitOnLastWindowClosed(false);
   platform::applyTheme(application, "chiaro");
   return RUN_ALL_TESTS();
