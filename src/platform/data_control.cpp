@@ -31,8 +31,12 @@ DataControl::DataControl(QObject* parent) : QObject(parent) {
   // Text that is still being typed is written as it is left.
   connect(&retrying_, &QTimer::timeout, this, [this] {
     if (kept_ && told_) write(Reminder::No);
-    if (unread_ && !Pending()) UpdateControls();
+    readAgain();
   });
+}
+
+void DataControl::readAgain() {
+  if (unread_ && !Pending()) UpdateControls();
 }
 
 DataControl::~DataControl() {
@@ -241,9 +245,10 @@ bool DataControl::show(BoundControl& control) {
   } catch (const store::Failure& failure) {
     control.ShowValue({});
     control.widget()->setEnabled(false);
-    if (!unread_) Q_EMIT readFailed(failure.number(), failure.description());
+    const bool news = !unread_;
     unread_ = true;
     retrying_.start(kRetryMilliseconds);
+    if (news) Q_EMIT readFailed(failure.number(), failure.description());
     return false;
   }
 }

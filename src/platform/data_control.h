@@ -43,6 +43,10 @@ class DataControl final : public QObject {
   bool writePending();
   // Why what was typed is not written yet; nothing if no write has failed since.
   const std::optional<store::Failure>& Kept() const { return kept_; }
+  // True while the current row, or a text of its lists, cannot be read.
+  bool IsUnread() const { return unread_; }
+  // Tries that row again.
+  void readAgain();
   // The stored value of a control's field, whatever has been typed into it.
   QVariant storedValue(const BoundControl& control) const;
   // True if a bound control holds something that is not written.

@@ -9,6 +9,7 @@
 #include "platform/form.h"
 #include "platform/grid_editors.h"
 #include "platform/handlers.h"
+#include "platform/read_notice.h"
 
 namespace platform {
 
@@ -66,7 +67,17 @@ void DataGrid::setRowHeight() {
 
 // Connected after setModel: the selection has then taken note of the model's changes.
 void DataGrid::bindModel() {
+  auto* notice = new ReadNotice(*this);
+  connect(model_, &RecordModel::readFailed, notice,
+          [notice](int, const QString& description) { notice->Tell(description); });
   connect(model_, &RecordModel::readFailed, this, &DataGrid::readFailed);
+  connect(model_, &RecordModel::readRestored, notice, &QWidget::hide);
+  connect(model_, &RecordModel::readRestored, this, &DataGrid::readRestored);
+  connect(notice, &ReadNotice::retryAsked, this, [this] {
+    setFocus();
+    model_->readAgain();
+  });
+  connect(notice, &ReadNotice::leaveAsked, this, &DataGrid::leaveAsked);
   connect(model_, &RecordModel::rowReached, this, &DataGrid::showCurrentRow);
   connect(model_, &RecordModel::leavingRow, this, [this](bool* stays) {
     if (!CommitCell()) *stays = true;

@@ -31,6 +31,8 @@ class DataGrid final : public QTableView {
   bool CommitCell();
   // True while a cell is open whose text was not accepted.
   bool IsRefused() const { return refused_ && IsEditing(); }
+  // True while the list shows that its rows cannot be read.
+  bool IsUnreadable() const { return model_->isUnreadable(); }
   // Gives up what is being typed into a cell.
   void AbandonCell();
   bool IsEditing() const { return state() == EditingState; }
@@ -53,8 +55,11 @@ class DataGrid final : public QTableView {
   // The cell could not be written. It stays open with what was typed, which is told once and tried
   // again; where the row is gone it shows what is stored.
   void writeFailed(int number, const QString& description);
-  // Rows could not be read; the cells are empty until they can be.
+  // Rows cannot be read; the cells are empty until they can be, and a notice in the list offers to
+  // try again, or to leave the window.
   void readFailed(int number, const QString& description);
+  void readRestored();
+  void leaveAsked();
 
  protected:
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;

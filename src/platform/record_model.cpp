@@ -11,7 +11,8 @@ using store::FieldKind;
 
 namespace {
 
-constexpr int kPauseMilliseconds = 2000;
+// By when what a repaint asks for has been asked.
+constexpr int kPaintMilliseconds = 200;
 
 constexpr int kShownCharacters = 200;
 
@@ -103,6 +104,7 @@ void RecordModel::resetTo(store::RecordsetPtr recordset) {
   locked_ = 0;
   resolveFields();
   endResetModel();
+  endUnreadable();
 }
 
 void RecordModel::connectRecordset() {
@@ -203,9 +205,12 @@ QVariant RecordModel::valueAt(int row, int field) const {
   } catch (const store::Failure& failure) {
     pause();
     failedRow_ = row;
-    // A lock is told once if it lasts: who works in the list meets it by what he does.
+    // A lock counts if it lasts: who works in the list meets it by what he does.
     const bool lock = failure.number() == store::failure::kLocked;
-    if (!lock || ++locked_ == 2) Q_EMIT readFailed(failure.number(), failure.description());
+    if (!unreadable_ && (!lock || ++locked_ == 2)) {
+      unreadable_ = true;
+      Q_EMIT readFailed(failure.number(), failure.description());
+    }
     return {};
   }
 }
@@ -213,13 +218,20 @@ QVariant RecordModel::valueAt(int row, int field) const {
 void RecordModel::pause() const {
   pausing_ = true;
   auto* self = const_cast<RecordModel*>(this);
-  QTimer::singleShot(kPauseMilliseconds, self, [self] {
-    self->pausing_ = false;
-    if (self->rows_ > 0) {
-      Q_EMIT self->dataChanged(self->index(0, 0),
-                               self->index(self->rows_ - 1, self->columnCount() - 1));
-    }
-  });
+  QTimer::singleShot(readPause, self, &RecordModel::readAgain);
+}
+
+void RecordModel::readAgain() {
+  pausing_ = false;
+  if (rows_ > 0) Q_EMIT dataChanged(index(0, 0), index(rows_ - 1, columnCount() - 1));
+  if (unreadable_) QTimer::singleShot(kPaintMilliseconds, this, &RecordModel::endUnreadable);
+}
+
+// Once a whole repaint has met no failure.
+void RecordModel::endUnreadable() {
+  if (pausing_ || !unreadable_) return;
+  unreadable_ = false;
+  Q_EMIT readRestored();
 }
 
 QVariant RecordModel::data(const QModelIndex& index, int role) const {

@@ -32,6 +32,9 @@ QString cellText(const QVariant& value, store::FieldKind kind);
 QDate dateOfDay(qint64 day);
 qint64 dayOfDate(const QDate& date);
 
+// How long after a failure rows are not read, in milliseconds. For tests to lower.
+inline int readPause = 2000;
+
 // The rows of a recordset as a table. Holds no row itself: the store is asked for the cells that
 // are shown. Failures of the store pass through. Not for table recordsets, which have no places.
 class RecordModel final : public QAbstractTableModel {
@@ -48,6 +51,10 @@ class RecordModel final : public QAbstractTableModel {
   int currentRow() const;
   // True from the announcement of a row's coming or going until it is done.
   bool isChanging() const { return changing_; }
+  // True from readFailed to readRestored.
+  bool isUnreadable() const { return unreadable_; }
+  // Tries to read the rows again at once.
+  void readAgain();
   // The field that an edit of the column writes.
   QString writtenField(int column) const;
 
@@ -64,8 +71,10 @@ class RecordModel final : public QAbstractTableModel {
  Q_SIGNALS:
   void leavingRow(bool* stays);  // as Recordset::aboutToMove
   void rowReached();             // the recordset has another current row
-  // A row could not be read: cells stay empty for a while, then they are tried again.
+  // Rows cannot be read from now on: cells stay empty, and are tried again by themselves. Told
+  // once.
   void readFailed(int number, const QString& description) const;
+  void readRestored();  // they can
 
  private:
   // Places of a column's fields in the recordset, -1 if missing.
@@ -84,13 +93,15 @@ class RecordModel final : public QAbstractTableModel {
   void resetTo(store::RecordsetPtr recordset);
   QVariant valueAt(int row, int field) const;
   void pause() const;
+  void endUnreadable();
 
   store::RecordsetPtr recordset_;
   QVector<GridColumn> columns_;
   QVector<Fields> fields_;
   QVector<QMetaObject::Connection> connections_;
   int rows_ = 0;
-  mutable bool pausing_ = false;  // after a failure to read
+  mutable bool pausing_ = false;     // after a failure to read
+  mutable bool unreadable_ = false;  // a failure to read was told
   mutable int failedRow_ = -1;
   mutable int locked_ = 0;  // failures to read since the file was locked
   bool changing_ = false;

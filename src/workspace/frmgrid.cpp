@@ -98,7 +98,9 @@ void frmGrid::connectControls() {
   platform::onSignal(grd, &platform::DataGrid::beforeUpdate, this,
                      [] { CorreggiValoriGriglia(6); });
   connect(grd, &platform::DataGrid::writeFailed, this, SegnalaErrore);
-  connect(grd, &platform::DataGrid::readFailed, this, SegnalaErrore);
+  connect(grd, &platform::DataGrid::readFailed, &FrmMain(), &frmMain::SegnalaLettura);
+  platform::onCommand(grd, &platform::DataGrid::leaveAsked, &FrmMain(),
+                      &frmMain::mnuFileChiudi_Click);
   connect(part<platform::DataControl>(QStringLiteral("dbCurr")),
           &platform::DataControl::writeFailed, this, SegnalaErrore);
 }

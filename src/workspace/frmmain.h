@@ -37,6 +37,8 @@ class frmMain final : public platform::Form {
   Q_INVOKABLE void Salva();
   // The same; true if nothing of it had to stay in its box.
   bool bSalvato();
+  // Tells that the list or its record cannot be read.
+  void SegnalaLettura(int numero, const QString& descrizione);
   void TastoAddNew();
   void TastoDuplica();
   void TastoCancella();

@@ -163,6 +163,11 @@ bool frmMain::bLasciaRiga() {
   return iRacCorr < 0 || currentRow().bLascia();
 }
 
+void frmMain::SegnalaLettura(int numero, const QString& descrizione) {
+  if (iRacCorr < 0) return SegnalaErrore(numero, descrizione);
+  currentRow().SegnalaLettura(numero, descrizione);
+}
+
 void frmMain::TastoAddNew() {
   if (iRacCorr < 0 || !pressable(Control(QStringLiteral("cmdAddNew")))) return;
   Salva();

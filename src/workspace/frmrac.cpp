@@ -7,6 +7,7 @@
 #include "core/modcuore.h"
 #include "model/raccolte.h"
 #include "platform/data_control.h"
+#include "platform/data_grid.h"
 #include "workspace/form_pages.h"
 #include "workspace/frmmain.h"
 #include "workspace/modrepos.h"
@@ -45,7 +46,10 @@ QWidget* frmRac::build() {
 void frmRac::loaded() {
   auto* dbCurr = part<platform::DataControl>(QStringLiteral("dbCurr"));
   connect(dbCurr, &platform::DataControl::writeFailed, this, SegnalaErrore);
-  connect(dbCurr, &platform::DataControl::readFailed, this, SegnalaErrore);
+  connect(dbCurr, &platform::DataControl::readFailed, &FrmMain(), &frmMain::SegnalaLettura);
+  const auto* grd = platform::forms()[QStringLiteral("frmGrid")].control<platform::DataGrid>(
+      QStringLiteral("grd"));
+  connect(grd, &platform::DataGrid::readRestored, dbCurr, &platform::DataControl::readAgain);
   focus_.watch(Window());
 }
 

@@ -74,9 +74,16 @@ void frmSub::connectControls() {
   platform::onSignal(&grdSub(), &platform::DataGrid::beforeUpdate, this,
                      [this] { grdSub_BeforeUpdate(); });
   connect(&grdSub(), &platform::DataGrid::writeFailed, this, SegnalaErrore);
-  connect(&grdSub(), &platform::DataGrid::readFailed, this, SegnalaErrore);
+  const RigaSospesa row{dbSubCurr(), grdSub()};
+  const auto unread = [row](int numero, const QString& descrizione) {
+    row.SegnalaLettura(numero, descrizione);
+  };
+  connect(&grdSub(), &platform::DataGrid::readFailed, this, unread);
+  connect(&grdSub(), &platform::DataGrid::readRestored, &dbSubCurr(),
+          &platform::DataControl::readAgain);
+  platform::onCommand(&grdSub(), &platform::DataGrid::leaveAsked, this, &frmSub::cmdEsci_Click);
   connect(&dbSubCurr(), &platform::DataControl::writeFailed, this, SegnalaErrore);
-  connect(&dbSubCurr(), &platform::DataControl::readFailed, this, SegnalaErrore);
+  connect(&dbSubCurr(), &platform::DataControl::readFailed, this, unread);
 }
 
 QVariant frmSub::parentKey(int iSub) const {

@@ -92,6 +92,7 @@ void frmTab::connectControls() {
                       [this](const QModelIndex& cell) { grd_Click(cell); });
   connect(&grd(), &platform::DataGrid::writeFailed, this, SegnalaErrore);
   connect(&grd(), &platform::DataGrid::readFailed, this, SegnalaErrore);
+  platform::onCommand(&grd(), &platform::DataGrid::leaveAsked, this, &frmTab::abandon);
 }
 
 void frmTab::CaricaTAB(int iRac, int iCampo) {

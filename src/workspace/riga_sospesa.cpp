@@ -33,4 +33,8 @@ bool RigaSospesa::bLascia() const {
   return true;
 }
 
+void RigaSospesa::SegnalaLettura(int numero, const QString& descrizione) const {
+  if (!form.IsUnread() || !list.IsUnreadable()) SegnalaErrore(numero, descrizione);
+}
+
 }  // namespace tavolix

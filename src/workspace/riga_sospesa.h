@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 namespace platform {
 class DataControl;
 class DataGrid;
@@ -7,7 +9,7 @@ class DataGrid;
 
 namespace tavolix {
 
-// What was typed for the current row, in the boxes of a form and in the cells of its list.
+// The current row in the boxes of a form and in the cells of its list, and what was typed for it.
 struct RigaSospesa {
   platform::DataControl& form;
   platform::DataGrid& list;
@@ -19,6 +21,8 @@ struct RigaSospesa {
   // Writes it for good, as form or program are left. Where that cannot be done, asks whether to
   // wait; true if nothing is left, or it is to be given up.
   bool bLascia() const;
+  // Tells that form or list cannot be read: once for both.
+  void SegnalaLettura(int numero, const QString& descrizione) const;
 };
 
 }  // namespace tavolix

@@ -172,6 +172,36 @@ TEST_F(Faults, AnArchiveThatStaysLocked) {
   store::mostPatience = 2000;
 }
 
+// One message, then a notice in the list until the file is there again.
+TEST_F(Faults, AListThatCannotBeRead) {
+  platform::readPause = 20;
+  ASSERT_TRUE(start());
+  QFile file(folder_.path("esempio.tvx"));
+  ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+  const QByteArray whole = file.readAll();
+  auto* notice = control("frmGrid", "avvisoLettura");
+  EXPECT_FALSE(notice->isVisible());
+  file.resize(100);
+  answer(platform::kOk);
+  press("End");
+  QTest::qWait(300);
+  EXPECT_TRUE(message().contains("3049"));
+  EXPECT_TRUE(notice->isVisible());
+  press("Up");
+  QTest::qWait(300);
+  EXPECT_EQ(message(), QString("-"));
+  EXPECT_EQ(boxText("txtTitolo"), QString(""));
+  EXPECT_FALSE(box("txtTitolo")->isEnabled());
+  file.seek(0);
+  file.write(whole);
+  file.flush();
+  click(notice->findChild<QWidget*>("cmdRiprova"));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !notice->isVisible(); }));
+  EXPECT_EQ(boxText("txtTitolo"), stored("Titolo"));
+  EXPECT_TRUE(box("txtTitolo")->isEnabled());
+  platform::readPause = 2000;
+}
+
 TEST_F(Faults, AFileThatBreaks) {
   const function<void()> ways[] = {
       [] { press("End"); }, [] { click(box("cboLingua")); },    [] { selectByTab(3); },
