@@ -11,6 +11,7 @@
 #include "platform/date_box.h"
 #include "platform/drop_down.h"
 #include "platform/record_model.h"
+#include "platform/screen_room.h"
 #include "platform/text_box.h"
 
 namespace tavolix {
@@ -33,7 +34,7 @@ template <typename Control>
 Control* placed(Control* control, const QString& name, const QString& reader, int characters) {
   control->setObjectName(name);
   nameForReaders(control, reader);
-  control->setMinimumWidth(control->fontMetrics().horizontalAdvance(u'0') * characters);
+  control->setMinimumWidth(platform::widthOfCharacters(control, characters));
   QSizePolicy policy = control->sizePolicy();
   policy.setRetainSizeWhenHidden(true);
   control->setSizePolicy(policy);

@@ -17,6 +17,7 @@
 #include "platform/handlers.h"
 #include "platform/icons.h"
 #include "platform/push_button.h"
+#include "platform/screen_room.h"
 
 namespace tavolix {
 namespace {
@@ -56,11 +57,13 @@ QWidget* frmFiltro::build() {
     grid->addWidget(new QLabel(QString::fromLatin1(text), window), 0, column);
   }
   grid->setColumnStretch(kValore, 1);
-  grid->setColumnMinimumWidth(kValore, window->fontMetrics().horizontalAdvance(u'0') * 30);
+  grid->setColumnMinimumWidth(kValore, platform::widthOfCharacters(window, 30));
   auto* column = new QVBoxLayout(window);
-  column->addWidget(new QLabel(QStringLiteral("Visualizzare solo i record della raccolta corrente "
-                                              "che rispettano le seguenti caratteristiche:"),
-                               window));
+  auto* what = new QLabel(QStringLiteral("Visualizzare solo i record della raccolta corrente "
+                                         "che rispettano le seguenti caratteristiche:"),
+                          window);
+  what->setWordWrap(true);
+  column->addWidget(what);
   column->addLayout(grid);
   for (int i = 0; i < kRighe; ++i) {
     buildRow(i, window);
@@ -81,7 +84,7 @@ void frmFiltro::buildRow(int iRiga, QWidget* window) {
   auto* label = new QLabel(QStringLiteral("Connettore %1").arg(iRiga + 1), window);
   label->setBuddy(altro);
   label->hide();
-  altro->setMinimumWidth(altro->fontMetrics().horizontalAdvance(u'0') * 9);
+  altro->setMinimumWidth(platform::widthOfCharacters(altro, 9));
   QSizePolicy policy = altro->sizePolicy();
   policy.setRetainSizeWhenHidden(true);
   altro->setSizePolicy(policy);

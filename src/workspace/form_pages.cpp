@@ -1,5 +1,6 @@
 #include "workspace/form_pages.h"
 
+#include <QApplication>
 #include <QGridLayout>
 #include <QLabel>
 #include <QScrollArea>
@@ -100,7 +101,8 @@ class PageBuilder {
   void build(QTabWidget* panRecord) {
     for (int page = 0; page < static_cast<int>(module_.pages.size()); ++page) {
       buildPage(page, nullptr)->setObjectName(QStringLiteral("picRecord(%1)").arg(page));
-      panRecord->addTab(scrolling(panRecord), text(module_.pages[static_cast<std::size_t>(page)]));
+      panRecord->addTab(scrolling(page_, panRecord),
+                        text(module_.pages[static_cast<std::size_t>(page)]));
     }
   }
 
@@ -122,19 +124,6 @@ class PageBuilder {
   }
 
  private:
-  // In a window too low for a page nothing is cut off.
-  QWidget* scrolling(QWidget* parent) const {
-    auto* area = new QScrollArea(parent);
-    area->setWidget(page_);
-    area->setWidgetResizable(true);
-    area->setFrameShape(QFrame::NoFrame);
-    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    area->setFocusPolicy(Qt::NoFocus);
-    area->viewport()->setAutoFillBackground(false);
-    page_->setAutoFillBackground(false);
-    return area;
-  }
-
   // True if the field's row takes what height is left.
   bool addField(int campo) {
     const Box& box = boxOf(module_, campo);
@@ -267,6 +256,22 @@ class PageBuilder {
 };
 
 }  // namespace
+
+// In a window too small for a page nothing is cut off.
+QScrollArea* scrolling(QWidget* page, QWidget* parent) {
+  auto* area = new QScrollArea(parent);
+  area->setWidget(page);
+  area->setWidgetResizable(true);
+  area->setFrameShape(QFrame::NoFrame);
+  area->setFocusPolicy(Qt::NoFocus);
+  area->viewport()->setAutoFillBackground(false);
+  page->setAutoFillBackground(false);
+  // Enter, commands and letters lead to boxes as well as the Tab key.
+  QObject::connect(qApp, &QApplication::focusChanged, area, [area](QWidget*, QWidget* box) {
+    if (box != nullptr && area->widget()->isAncestorOf(box)) area->ensureWidgetVisible(box);
+  });
+  return area;
+}
 
 QWidget* buildForm(const Module& module, int iRac, QWidget* parent) {
   auto* form = new QWidget(parent);

@@ -4,6 +4,8 @@
 
 #include "workspace/moduli.h"
 
+class QScrollArea;
+
 namespace platform {
 class DataControl;
 }
@@ -13,6 +15,9 @@ namespace tavolix {
 // Builds a collection's form: the page control panRecord with its pages picRecord(0..2), a box
 // with its label for each field, the buttons of combos and dates. `dbCurr` is made in it too.
 QWidget* buildForm(const Module& module, int iRac, QWidget* parent);
+
+// Puts a page into an area that scrolls where it has to, and follows the focus.
+QScrollArea* scrolling(QWidget* page, QWidget* parent);
 
 // How many of a window's numbered controls are named by now.
 struct ControlNumbers {

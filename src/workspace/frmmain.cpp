@@ -9,6 +9,8 @@
 #include <QScreen>
 #include <QTabWidget>
 #include <QTimer>
+#include <algorithm>
+#include <optional>
 
 #include "core/errore.h"
 #include "core/modcuore.h"
@@ -20,6 +22,7 @@
 #include "platform/data_control.h"
 #include "platform/data_grid.h"
 #include "platform/handlers.h"
+#include "platform/screen_room.h"
 #include "workspace/frmcalendario.h"
 #include "workspace/frmgrid.h"
 #include "workspace/frmrac.h"
@@ -38,7 +41,6 @@ constexpr int kOverlap = 8;         // twips by which the form stands over the l
 constexpr int kPageMargin = 90;     // twips between the form's height and its pages
 constexpr int kLeastWindow = 3000;  // twips
 constexpr QSize kFirstSize(1200, 780);
-constexpr QSize kFrame(12, 48);  // what the desktop adds around a window
 
 constexpr const char* kMenus[] = {"mnuFile", "mnuRaccolte", "mnuRacCorrente", "mnuModifica"};
 
@@ -52,6 +54,20 @@ platform::DataGrid* grd() {
 void applicationSettings() {
   ImpostaFileIni(sPathCompleto(QStringLiteral("tvx.ini")));
   ImpostaSezioneIni(QStringLiteral("Application"));
+}
+
+// A number of the window's place; nothing where the settings have none.
+std::optional<int> pixelsOf(const char* key) {
+  int twips = 0;
+  if (!bLeggiInt(QString::fromLatin1(key), twips)) return std::nullopt;
+  return platform::toPixels(twips);
+}
+
+// What windows may lie on, the main screen first.
+QVector<QRect> screens() {
+  QVector<QRect> areas;
+  for (const QScreen* screen : QGuiApplication::screens()) areas << screen->availableGeometry();
+  return areas;
 }
 
 }  // namespace
@@ -81,7 +97,7 @@ QWidget* frmMain::Area() {
 
 QSize frmMain::ListDesignSize() {
   const int beside = platform::toPixels(iLarghezzaScheda());
-  return {std::max(320, Area()->width() - beside), std::max(200, Area()->height())};
+  return {Area()->width() - beside, std::max(200, Area()->height())};
 }
 
 QWidget* frmMain::panRecord(int iRac) {
@@ -301,6 +317,7 @@ bool frmMain::TastiGestMain(int key, Qt::KeyboardModifiers modifiers) {
 
 void frmMain::loaded() {
   RegistraForm(*this);
+  place_ = new platform::WindowPlace(Window());
   growForList();
   PosRegistra(*this, Griglia().Window(), 2, 2);
   PosRegistra(*this, Control(QStringLiteral("panCrea")), 1, 2);
@@ -332,37 +349,36 @@ void frmMain::placeWindow() {
 
 // As large as is comfortable, and the screen allows.
 void frmMain::firstPlace() {
-  const QSize room = Window()->screen()->availableSize() - kFrame;
-  Window()->resize(kFirstSize.boundedTo(room).expandedTo(Window()->size()));
+  Window()->resize(kFirstSize.expandedTo(Window()->size()).boundedTo(platform::roomOnScreen()));
   CentraForm(*this);
+  place_->moveTo(Window()->pos());
 }
 
 void frmMain::restorePosition() {
-  QWidget* window = Window();
-  int value = 0;
   firstPlace();
-  if (bLeggiInt(QStringLiteral("Win_X"), value)) platform::SetLeft(window, value);
-  if (bLeggiInt(QStringLiteral("Win_Y"), value)) platform::SetTop(window, value);
-  if (bLeggiInt(QStringLiteral("Win_Alt"), value)) {
-    platform::SetHeight(window, std::max(value, kLeastWindow));
+  QRect place = place_->normal();
+  if (const auto left = pixelsOf("Win_X")) place.moveLeft(*left);
+  if (const auto top = pixelsOf("Win_Y")) place.moveTop(*top);
+  const QSize room = platform::roomOnScreen();
+  const int least = platform::toPixels(kLeastWindow);
+  if (const auto height = pixelsOf("Win_Alt")) {
+    place.setHeight(std::max(std::min(*height, room.height()), least));
   }
-  if (bLeggiInt(QStringLiteral("Win_Lar"), value)) {
-    platform::SetWidth(window, std::max(value, kLeastWindow));
+  if (const auto width = pixelsOf("Win_Lar")) {
+    place.setWidth(std::max(std::min(*width, room.width()), least));
   }
-  if (bLeggiInt(QStringLiteral("Win_Stato"), value)) {
-    if (value == 1) window->setWindowState(Qt::WindowMinimized);
-    if (value == 2) window->setWindowState(Qt::WindowMaximized);
-  }
-  const QSize screen = window->screen()->geometry().size();
-  if (window->x() < 0 || window->x() > screen.width()) window->move(0, window->y());
-  if (window->y() < 0 || window->y() > screen.height()) window->move(window->x(), 0);
+  Window()->resize(place.size());
+  place_->moveTo(platform::broughtBack(place.topLeft(), screens()));
+  int state = 0;
+  bLeggiInt(QStringLiteral("Win_Stato"), state);
+  if (state == 1) Window()->setWindowState(Qt::WindowMinimized);
+  if (state == 2) Window()->setWindowState(Qt::WindowMaximized);
 }
 
 void frmMain::writePosition() {
-  QWidget* window = Window();
-  const bool maximized = window->isMaximized();
-  const QRect place = maximized ? window->normalGeometry() : QRect(window->pos(), window->size());
-  const int state = maximized ? 2 : (window->isMinimized() ? 1 : 0);
+  const QRect place = place_->normal();
+  const bool maximized = Window()->isMaximized();
+  const int state = maximized ? 2 : (Window()->isMinimized() ? 1 : 0);
   applicationSettings();
   const std::pair<const char*, int> values[] = {
       {"Win_X", platform::toTwips(place.x())},

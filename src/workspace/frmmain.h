@@ -4,6 +4,7 @@
 #include <array>
 
 #include "platform/form.h"
+#include "platform/window_place.h"
 
 namespace tavolix {
 
@@ -91,6 +92,7 @@ class frmMain final : public platform::Form {
   void refreshAfterDeletion();
   QString deletionQuestion();
 
+  platform::WindowPlace* place_ = nullptr;  // the window's own
   std::array<int, 8> aTabCorrente_{};
   std::array<bool, 8> aTabImpostata_{};
 };

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QFontMetrics>
+#include <algorithm>
 
 #include "core/errore.h"
 #include "core/modcuore.h"
@@ -10,20 +11,23 @@
 #include "platform/data_grid.h"
 #include "workspace/form_pages.h"
 #include "workspace/frmmain.h"
+#include "workspace/main_view.h"
 #include "workspace/modrepos.h"
 
 namespace tavolix {
 namespace {
 
 constexpr int kCharactersWide = 58;
-constexpr int kDesignHeight = 480;  // pixels, before the list gives the form its own
+constexpr double kLargestShare = 0.59;  // of the main window
+constexpr int kDesignHeight = 480;      // pixels, before the list gives the form its own
 constexpr int kMargin = 6;
 
 }  // namespace
 
 int iLarghezzaScheda() {
   const QFontMetrics metrics(QApplication::font());
-  return platform::toTwips(metrics.horizontalAdvance(u'0') * kCharactersWide);
+  const int wanted = metrics.horizontalAdvance(u'0') * kCharactersWide;
+  return platform::toTwips(std::min(wanted, static_cast<int>(designWidth() * kLargestShare)));
 }
 
 frmRac::frmRac(const Module& module, int iRac)

@@ -26,7 +26,8 @@ class frmRac final : public platform::Form {
   EntryFocus focus_;
 };
 
-// Width in twips of a collection's form, the same for all, as the font needs it.
+// Width in twips of a collection's form, the same for all: as the font needs it and the screen
+// allows.
 int iLarghezzaScheda();
 
 // Adds the eight forms to the program's forms.

@@ -116,7 +116,7 @@ void frmSub::showPanel(int iSub) {
   if (iSubCorrente_ != -1) CollegaCampi(false, iSubCorrente_);
   iSubCorrente_ = iSub;
   auto* panels = static_cast<QStackedLayout*>(Control(QStringLiteral("panRecord(0)"))->layout());
-  panels->setCurrentWidget(Control(QStringLiteral("panRecord(%1)").arg(iSub)));
+  panels->setCurrentIndex(iSub - kRaccoltePrincipali);
   CaricaComboCampi(iSub);
   CollegaCampi(true, iSub);
   CaricaGrigliaConfig(aRaccolte(iSub).sQuery, grdSub());

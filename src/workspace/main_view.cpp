@@ -1,22 +1,29 @@
 #include "workspace/main_view.h"
 
+#include <QApplication>
+#include <QFontMetrics>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMainWindow>
 #include <QPushButton>
 #include <QStatusBar>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "platform/icons.h"
 #include "platform/push_button.h"
+#include "platform/screen_room.h"
 #include "workspace/frmmain.h"
 
 namespace tavolix {
 namespace {
 
-// The smallest size at which everything stands in its place; fits a screen of 1024 x 768.
-constexpr QSize kDesignSize(1004, 690);
+// The smallest size at which everything stands in its place: fits a screen of 1920 x 1080 at twice
+// the size. It is wider with large letters.
+constexpr QSize kDesignSize(800, 480);
 constexpr QSize kLeastSize(200, 200);
+constexpr int kStripMargin = 6;
+constexpr int kCharactersWide = 98;  // tabs, some of the list, and a form
 
 QWidget* panel(QWidget* parent, const char* name) {
   auto* widget = new QWidget(parent);
@@ -89,18 +96,24 @@ QWidget* expandPanel(QWidget* parent) {
   lblStatus->setAccessibleDescription(QStringLiteral("Numero di record"));
   row->addWidget(cmdEspandi);
   row->addWidget(lblStatus, 1);
+  const QString longest = QStringLiteral("Elenco completo: 1000000 records");
+  lblStatus->setMinimumWidth(lblStatus->fontMetrics().horizontalAdvance(longest));
+  panEspandi->resize(panEspandi->sizeHint());
   return panEspandi;
 }
 
-QWidget* bottomStrip(QWidget* parent) {
+// The list's panel and the buttons beside each other; below each other where the screen is too
+// narrow for both.
+QWidget* bottomStrip(QWidget* parent, int width) {
   QWidget* picSfondo = panel(parent, "picSfondo");
   QWidget* panCrea = recordButtons(picSfondo);
   QWidget* panEspandi = expandPanel(picSfondo);
-  constexpr int margin = 6;
-  const int height = panCrea->height();
-  picSfondo->setFixedHeight(height + 2 * margin);
-  panEspandi->setGeometry(margin, margin, 360, height);
-  panCrea->move(kDesignSize.width() - panCrea->width() - margin, margin);
+  const int height = std::max(panCrea->height(), panEspandi->height());
+  const bool beside = panEspandi->width() + panCrea->width() + 3 * kStripMargin <= width;
+  const int top = beside ? kStripMargin : 2 * kStripMargin + height;
+  panEspandi->setGeometry(kStripMargin, kStripMargin, panEspandi->width(), height);
+  panCrea->setGeometry(width - panCrea->width() - kStripMargin, top, panCrea->width(), height);
+  picSfondo->setFixedHeight(top + height + kStripMargin);
   return picSfondo;
 }
 
@@ -121,6 +134,12 @@ void dateAndTime(QMainWindow* window) {
 
 }  // namespace
 
+int designWidth() {
+  const QFontMetrics metrics(QApplication::font());
+  const int wanted = metrics.horizontalAdvance(u'0') * kCharactersWide;
+  return std::min(std::max(kDesignSize.width(), wanted), platform::roomOnScreen().width());
+}
+
 void layOutHidden(QWidget* window) {
   window->setAttribute(Qt::WA_DontShowOnScreen);
   window->show();
@@ -130,6 +149,7 @@ void layOutHidden(QWidget* window) {
 
 QWidget* buildMainWindow(frmMain& form) {
   auto* window = new QMainWindow;
+  window->resize(designWidth(), kDesignSize.height());
   auto* client = new QWidget(window);
   auto* column = new QVBoxLayout(client);
   column->setContentsMargins(0, 0, 0, 0);
@@ -140,12 +160,11 @@ QWidget* buildMainWindow(frmMain& form) {
   column->addWidget(panBar);
   column->addWidget(titleLine(client));
   column->addWidget(area, 1);
-  column->addWidget(bottomStrip(client));
+  column->addWidget(bottomStrip(client, window->width()));
   window->setCentralWidget(client);
   dateAndTime(window);
   buildCommands(form, window, panBar);
   window->setWindowIcon(platform::windowIcon(QStringLiteral("tavolix")));
-  window->resize(kDesignSize);
   window->setMinimumSize(kLeastSize);
   layOutHidden(window);
   return window;

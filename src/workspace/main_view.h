@@ -10,6 +10,9 @@ class frmMain;
 // strip of the record buttons, the status bar.
 QWidget* buildMainWindow(frmMain& form);
 
+// Pixels that tabs, list and form need beside each other, at most those of the screen.
+int designWidth();
+
 // Gives a window that is not shown its layout: the places of list and form are worked out from it
 // before anybody sees the window.
 void layOutHidden(QWidget* window);

@@ -3,22 +3,25 @@
 #include <QDialog>
 #include <QHBoxLayout>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QSplitter>
 #include <QStackedLayout>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "model/raccolte.h"
 #include "platform/data_control.h"
 #include "platform/data_grid.h"
 #include "platform/icons.h"
 #include "platform/push_button.h"
+#include "platform/screen_room.h"
 #include "workspace/form_pages.h"
 
 namespace tavolix {
 namespace {
 
-constexpr QSize kSize(960, 430);  // pixels
-constexpr QSize kLeastList(260, 200);
+constexpr QSize kCharacters(120, 27);  // of the window
+constexpr QSize kLeastList(220, 150);
 constexpr int kPanelCharacters = 50;
 
 using platform::ButtonSpec;
@@ -56,9 +59,9 @@ QWidget* newPanels(platform::DataControl& dbSubCurr, QWidget* parent) {
   ControlNumbers numbers;
   for (int iSub = kRaccoltePrincipali; iSub < kRaccolte; ++iSub) {
     const Module& module = modules()[static_cast<std::size_t>(iSub)];
-    stack->addWidget(buildPanel(module, iSub, dbSubCurr, numbers, place));
+    stack->addWidget(scrolling(buildPanel(module, iSub, dbSubCurr, numbers, place), place));
   }
-  place->setMinimumWidth(place->fontMetrics().horizontalAdvance(u'0') * kPanelCharacters);
+  place->setMinimumWidth(platform::widthOfCharacters(place, kPanelCharacters));
   return place;
 }
 
@@ -92,7 +95,9 @@ QWidget* buildSubWindow() {
   auto* column = new QVBoxLayout(window);
   column->addWidget(both, 1);
   column->addWidget(newButtons(window));
-  window->resize(kSize);
+  const QSize wanted(platform::widthOfCharacters(window, kCharacters.width()),
+                     window->fontMetrics().lineSpacing() * kCharacters.height());
+  window->resize(wanted.boundedTo(platform::roomOnScreen()));
   return window;
 }
 

@@ -12,12 +12,14 @@
 #include "platform/form.h"
 #include "platform/icons.h"
 #include "platform/push_button.h"
+#include "platform/screen_room.h"
 #include "platform/text_box.h"
 
 namespace tavolix {
 namespace {
 
-constexpr int kListHeight = 340;  // pixels
+constexpr QSize kLeastList(260, 150);  // pixels
+constexpr int kListHeight = 340;
 
 using platform::ButtonSpec;
 using platform::newButton;
@@ -41,7 +43,8 @@ platform::DataGrid* newList(platform::DataControl* dbTab, QWidget* parent) {
   grd->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
   const int columns = platform::toPixels(kWidthVoce + kWidthPred);
   const int frame = 2 * grd->frameWidth() + grd->verticalScrollBar()->sizeHint().width();
-  grd->setMinimumSize(columns + frame, kListHeight);
+  grd->setMinimumSize(kLeastList);
+  grd->resize(columns + frame, kListHeight);
   return grd;
 }
 
@@ -76,10 +79,14 @@ QWidget* buildTabWindow() {
   layout->addWidget(label, 0, 0);
   layout->addWidget(txtAdd, 1, 0);
   layout->addWidget(cmdAdd, 1, 1);
-  layout->addWidget(newList(dbTab, window), 2, 0);
+  platform::DataGrid* grd = newList(dbTab, window);
+  const QSize list = grd->size();
+  layout->addWidget(grd, 2, 0);
   layout->addLayout(newButtons(window), 2, 1);
   layout->setColumnStretch(0, 1);
   layout->setRowStretch(2, 1);
+  const QSize wanted = layout->minimumSize() - grd->minimumSize() + list;
+  window->resize(wanted.boundedTo(platform::roomOnScreen()));
   return window;
 }
 

@@ -14,6 +14,7 @@
 #include "platform/message_box.h"
 #include "platform/tab_strip.h"
 #include "platform/theme.h"
+#include "platform/window_place.h"
 
 namespace platform {
 namespace {
@@ -90,6 +91,19 @@ TEST(TabStripTest, TellsEachSelectionOnceWhoeverMakesIt) {
   EXPECT_EQ(told, QStringList({"10", "20", "30", "10", "30"}));
   const int text = strip.fontMetrics().horizontalAdvance(strip.tabText(2));
   EXPECT_GE(strip.tabRect(2).width(), text + strip.iconSize().width());
+}
+
+TEST(WindowPlaceTest, IsBroughtBackFromWhereNoScreenIs) {
+  const QRect main(0, 30, 1920, 1050);
+  const QRect left(-1280, 0, 1280, 1024);
+  const std::tuple<QPoint, QVector<QRect>, QPoint> cases[] = {
+      {{-900, 20}, {main, left}, {-900, 20}}, {{-900, 20}, {main}, {0, 30}},
+      {{700, -5}, {main}, {700, 30}},         {{1900, 1075}, {main}, {0, 30}},
+      {{1800, 1050}, {main}, {1800, 1050}},   {{5, 2000}, {}, {5, 2000}},
+  };
+  for (const auto& [place, screens, wanted] : cases) {
+    EXPECT_TRUE(broughtBack(place, screens) == wanted) << place.x() << ' ' << place.y();
+  }
 }
 
 // Relative luminance and contrast as in the Web Content Accessibility Guidelines 2.1.

@@ -64,7 +64,7 @@ TEST_F(Layout, KeepsListAndFormInPlace) {
   for (const int gap : gaps_) EXPECT_GE(gap, 0);
   const QSize first = window()->size();
   const QRect before = form()->geometry();
-  for (const QSize& size : {QSize(1300, 900), QSize(1101, 777), first, QSize(1600, 1000)}) {
+  for (const QSize& size : {QSize(1300, 900), QSize(800, 480), first, QSize(1600, 1000)}) {
     SCOPED_TRACE(size.width());
     resizeTo(size);
     expectInPlace(false);
@@ -95,8 +95,8 @@ TEST_F(Layout, IsBroughtBackOntoTheScreen) {
     const char* place;  // as in the settings
     QRect shown;        // pixels
   } cases[] = {{"-100 999999 molto 100", {0, 0, 200, 200}},
-               {"999999 -1 12000 18000", {0, 0, 1200, 800}},
-               {"1500 750 100 18000", {100, 50, 1200, 200}}};
+               {"999999 -1 10500 11250", {0, 0, 750, 700}},
+               {"1500 750 100 11250", {100, 50, 750, 200}}};
   for (const auto& c : cases) {
     const QStringList values = QString(c.place).split(' ');
     for (int i = 0; i < 4; ++i) folder_.set("Application", kPlace[i], values[i]);
@@ -119,21 +119,21 @@ TEST_F(Layout, IsWrittenAtTheEndOfTheProgram) {
   for (const auto& way : {byMenu, byBox}) {
     ASSERT_TRUE(start());
     window()->move(40, 30);
-    window()->resize(1100, 720);
+    window()->resize(780, 700);
     const QString before = boxText("txtTitolo");
     enter("txtTitolo");
     type("x");
     EXPECT_EQ(runUntilEnd(way), 0);
-    EXPECT_EQ(place(), QString("600 450 10800 16500 0"));
+    EXPECT_EQ(place(), QString("600 450 10500 11700 0"));
     EXPECT_EQ(folder_.found("SELECT Titolo FROM MAIN ORDER BY ID LIMIT 1"), 'x' + before);
     EXPECT_FALSE(platform::forms().isLoaded("frmGrid"));
     end();
   }
   ASSERT_TRUE(start());
-  EXPECT_TRUE(QRect(window()->pos(), window()->size()) == QRect(40, 30, 1100, 720));
+  EXPECT_TRUE(QRect(window()->pos(), window()->size()) == QRect(40, 30, 780, 700));
   window()->showMaximized();
   runUntilEnd(byMenu);
-  EXPECT_TRUE(place().endsWith(" 10800 16500 2"));
+  EXPECT_TRUE(place().endsWith(" 10500 11700 2"));
   end();
   ASSERT_TRUE(start());
   EXPECT_TRUE(window()->isMaximized());
