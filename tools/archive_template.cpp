@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "model/cifratura.h"
+#include "model/raccolte.h"
 #include "tools/list_table.h"
 #include "tools/source_table.h"
 
@@ -24,7 +25,9 @@ QByteArray contentOf(const QString& path) {
   return file.readAll();
 }
 
+// Lists follow from the field table; the other queries stand in files of their own.
 void addQueries(store::Database& database, const QDir& folder) {
+  for (int i = 0; i < kRaccolte; ++i) database.CreateQueryDef(aRaccolte(i).sQuery, sQueryElenco(i));
   for (const QFileInfo& file : folder.entryInfoList({QStringLiteral("*.sql")}, QDir::Files)) {
     database.CreateQueryDef(file.completeBaseName(),
                             QString::fromUtf8(contentOf(file.filePath())).trimmed());

@@ -1,5 +1,7 @@
 #include "model/campi.h"
 
+#include <QRegularExpression>
+#include <algorithm>
 #include <span>
 
 #include "model/raccolte.h"
@@ -11,288 +13,311 @@ namespace {
 constexpr bool kMain = true;
 constexpr bool kDetail = false;
 
+// The kind of its box tells the type of a field.
 struct Definition {
-  const char* sTipo;
   const char* sTitolo;
   const char* sCampoDB;
-  const char* sCodTab;
-  int iRacTab;
   bool bPrincipale;
   int iPagina;
   const char* control;
+  Box box;
 };
 
+constexpr int kMemoLength = 30000;
+
+constexpr Box text(int maxLength, const char* label, const char* tip = "") {
+  return {.kind = BoxKind::Text, .label = label, .maxLength = maxLength, .tip = tip};
+}
+constexpr Box memo(const char* label) {
+  return {.kind = BoxKind::Memo, .label = label, .maxLength = kMemoLength};
+}
+constexpr Box masked(int maxLength, const char* label) {
+  return {.kind = BoxKind::Masked, .label = label, .maxLength = maxLength};
+}
+constexpr Box digits(const char* mask, const char* label, const char* format = "") {
+  return {.kind = BoxKind::Digits, .label = label, .mask = mask, .format = format};
+}
+constexpr Box date(const char* label, const char* button) {
+  return {.kind = BoxKind::Date, .label = label, .button = button};
+}
+constexpr Box duration(const char* label) {
+  return {.kind = BoxKind::Time, .label = label};
+}
+// The list is named by its code and the collection it belongs to, -1 for all. `shownAs`: the name
+// of the value's text in the collection's list, where its column's own would be another column's.
+constexpr Box combo(const char* label, const char* code, int collection, const char* shownAs = "") {
+  return {.kind = BoxKind::Combo,
+          .label = label,
+          .listCode = code,
+          .listCollection = collection,
+          .shownAs = shownAs};
+}
+constexpr Box check(const char* label) {
+  return {.kind = BoxKind::Check, .label = label};
+}
+
+constexpr const char* kTipDenominazione = "Denominazione (nome e cognome o nome ditta)";
+
+// Caption, column, table, page, control, box.
 // clang-format off
 constexpr Definition kLibri[] = {
-    {TXTSTR, "Codice", "Cod", "", 0, kMain, 0, "txtCod"},
-    {TXTSTR, "Titolo", "Titolo", "", 0, kMain, 0, "txtTitolo"},
-    {TXTSTR, "Sottotitolo", "SottoTitolo", "", 0, kDetail, 0, "txtLibSottoTitolo"},
-    {CBO, "Autore", "TABAutoreID", "AUTORE", 0, kMain, 0, "cboAutore"},
-    {CBO, "Genere", "TABGenereID", "GENERE", 0, kMain, 0, "cboGenere"},
-    {CBO, "Editore", "TabEditoreID", "EDITORE", 0, kMain, 0, "cboEditore"},
-    {CBO, "Lingua", "TabLinguaID", "LINGUA", -1, kMain, 0, "cboLingua"},
-    {CBO, "Nazione", "TabNazioneID", "NAZIONE", -1, kMain, 0, "cboNazione"},
-    {TXTNUM, "Anno", "Anno", "", 0, kMain, 0, "txtAnno"},
-    {TXTNUM, "Dimensione", "Dim", "", 0, kMain, 0, "txtDim"},
-    {CBO, "Tipo dimensione", "TabTipoDimID", "TIPODIM", 0, kMain, 0, "cboTipoDim"},
-    {TXTSTR, "Edizione", "Edizione", "", 0, kDetail, 1, "txtLibEdizione"},
-    {CBO, "Collana", "TabCollanaID", "COLLANA", 0, kDetail, 1, "cboLibCollana"},
-    {TXTSTR, "Titolo originale", "TitoloOrig", "", 0, kDetail, 1, "txtLibTitoloOrig"},
-    {TXTSTR, "Traduttore", "Traduttore", "", 0, kDetail, 1, "txtLibTraduttore"},
-    {CBO, "Libero 1", "TabLibero1ID", "LIBERO1", 0, kMain, 1, "cboLibero1"},
-    {CBO, "Libero 2", "TabLibero2ID", "LIBERO2", 0, kMain, 1, "cboLibero2"},
-    {TXTSTR, "Descr. libera", "DescLibera", "", 0, kMain, 1, "txtDescLibera"},
-    {TXTSTR, "Note", "Note", "", 0, kMain, 1, "txtNote"},
-    {CBO, "Proprietario", "TabProprietaID", "PROPRIETA", -1, kMain, 2, "cboProprieta"},
-    {CBO, "Stato", "TabStatoID", "STATO", -1, kMain, 2, "cboStato"},
-    {CBO, "Luogo di acquisto", "TabDoveAcqID", "DOVEACQ", -1, kMain, 2, "cboDoveAcq"},
-    {TXTDTA, "Data di acquisto", "DtaAcq", "", 0, kMain, 2, "txtDtaAcq"},
-    {TXTNUM, "Valore", "Valore", "", 0, kMain, 2, "txtValore"},
-    {CBO, "Posizione", "TabPosID", "POS", -1, kMain, 2, "cboPos"},
-    {TXTDTA, "Data posizionam.", "DtaPos", "", 0, kMain, 2, "txtDtaPos"},
-    {TXTSTR, "Descr. pos.", "DescPos", "", 0, kMain, 2, "txtDescPos"},
-    {TXTNUM, "Valutazione", "Voto", "", 0, kMain, 2, "txtVoto"},
+    {"Codice", "Cod", kMain, 0, "txtCod", text(15, "Codice")},
+    {"Titolo", "Titolo", kMain, 0, "txtTitolo", text(100, "Titolo")},
+    {"Sottotitolo", "SottoTitolo", kDetail, 0, "txtLibSottoTitolo", text(100, "Sottotitolo")},
+    {"Autore", "TABAutoreID", kMain, 0, "cboAutore", combo("Autore", "AUTORE", 0)},
+    {"Genere", "TABGenereID", kMain, 0, "cboGenere", combo("Genere", "GENERE", 0)},
+    {"Editore", "TabEditoreID", kMain, 0, "cboEditore", combo("Editore", "EDITORE", 0)},
+    {"Lingua", "TabLinguaID", kMain, 0, "cboLingua", combo("Lingua", "LINGUA", -1)},
+    {"Nazione", "TabNazioneID", kMain, 0, "cboNazione", combo("Nazione", "NAZIONE", -1)},
+    {"Anno", "Anno", kMain, 0, "txtAnno", digits("9999", "Anno")},
+    {"Dimensione", "Dim", kMain, 0, "txtDim", digits("99999", "Dimens.")},
+    {"Tipo dimensione", "TabTipoDimID", kMain, 0, "cboTipoDim", combo("Dimens.", "TIPODIM", 0)},
+    {"Edizione", "Edizione", kDetail, 1, "txtLibEdizione", masked(30, "Edizione")},
+    {"Collana", "TabCollanaID", kDetail, 1, "cboLibCollana", combo("Collana", "COLLANA", 0)},
+    {"Titolo originale", "TitoloOrig", kDetail, 1, "txtLibTitoloOrig", text(100, "Titolo originale")},
+    {"Traduttore", "Traduttore", kDetail, 1, "txtLibTraduttore", masked(30, "Traduttore")},
+    {"Libero 1", "TabLibero1ID", kMain, 1, "cboLibero1", combo("Libero 1", "LIBERO1", 0)},
+    {"Libero 2", "TabLibero2ID", kMain, 1, "cboLibero2", combo("Libero 2", "LIBERO2", 0)},
+    {"Descr. libera", "DescLibera", kMain, 1, "txtDescLibera", masked(50, "Desc libera")},
+    {"Note", "Note", kMain, 1, "txtNote", memo("Note")},
 };
 
 constexpr Definition kRiviste[] = {
-    {TXTSTR, "Codice", "Cod", "", 0, kMain, 0, "txtCod"},
-    {CBO, "Testata", "TABTestataID", "TESTATA", 1, kDetail, 0, "cboTestata"},
-    {TXTNUM, "Numero", "Numero", "", 0, kDetail, 0, "txtNumero"},
-    {CBO, "Periodicita'", "TABPeriodicitaID", "PERIODIC", 1, kDetail, 0, "cboPeriodicita"},
-    {TXTDTA, "Data", "Data", "", 0, kDetail, 0, "txtData"},
-    {CBO, "Genere", "TABGenereID", "GENERE", 1, kMain, 0, "cboGenere"},
-    {CBO, "Editore", "TABEditoreID", "EDITORE", 1, kMain, 0, "cboEditore"},
-    {CBO, "Nazione", "TABNazioneID", "NAZIONE", -1, kMain, 0, "cboNazione"},
-    {CBO, "Lingua", "TABLinguaID", "LINGUA", -1, kMain, 0, "cboLingua"},
-    {TXTNUM, "Numero pagine", "Dim", "", 0, kMain, 0, "txtDim"},
-    {CBO, "Libero 1", "TabLibero1ID", "LIBERO1", 1, kMain, 1, "cboLibero1"},
-    {CBO, "Libero 2", "TabLibero2ID", "LIBERO2", 1, kMain, 1, "cboLibero2"},
-    {TXTSTR, "Descr. libera", "DescLibera", "", 0, kMain, 1, "txtDescLibera"},
-    {TXTSTR, "Note", "Note", "", 0, kMain, 1, "txtNote"},
-    {CBO, "Proprietario", "TabProprietaID", "PROPRIETA", -1, kMain, 2, "cboProprieta"},
-    {CBO, "Stato", "TabStatoID", "STATO", -1, kMain, 2, "cboStato"},
-    {CBO, "Luogo di acquisto", "TabDoveAcqID", "DOVEACQ", -1, kMain, 2, "cboDoveAcq"},
-    {TXTDTA, "Data di acquisto", "DtaAcq", "", 0, kMain, 2, "txtDtaAcq"},
-    {TXTNUM, "Valore", "Valore", "", 0, kMain, 2, "txtValore"},
-    {CBO, "Posizione", "TabPosID", "POS", -1, kMain, 2, "cboPos"},
-    {TXTDTA, "Data posizionam.", "DtaPos", "", 0, kMain, 2, "txtDtaPos"},
-    {TXTSTR, "Descr. pos.", "DescPos", "", 0, kMain, 2, "txtDescPos"},
-    {TXTNUM, "Valutazione", "Voto", "", 0, kMain, 2, "txtVoto"},
+    {"Codice", "Cod", kMain, 0, "txtCod", text(15, "Codice")},
+    {"Testata", "TABTestataID", kDetail, 0, "cboTestata", combo("Testata", "TESTATA", 1)},
+    {"Numero", "Numero", kDetail, 0, "txtNumero", digits("9999", "Numero")},
+    {"Periodicita'", "TABPeriodicitaID", kDetail, 0, "cboPeriodicita", combo("Periodic.", "PERIODIC", 1)},
+    {"Data", "Data", kDetail, 0, "txtData", date("Data", "cmdData")},
+    {"Genere", "TABGenereID", kMain, 0, "cboGenere", combo("Genere", "GENERE", 1)},
+    {"Editore", "TABEditoreID", kMain, 0, "cboEditore", combo("Editore", "EDITORE", 1)},
+    {"Nazione", "TABNazioneID", kMain, 0, "cboNazione", combo("Nazione", "NAZIONE", -1)},
+    {"Lingua", "TABLinguaID", kMain, 0, "cboLingua", combo("Lingua", "LINGUA", -1)},
+    {"Numero pagine", "Dim", kMain, 0, "txtDim", digits("9999", "Nr. pagine")},
+    {"Libero 1", "TabLibero1ID", kMain, 1, "cboLibero1", combo("Libero 1", "LIBERO1", 1)},
+    {"Libero 2", "TabLibero2ID", kMain, 1, "cboLibero2", combo("Libero 2", "LIBERO2", 1)},
+    {"Descr. libera", "DescLibera", kMain, 1, "txtDescLibera", masked(50, "Desc. libera")},
+    {"Note", "Note", kMain, 1, "txtNote", memo("Note")},
 };
 
 constexpr Definition kAudio[] = {
-    {TXTSTR, "Codice", "Cod", "", 0, kMain, 0, "txtCod"},
-    {TXTSTR, "Titolo", "Titolo", "", 0, kMain, 0, "txtTitolo"},
-    {CBO, "Autore", "TABAutoreID", "AUTORE", 2, kMain, 0, "cboAutore"},
-    {CBO, "Genere", "TABGenereID", "GENERE", 2, kMain, 0, "cboGenere"},
-    {CBO, "Casa discografica", "TABEditoreID", "EDITORE", 2, kMain, 0, "cboEditore"},
-    {CBO, "Nazione", "TABNazioneID", "NAZIONE", -1, kMain, 0, "cboNazione"},
-    {TXTNUM, "Anno", "Anno", "", 0, kMain, 0, "txtAnno"},
-    {CBO, "Lingua", "TABLinguaID", "LINGUA", -1, kMain, 0, "cboLingua"},
-    {TXTTIM, "Durata", "Durata", "", 0, kDetail, 0, "txtAudDurata"},
-    {CBO, "Supporto", "TABSupportoID", "SUPPORTO", 2, kDetail, 0, "cboAudSupporto"},
-    {TXTNUM, "Nr. supporti", "NrSupporti", "", 0, kDetail, 0, "txtAudNrSupporti"},
-    {CHK, "Originale", "Originale", "", 0, kDetail, 0, "chkAudOriginale"},
-    {CBO, "Libero 1", "TabLibero1ID", "LIBERO1", 2, kMain, 1, "cboLibero1"},
-    {CBO, "Libero 2", "TabLibero2ID", "LIBERO2", 2, kMain, 1, "cboLibero2"},
-    {TXTSTR, "Descr. libera", "DescLibera", "", 0, kMain, 1, "txtDescLibera"},
-    {TXTSTR, "Note", "Note", "", 0, kMain, 1, "txtNote"},
-    {CBO, "Proprietario", "TabProprietaID", "PROPRIETA", -1, kMain, 2, "cboProprieta"},
-    {CBO, "Stato", "TabStatoID", "STATO", -1, kMain, 2, "cboStato"},
-    {CBO, "Luogo di acquisto", "TabDoveAcqID", "DOVEACQ", -1, kMain, 2, "cboDoveAcq"},
-    {TXTDTA, "Data di acquisto", "DtaAcq", "", 0, kMain, 2, "txtDtaAcq"},
-    {TXTNUM, "Valore", "Valore", "", 0, kMain, 2, "txtValore"},
-    {CBO, "Posizione", "TabPosID", "POS", -1, kMain, 2, "cboPos"},
-    {TXTDTA, "Data posizionam.", "DtaPos", "", 0, kMain, 2, "txtDtaPos"},
-    {TXTSTR, "Descr. pos.", "DescPos", "", 0, kMain, 2, "txtDescPos"},
-    {TXTNUM, "Valutazione", "Voto", "", 0, kMain, 2, "txtVoto"},
+    {"Codice", "Cod", kMain, 0, "txtCod", text(15, "Codice")},
+    {"Titolo", "Titolo", kMain, 0, "txtTitolo", text(100, "Titolo")},
+    {"Autore", "TABAutoreID", kMain, 0, "cboAutore", combo("Autore", "AUTORE", 2)},
+    {"Genere", "TABGenereID", kMain, 0, "cboGenere", combo("Genere", "GENERE", 2)},
+    {"Casa discografica", "TABEditoreID", kMain, 0, "cboEditore", combo("Casa discograf.", "EDITORE", 2)},
+    {"Nazione", "TABNazioneID", kMain, 0, "cboNazione", combo("Nazionalita'", "NAZIONE", -1)},
+    {"Anno", "Anno", kMain, 0, "txtAnno", digits("9999", "Anno")},
+    {"Lingua", "TABLinguaID", kMain, 0, "cboLingua", combo("Lingua", "LINGUA", -1)},
+    {"Durata", "Durata", kDetail, 0, "txtAudDurata", duration("Durata")},
+    {"Supporto", "TABSupportoID", kDetail, 0, "cboAudSupporto", combo("Supporto", "SUPPORTO", 2)},
+    {"Nr. supporti", "NrSupporti", kDetail, 0, "txtAudNrSupporti", digits("99", "Nr. supporti")},
+    {"Originale", "Originale", kDetail, 0, "chkAudOriginale", check("Originale")},
+    {"Libero 1", "TabLibero1ID", kMain, 1, "cboLibero1", combo("Libero 1", "LIBERO1", 2)},
+    {"Libero 2", "TabLibero2ID", kMain, 1, "cboLibero2", combo("Libero 2", "LIBERO2", 2)},
+    {"Descr. libera", "DescLibera", kMain, 1, "txtDescLibera", masked(50, "Desc. libera")},
+    {"Note", "Note", kMain, 1, "txtNote", memo("Note")},
 };
 
 constexpr Definition kVideo[] = {
-    {TXTSTR, "Codice", "Cod", "", 0, kMain, 0, "txtCod"},
-    {TXTSTR, "Titolo", "Titolo", "", 0, kMain, 0, "txtTitolo"},
-    {TXTSTR, "Titolo originale", "TitoloOrig", "", 0, kDetail, 0, "txtTitoloOrig"},
-    {TXTNUM, "Anno", "Anno", "", 0, kMain, 0, "txtAnno"},
-    {CBO, "Regista", "TABAutoreID", "REGISTA", 3, kMain, 0, "cboRegista"},
-    {CBO, "Genere", "TABGenereID", "GENERE", 3, kMain, 0, "cboGenere"},
-    {CBO, "Distributore", "TABEditoreID", "DISTRIBUT", 3, kMain, 0, "cboDistributore"},
-    {CBO, "Nazione", "TABNazioneID", "NAZIONE", -1, kMain, 0, "cboNazione"},
-    {CBO, "Registrazione", "TABProvenID", "PROVEN", 3, kDetail, 0, "cboProvenienza"},
-    {CBO, "Lingua", "TABLinguaID", "LINGUA", -1, kMain, 0, "cboLingua"},
-    {CBO, "Supporto", "TABSupportoID", "SUPPORTO", 3, kDetail, 0, "cboSupporto"},
-    {CBO, "Audio", "TABAudioID", "AUDIO", 3, kDetail, 0, "cboAudio"},
-    {TXTTIM, "Durata", "Durata", "", 0, kDetail, 0, "txtDurata"},
-    {TXTNUM, "Nr. traccia", "Traccia", "", 0, kDetail, 0, "txtNrTraccia"},
-    {TXTTIM, "Inizio", "Inizio", "", 0, kDetail, 0, "txtInizio"},
-    {TXTSTR, "Interpreti", "Attori", "", 0, kDetail, 1, "txtAttori"},
-    {TXTSTR, "Premi vinti", "Riconoscim", "", 0, kDetail, 1, "txtRiconoscimenti"},
-    {CBO, "Libero 1", "TabLibero1ID", "LIBERO1", 3, kMain, 1, "cboLibero1"},
-    {CBO, "Libero 2", "TabLibero2ID", "LIBERO2", 3, kMain, 1, "cboLibero2"},
-    {TXTSTR, "Descr. libera", "DescLibera", "", 0, kMain, 1, "txtDescLibera"},
-    {TXTSTR, "Note", "Note", "", 0, kMain, 1, "txtNote"},
-    {CBO, "Proprietario", "TabProprietaID", "PROPRIETA", -1, kMain, 2, "cboProprieta"},
-    {CBO, "Stato", "TabStatoID", "STATO", -1, kMain, 2, "cboStato"},
-    {CBO, "Luogo di acquisto", "TabDoveAcqID", "DOVEACQ", -1, kMain, 2, "cboDoveAcq"},
-    {TXTDTA, "Data di acquisto", "DtaAcq", "", 0, kMain, 2, "txtDtaAcq"},
-    {TXTNUM, "Valore", "Valore", "", 0, kMain, 2, "txtValore"},
-    {CBO, "Posizione", "TabPosID", "POS", -1, kMain, 2, "cboPos"},
-    {TXTDTA, "Data posizionam.", "DtaPos", "", 0, kMain, 2, "txtDtaPos"},
-    {TXTSTR, "Descr. pos.", "DescPos", "", 0, kMain, 2, "txtDescPos"},
-    {TXTNUM, "Valutazione", "Voto", "", 0, kMain, 2, "txtVoto"},
+    {"Codice", "Cod", kMain, 0, "txtCod", text(15, "Codice")},
+    {"Titolo", "Titolo", kMain, 0, "txtTitolo", text(100, "Titolo")},
+    {"Titolo originale", "TitoloOrig", kDetail, 0, "txtTitoloOrig", text(100, "Titolo orig.")},
+    {"Anno", "Anno", kMain, 0, "txtAnno", digits("9999", "Anno")},
+    {"Regista", "TABAutoreID", kMain, 0, "cboRegista", combo("Regista", "REGISTA", 3)},
+    {"Genere", "TABGenereID", kMain, 0, "cboGenere", combo("Genere", "GENERE", 3)},
+    {"Distributore", "TABEditoreID", kMain, 0, "cboDistributore", combo("Distrib.", "DISTRIBUT", 3)},
+    {"Nazione", "TABNazioneID", kMain, 0, "cboNazione", combo("Nazionalita'", "NAZIONE", -1)},
+    {"Registrazione", "TABProvenID", kDetail, 0, "cboProvenienza", combo("Registraz.", "PROVEN", 3)},
+    {"Lingua", "TABLinguaID", kMain, 0, "cboLingua", combo("Lingua", "LINGUA", -1)},
+    {"Supporto", "TABSupportoID", kDetail, 0, "cboSupporto", combo("Supporto", "SUPPORTO", 3)},
+    {"Audio", "TABAudioID", kDetail, 0, "cboAudio", combo("Audio", "AUDIO", 3)},
+    {"Durata", "Durata", kDetail, 0, "txtDurata", duration("Durata")},
+    {"Nr. traccia", "Traccia", kDetail, 0, "txtNrTraccia", digits("99", "Traccia nr.")},
+    {"Inizio", "Inizio", kDetail, 0, "txtInizio", duration("Inizio")},
+    {"Interpreti", "Attori", kDetail, 1, "txtAttori", memo("Interpreti")},
+    {"Premi vinti", "Riconoscim", kDetail, 1, "txtRiconoscimenti", memo("Premi vinti")},
+    {"Libero 1", "TabLibero1ID", kMain, 1, "cboLibero1", combo("Libero 1", "LIBERO1", 3)},
+    {"Libero 2", "TabLibero2ID", kMain, 1, "cboLibero2", combo("Libero 2", "LIBERO2", 3)},
+    {"Descr. libera", "DescLibera", kMain, 1, "txtDescLibera", masked(50, "Desc. libera")},
+    {"Note", "Note", kMain, 1, "txtNote", memo("Note")},
 };
 
 constexpr Definition kSoftware[] = {
-    {TXTSTR, "Codice", "Cod", "", 0, kMain, 0, "txtCod"},
-    {TXTSTR, "Titolo", "Titolo", "", 0, kMain, 0, "txtTitolo"},
-    {CBO, "Sistema", "TABSistemaID", "SISTEMA", 4, kDetail, 0, "cboSistema"},
-    {CBO, "Genere", "TABGenereID", "GENERE", 4, kMain, 0, "cboGenere"},
-    {CBO, "Produttore", "TABAutoreID", "PRODUTT", 4, kMain, 0, "cboProduttore"},
-    {CBO, "Nazione", "TABNazioneID", "NAZIONE", -1, kMain, 0, "cboNazione"},
-    {CBO, "Distributore", "TABEditoreID", "DISTRIBUT", 4, kMain, 0, "cboDistributore"},
-    {CBO, "Lingua", "TABLinguaID", "LINGUA", -1, kMain, 0, "cboLingua"},
-    {TXTSTR, "Nr. serie", "NrSerie", "", 0, kDetail, 0, "txtNrSerie"},
-    {TXTNUM, "Anno", "Anno", "", 0, kMain, 0, "txtAnno"},
-    {CBO, "Supporto", "TABSupportoID", "SUPPORTO", 4, kDetail, 0, "cboSupporto"},
-    {TXTNUM, "Nr. supporti", "NrSupporti", "", 0, kDetail, 0, "txtNrSupporti"},
-    {CHK, "Originale", "Originale", "", 0, kDetail, 0, "chkOriginale"},
-    {TXTNUM, "Dimensioni", "Dim", "", 0, kMain, 0, "txtDim"},
-    {CBO, "Tipo dimensioni", "TABTipoDimID", "TIPODIM", 4, kMain, 0, "cboTipoDim"},
-    {CHK, "Installato", "Installato", "", 0, kDetail, 0, "chkInstallato"},
-    {TXTSTR, "Configurazione", "Configurazione", "", 0, kDetail, 1, "txtConfig"},
-    {CBO, "Libero 1", "TabLibero1ID", "LIBERO1", 4, kMain, 1, "cboLibero1"},
-    {CBO, "Libero 2", "TabLibero2ID", "LIBERO2", 4, kMain, 1, "cboLibero2"},
-    {TXTSTR, "Descr. libera", "DescLibera", "", 0, kMain, 1, "txtDescLibera"},
-    {TXTSTR, "Note", "Note", "", 0, kMain, 1, "txtNote"},
-    {CBO, "Proprietario", "TabProprietaID", "PROPRIETA", -1, kMain, 2, "cboProprieta"},
-    {CBO, "Stato", "TabStatoID", "STATO", -1, kMain, 2, "cboStato"},
-    {CBO, "Luogo di acquisto", "TabDoveAcqID", "DOVEACQ", -1, kMain, 2, "cboDoveAcq"},
-    {TXTDTA, "Data di acquisto", "DtaAcq", "", 0, kMain, 2, "txtDtaAcq"},
-    {TXTNUM, "Valore", "Valore", "", 0, kMain, 2, "txtValore"},
-    {CBO, "Posizione", "TabPosID", "POS", -1, kMain, 2, "cboPos"},
-    {TXTDTA, "Data posizionam.", "DtaPos", "", 0, kMain, 2, "txtDtaPos"},
-    {TXTSTR, "Descr. pos.", "DescPos", "", 0, kMain, 2, "txtDescPos"},
-    {TXTNUM, "Valutazione", "Voto", "", 0, kMain, 2, "txtVoto"},
+    {"Codice", "Cod", kMain, 0, "txtCod", text(15, "Codice")},
+    {"Titolo", "Titolo", kMain, 0, "txtTitolo", text(100, "Titolo")},
+    {"Sistema", "TABSistemaID", kDetail, 0, "cboSistema", combo("Sistema", "SISTEMA", 4)},
+    {"Genere", "TABGenereID", kMain, 0, "cboGenere", combo("Genere", "GENERE", 4)},
+    {"Produttore", "TABAutoreID", kMain, 0, "cboProduttore", combo("Produttore", "PRODUTT", 4)},
+    {"Nazione", "TABNazioneID", kMain, 0, "cboNazione", combo("Nazionalita'", "NAZIONE", -1)},
+    {"Distributore", "TABEditoreID", kMain, 0, "cboDistributore", combo("Distribut.", "DISTRIBUT", 4)},
+    {"Lingua", "TABLinguaID", kMain, 0, "cboLingua", combo("Lingua", "LINGUA", -1)},
+    {"Nr. serie", "NrSerie", kDetail, 0, "txtNrSerie", text(40, "Nr. serie")},
+    {"Anno", "Anno", kMain, 0, "txtAnno", digits("9999", "Anno")},
+    {"Supporto", "TABSupportoID", kDetail, 0, "cboSupporto", combo("Supporto", "SUPPORTO", 4)},
+    {"Nr. supporti", "NrSupporti", kDetail, 0, "txtNrSupporti", digits("999", "Nr. supp.")},
+    {"Originale", "Originale", kDetail, 0, "chkOriginale", check("Originale")},
+    {"Dimensioni", "Dim", kMain, 0, "txtDim", digits("9999", "Dimensioni")},
+    {"Tipo dimensioni", "TABTipoDimID", kMain, 0, "cboTipoDim", combo("Dimensioni", "TIPODIM", 4)},
+    {"Installato", "Installato", kDetail, 0, "chkInstallato", check("Installato")},
+    {"Configurazione", "Configurazione", kDetail, 1, "txtConfig", memo("Config. sistema richiesta")},
+    {"Libero 1", "TabLibero1ID", kMain, 1, "cboLibero1", combo("Libero 1", "LIBERO1", 4)},
+    {"Libero 2", "TabLibero2ID", kMain, 1, "cboLibero2", combo("Libero 2", "LIBERO2", 4)},
+    {"Descr. libera", "DescLibera", kMain, 1, "txtDescLibera", masked(50, "Desc. libera")},
+    {"Note", "Note", kMain, 1, "txtNote", memo("Note")},
 };
 
 constexpr Definition kMedicinali[] = {
-    {TXTSTR, "Codice", "Cod", "", 0, kMain, 0, "txtCod"},
-    {TXTSTR, "Descrizione", "Titolo", "", 0, kMain, 0, "txtTitolo"},
-    {CBO, "Genere", "TABGenereID", "GENERE", 5, kMain, 0, "cboGenere"},
-    {CBO, "Produttore", "TABEditoreID", "PRODUTT", 5, kMain, 0, "cboProduttore"},
-    {TXTNUM, "Dimensioni", "Dim", "", 0, kMain, 0, "txtDim"},
-    {CBO, "Tipo dimensioni", "TABTipoDimID", "TIPODIM", 5, kMain, 0, "cboTipoDim"},
-    {TXTDTA, "Data scadenza", "DtaScad", "", 0, kDetail, 0, "txtDtaScad"},
-    {CHK, "Ricetta medica", "Ricetta", "", 0, kDetail, 0, "chkRicetta"},
-    {CBO, "Libero 1", "TabLibero1ID", "LIBERO1", 5, kMain, 1, "cboLibero1"},
-    {CBO, "Libero 2", "TabLibero2ID", "LIBERO2", 5, kMain, 1, "cboLibero2"},
-    {TXTSTR, "Descr. libera", "DescLibera", "", 0, kMain, 1, "txtDescLibera"},
-    {TXTSTR, "Note", "Note", "", 0, kMain, 1, "txtNote"},
-    {CBO, "Proprietario", "TabProprietaID", "PROPRIETA", -1, kMain, 2, "cboProprieta"},
-    {CBO, "Stato", "TabStatoID", "STATO", -1, kMain, 2, "cboStato"},
-    {CBO, "Luogo di acquisto", "TabDoveAcqID", "DOVEACQ", -1, kMain, 2, "cboDoveAcq"},
-    {TXTDTA, "Data di acquisto", "DtaAcq", "", 0, kMain, 2, "txtDtaAcq"},
-    {TXTNUM, "Valore", "Valore", "", 0, kMain, 2, "txtValore"},
-    {CBO, "Posizione", "TabPosID", "POS", -1, kMain, 2, "cboPos"},
-    {TXTDTA, "Data posizionam.", "DtaPos", "", 0, kMain, 2, "txtDtaPos"},
-    {TXTSTR, "Descr. pos.", "DescPos", "", 0, kMain, 2, "txtDescPos"},
-    {TXTNUM, "Valutazione", "Voto", "", 0, kMain, 2, "txtVoto"},
+    {"Codice", "Cod", kMain, 0, "txtCod", text(15, "Codice")},
+    {"Descrizione", "Titolo", kMain, 0, "txtTitolo", text(100, "Descriz.")},
+    {"Genere", "TABGenereID", kMain, 0, "cboGenere", combo("Genere", "GENERE", 5)},
+    {"Produttore", "TABEditoreID", kMain, 0, "cboProduttore", combo("Produttore", "PRODUTT", 5)},
+    {"Dimensioni", "Dim", kMain, 0, "txtDim", digits("9999", "Quantita'")},
+    {"Tipo dimensioni", "TABTipoDimID", kMain, 0, "cboTipoDim", combo("Quantita'", "TIPODIM", 5)},
+    {"Data scadenza", "DtaScad", kDetail, 0, "txtDtaScad", date("Data di scadenza", "cmdDtaScad")},
+    {"Ricetta medica", "Ricetta", kDetail, 0, "chkRicetta", check("Necessita di ricetta medica")},
+    {"Libero 1", "TabLibero1ID", kMain, 1, "cboLibero1", combo("Libero 1", "LIBERO1", 5)},
+    {"Libero 2", "TabLibero2ID", kMain, 1, "cboLibero2", combo("Libero 2", "LIBERO2", 5)},
+    {"Descr. libera", "DescLibera", kMain, 1, "txtDescLibera", masked(50, "Desc. libera")},
+    {"Note", "Note", kMain, 1, "txtNote", memo("Note")},
 };
 
 constexpr Definition kOggetti[] = {
-    {TXTSTR, "Codice", "Cod", "", 0, kMain, 0, "txtCod"},
-    {TXTSTR, "Descrizione", "Titolo", "", 0, kMain, 0, "txtTitolo"},
-    {CBO, "Utilizzo", "TABUtilizzoID", "UTILIZZO", 6, kDetail, 0, "cboUtilizzo"},
-    {CBO, "Genere", "TABGenereID", "GENERE", 6, kMain, 0, "cboGenere"},
-    {CBO, "Produttore", "TABEditoreID", "PRODUTT", 6, kMain, 0, "cboProduttore"},
-    {CBO, "Categoria", "TABCategoriaID", "CATEGORIA", 6, kDetail, 0, "cboCategoria"},
-    {TXTNUM, "Dimensioni", "Dim", "", 0, kMain, 0, "txtDim"},
-    {CBO, "Tipo dimensioni", "TABTipoDimID", "TIPODIM", 6, kMain, 0, "cboTipoDim"},
-    {CBO, "Nazione", "TABNazioneID", "NAZIONE", -1, kMain, 0, "cboNazione"},
-    {TXTNUM, "Quantita'", "Numero", "", 0, kDetail, 0, "txtNumero"},
-    {CBO, "Libero 1", "TabLibero1ID", "LIBERO1", 6, kMain, 1, "cboLibero1"},
-    {CBO, "Libero 2", "TabLibero2ID", "LIBERO2", 6, kMain, 1, "cboLibero2"},
-    {TXTSTR, "Descr. libera", "DescLibera", "", 0, kMain, 1, "txtDescLibera"},
-    {TXTSTR, "Note", "Note", "", 0, kMain, 1, "txtNote"},
-    {CBO, "Proprietario", "TabProprietaID", "PROPRIETA", -1, kMain, 2, "cboProprieta"},
-    {CBO, "Stato", "TabStatoID", "STATO", -1, kMain, 2, "cboStato"},
-    {CBO, "Luogo di acquisto", "TabDoveAcqID", "DOVEACQ", -1, kMain, 2, "cboDoveAcq"},
-    {TXTDTA, "Data di acquisto", "DtaAcq", "", 0, kMain, 2, "txtDtaAcq"},
-    {TXTNUM, "Valore", "Valore", "", 0, kMain, 2, "txtValore"},
-    {CBO, "Posizione", "TabPosID", "POS", -1, kMain, 2, "cboPos"},
-    {TXTDTA, "Data posizionam.", "DtaPos", "", 0, kMain, 2, "txtDtaPos"},
-    {TXTSTR, "Descr. pos.", "DescPos", "", 0, kMain, 2, "txtDescPos"},
-    {TXTNUM, "Valutazione", "Voto", "", 0, kMain, 2, "txtVoto"},
+    {"Codice", "Cod", kMain, 0, "txtCod", text(15, "Codice")},
+    {"Descrizione", "Titolo", kMain, 0, "txtTitolo", text(100, "Descriz.")},
+    {"Utilizzo", "TABUtilizzoID", kDetail, 0, "cboUtilizzo", combo("Utilizzo", "UTILIZZO", 6)},
+    {"Genere", "TABGenereID", kMain, 0, "cboGenere", combo("Genere", "GENERE", 6)},
+    {"Produttore", "TABEditoreID", kMain, 0, "cboProduttore", combo("Produttore", "PRODUTT", 6)},
+    {"Categoria", "TABCategoriaID", kDetail, 0, "cboCategoria", combo("Categoria", "CATEGORIA", 6)},
+    {"Dimensioni", "Dim", kMain, 0, "txtDim", digits("99999", "Dimensioni")},
+    {"Tipo dimensioni", "TABTipoDimID", kMain, 0, "cboTipoDim", combo("Dimensioni", "TIPODIM", 6)},
+    {"Nazione", "TABNazioneID", kMain, 0, "cboNazione", combo("Nazione", "NAZIONE", -1)},
+    {"Quantita'", "Numero", kDetail, 0, "txtNumero", digits("9999", "Quantita'")},
+    {"Libero 1", "TabLibero1ID", kMain, 1, "cboLibero1", combo("Libero 1", "LIBERO1", 6)},
+    {"Libero 2", "TabLibero2ID", kMain, 1, "cboLibero2", combo("Libero 2", "LIBERO2", 6)},
+    {"Descr. libera", "DescLibera", kMain, 1, "txtDescLibera", masked(50, "Desc. libera")},
+    {"Note", "Note", kMain, 1, "txtNote", memo("Note")},
 };
 
 constexpr Definition kPersone[] = {
-    {TXTSTR, "Codice", "Cod", "", 0, kMain, 0, "txtCod"},
-    {TXTSTR, "Denominazione", "Titolo", "", 0, kMain, 0, "txtTitolo"},
-    {CBO, "Titolo", "TABTitoloID", "TITOLO", 7, kDetail, 0, "cboTit"},
-    {TXTSTR, "Indirizzo", "Indirizzo", "", 0, kDetail, 0, "txtIndirizzo"},
-    {TXTSTR, "CAP", "cap", "", 0, kDetail, 0, "txtCap"},
-    {TXTSTR, "Citta", "Citta", "", 0, kDetail, 0, "txtCitta"},
-    {TXTSTR, "Provincia", "Provincia", "", 0, kDetail, 0, "txtProv"},
-    {CBO, "Nazione", "TABNazioneID", "NAZIONE", -1, kMain, 0, "cboNazione"},
-    {CBO, "Zona", "TABZonaID", "ZONA", 7, kDetail, 0, "cboZona"},
-    {TXTSTR, "Riferimento", "Riferimento", "", 0, kDetail, 0, "txtRif"},
-    {CBO, "Lingua", "TABLinguaID", "LINGUA", -1, kMain, 0, "cboLingua"},
-    {CBO, "Categoria", "TABGenereID", "GENERE", 7, kMain, 0, "cboGenere"},
-    {CBO, "Rapporti", "TabStatoID", "STATO", 7, kMain, 0, "cboStato"},
-    {TXTSTR, "Codice fiscale", "CodFisc", "", 0, kDetail, 0, "txtCodFisc"},
-    {TXTSTR, "Partita IVA", "PartIva", "", 0, kDetail, 0, "txtPartIva"},
-    {TXTSTR, "Telefono 1", "Tel1", "", 0, kDetail, 1, "txtTel(0)"},
-    {CBO, "Tipo tel. 1", "TABTel1ID", "TIPOTEL1", 7, kDetail, 1, "cboTipoTel(0)"},
-    {TXTSTR, "Telefono 2", "Tel2", "", 0, kDetail, 1, "txtTel(1)"},
-    {CBO, "Tipo tel. 2", "TABTel2ID", "TIPOTEL2", 7, kDetail, 1, "cboTipoTel(1)"},
-    {TXTSTR, "Telefono 3", "Tel3", "", 0, kDetail, 1, "txtTel(2)"},
-    {CBO, "Tipo tel. 3", "TABTel3ID", "TIPOTEL3", 7, kDetail, 1, "cboTipoTel(2)"},
-    {TXTSTR, "Telefono 4", "Tel4", "", 0, kDetail, 1, "txtTel(3)"},
-    {CBO, "Tipo tel. 4", "TABTel4ID", "TIPOTEL4", 7, kDetail, 1, "cboTipoTel(3)"},
-    {TXTSTR, "Telefono 5", "Tel5", "", 0, kDetail, 1, "txtTel(4)"},
-    {CBO, "Tipo tel. 5", "TABTel5ID", "TIPOTEL5", 7, kDetail, 1, "cboTipoTel(4)"},
-    {TXTSTR, "E-Mail", "email", "", 0, kDetail, 1, "txtEmail"},
-    {TXTSTR, "Indirizzo web", "Web", "", 0, kDetail, 1, "txtWeb"},
-    {CBO, "Libero 1", "TabLibero1ID", "LIBERO1", 7, kMain, 2, "cboLibero1"},
-    {CBO, "Libero 2", "TabLibero2ID", "LIBERO2", 7, kMain, 2, "cboLibero2"},
-    {TXTSTR, "Descr. libera", "DescLibera", "", 0, kMain, 2, "txtDescLibera"},
-    {TXTSTR, "Note", "Note", "", 0, kMain, 2, "txtNote"},
+    {"Codice", "Cod", kMain, 0, "txtCod", text(15, "Codice")},
+    {"Denominazione", "Titolo", kMain, 0, "txtTitolo", text(100, "Denomin.", kTipDenominazione)},
+    {"Titolo", "TABTitoloID", kDetail, 0, "cboTit", combo("Denomin.", "TITOLO", 7, "TitoloPersona")},
+    {"Indirizzo", "Indirizzo", kDetail, 0, "txtIndirizzo", text(150, "Indirizzo")},
+    {"CAP", "cap", kDetail, 0, "txtCap", text(6, "CAP")},
+    {"Citta", "Citta", kDetail, 0, "txtCitta", text(100, "Citta'")},
+    {"Provincia", "Provincia", kDetail, 0, "txtProv", text(2, "Prov.")},
+    {"Nazione", "TABNazioneID", kMain, 0, "cboNazione", combo("Nazione", "NAZIONE", -1)},
+    {"Zona", "TABZonaID", kDetail, 0, "cboZona", combo("Zona", "ZONA", 7)},
+    {"Riferimento", "Riferimento", kDetail, 0, "txtRif", text(100, "Riferim.", "Persona di riferimento")},
+    {"Lingua", "TABLinguaID", kMain, 0, "cboLingua", combo("Lingua", "LINGUA", -1)},
+    {"Categoria", "TABGenereID", kMain, 0, "cboGenere", combo("Categoria", "GENERE", 7)},
+    {"Rapporti", "TabStatoID", kMain, 0, "cboStato", combo("Rapporti", "STATO", 7)},
+    {"Codice fiscale", "CodFisc", kDetail, 0, "txtCodFisc", text(20, "Cod. fisc.")},
+    {"Partita IVA", "PartIva", kDetail, 0, "txtPartIva", text(20, "Part. IVA")},
+    {"Telefono 1", "Tel1", kDetail, 1, "txtTel(0)", text(18, "Telefono 1")},
+    {"Tipo tel. 1", "TABTel1ID", kDetail, 1, "cboTipoTel(0)", combo("", "TIPOTEL1", 7, "TipoTel1")},
+    {"Telefono 2", "Tel2", kDetail, 1, "txtTel(1)", text(18, "Telefono 2")},
+    {"Tipo tel. 2", "TABTel2ID", kDetail, 1, "cboTipoTel(1)", combo("", "TIPOTEL2", 7, "TipoTel2")},
+    {"Telefono 3", "Tel3", kDetail, 1, "txtTel(2)", text(18, "Telefono 3")},
+    {"Tipo tel. 3", "TABTel3ID", kDetail, 1, "cboTipoTel(2)", combo("", "TIPOTEL3", 7, "TipoTel3")},
+    {"Telefono 4", "Tel4", kDetail, 1, "txtTel(3)", text(18, "Telefono 4")},
+    {"Tipo tel. 4", "TABTel4ID", kDetail, 1, "cboTipoTel(3)", combo("", "TIPOTEL4", 7, "TipoTel4")},
+    {"Telefono 5", "Tel5", kDetail, 1, "txtTel(4)", text(18, "Telefono 5")},
+    {"Tipo tel. 5", "TABTel5ID", kDetail, 1, "cboTipoTel(4)", combo("", "TIPOTEL5", 7, "TipoTel5")},
+    {"E-Mail", "email", kDetail, 1, "txtEmail", text(50, "E-Mail")},
+    {"Indirizzo web", "Web", kDetail, 1, "txtWeb", text(50, "Web")},
+    {"Libero 1", "TabLibero1ID", kMain, 2, "cboLibero1", combo("Libero 1", "LIBERO1", 7)},
+    {"Libero 2", "TabLibero2ID", kMain, 2, "cboLibero2", combo("Libero 2", "LIBERO2", 7)},
+    {"Descr. libera", "DescLibera", kMain, 2, "txtDescLibera", masked(50, "Desc. libera")},
+    {"Note", "Note", kMain, 2, "txtNote", memo("Note")},
 };
 
 constexpr Definition kArticoli[] = {
-    {TXTSTR, "Titolo", "Titolo", "", 0, kMain, -1, "txtRivTitolo"},
-    {TXTSTR, "Sottotitolo", "Sottotitolo", "", 0, kMain, -1, "txtRivSottotitolo"},
-    {CBO, "Argomento", "TABArgomentoID", "ARGOMENTO", 8, kMain, -1, "cboRivArgomento"},
-    {CBO, "Autore", "TABAutoreID", "AUTORE", 8, kMain, -1, "cboRivAutore"},
-    {TXTNUM, "Pagina", "Pagina", "", 0, kMain, -1, "txtRivPagina"},
-    {TXTNUM, "Nr. pagine", "NrPagine", "", 0, kMain, -1, "txtRivNrPagine"},
-    {TXTSTR, "Note", "Note", "", 0, kMain, -1, "txtRivNote"},
+    {"Titolo", "Titolo", kMain, -1, "txtRivTitolo", text(150, "Titolo")},
+    {"Sottotitolo", "Sottotitolo", kMain, -1, "txtRivSottotitolo", text(150, "Sottotitolo")},
+    {"Argomento", "TABArgomentoID", kMain, -1, "cboRivArgomento", combo("Argomento", "ARGOMENTO", 8)},
+    {"Autore", "TABAutoreID", kMain, -1, "cboRivAutore", combo("Autore", "AUTORE", 8)},
+    {"Pagina", "Pagina", kMain, -1, "txtRivPagina", digits("999", "Pagina")},
+    {"Nr. pagine", "NrPagine", kMain, -1, "txtRivNrPagine", digits("999", "Nr. pagine")},
+    {"Note", "Note", kMain, -1, "txtRivNote", memo("Note")},
 };
 
 constexpr Definition kBrani[] = {
-    {TXTNUM, "Nr. brano", "NrBrano", "", 0, kMain, -1, "txtSubAudNrBrano"},
-    {TXTTIM, "Durata", "Durata", "", 0, kMain, -1, "txtSubAudDurata"},
-    {TXTNUM, "Nr. supporto", "NrSupporto", "", 0, kMain, -1, "txtSubAudNrSupporto"},
-    {TXTSTR, "Titolo", "Titolo", "", 0, kMain, -1, "txtSubAudTitolo"},
-    {CBO, "Autore", "TABAutoreID", "AUTORE", 2, kMain, -1, "cboSubAudAutore"},
-    {CBO, "Genere", "TABGenereID", "GENERE", 2, kMain, -1, "cboSubAudGenere"},
-    {CBO, "Autore testo", "TABAutoreTestoID", "AUTTESTO", 2, kMain, -1, "cboSubAudAutoreTesto"},
-    {TXTSTR, "Note", "Note", "", 0, kMain, -1, "txtSubAudNote"},
+    {"Nr. brano", "NrBrano", kMain, -1, "txtSubAudNrBrano", digits("999", "Nr. brano")},
+    {"Durata", "Durata", kMain, -1, "txtSubAudDurata", duration("Durata")},
+    {"Nr. supporto", "NrSupporto", kMain, -1, "txtSubAudNrSupporto", digits("99", "Supporto nr.")},
+    {"Titolo", "Titolo", kMain, -1, "txtSubAudTitolo", text(100, "Titolo")},
+    {"Autore", "TABAutoreID", kMain, -1, "cboSubAudAutore", combo("Autore", "AUTORE", 2)},
+    {"Genere", "TABGenereID", kMain, -1, "cboSubAudGenere", combo("Genere", "GENERE", 2)},
+    {"Autore testo", "TABAutoreTestoID", kMain, -1, "cboSubAudAutoreTesto", combo("Autore testo", "AUTTESTO", 2)},
+    {"Note", "Note", kMain, -1, "txtSubAudNote", memo("Note")},
 };
 
 constexpr Definition kContatti[] = {
-    {TXTDTA, "Data", "Data", "", 0, kMain, -1, "txtPerDta"},
-    {CBO, "Iniziativa", "TABIniziativaID", "INIZIATIVA", 10, kMain, -1, "cboPerIniziativa"},
-    {CBO, "Modo", "TABModoID", "MODO", 10, kMain, -1, "cboPerModo"},
-    {CBO, "Motivo", "TABMotivoID", "MOTIVO", 10, kMain, -1, "cboPerMotivo"},
-    {TXTSTR, "Note", "Note", "", 0, kMain, -1, "txtPerNote"},
+    {"Data", "Data", kMain, -1, "txtPerDta", date("Data", "cmdCalendAcq")},
+    {"Iniziativa", "TABIniziativaID", kMain, -1, "cboPerIniziativa", combo("Iniziativa", "INIZIATIVA", 10)},
+    {"Modo", "TABModoID", kMain, -1, "cboPerModo", combo("Modo", "MODO", 10)},
+    {"Motivo", "TABMotivoID", kMain, -1, "cboPerMotivo", combo("Motivo", "MOTIVO", 10)},
+    {"Note", "Note", kMain, -1, "txtPerNote", memo("Note")},
 };
 
+// What all collections of things say of their things.
+constexpr Definition kAccessorie[] = {
+    {"Proprietario", "TabProprietaID", kMain, 2, "cboProprieta", combo("Proprietario", "PROPRIETA", -1)},
+    {"Stato", "TabStatoID", kMain, 2, "cboStato", combo("Condizioni / stato", "STATO", -1)},
+    {"Luogo di acquisto", "TabDoveAcqID", kMain, 2, "cboDoveAcq", combo("Luogo di acquisto", "DOVEACQ", -1)},
+    {"Data di acquisto", "DtaAcq", kMain, 2, "txtDtaAcq", date("Data di acquisto", "cmdCalendAcq")},
+    {"Valore", "Valore", kMain, 2, "txtValore", digits("999999999999", "Valore Lit.", "#,##0")},
+    {"Posizione", "TabPosID", kMain, 2, "cboPos", combo("Posizione", "POS", -1)},
+    {"Data posizionam.", "DtaPos", kMain, 2, "txtDtaPos", date("Data posizionam.", "cmdCalendPos")},
+    {"Descr. pos.", "DescPos", kMain, 2, "txtDescPos", text(50, "Descr. posiz.")},
+    {"Valutazione", "Voto", kMain, 2, "txtVoto", digits("99", "Valutazione (0 - 99)", "0")},
+};
 // clang-format on
 
-constexpr std::span<const Definition> kDefinitions[] = {
-    kLibri,   kRiviste, kAudio,    kVideo, kSoftware, kMedicinali,
-    kOggetti, kPersone, kArticoli, kBrani, kContatti,
+// A collection's fields: its own, then those that it shares with others.
+struct Fields {
+  std::span<const Definition> own;
+  std::span<const Definition> shared;
 };
+
+constexpr Fields kFields[kRaccolte] = {
+    {kLibri, kAccessorie},    {kRiviste, kAccessorie},
+    {kAudio, kAccessorie},    {kVideo, kAccessorie},
+    {kSoftware, kAccessorie}, {kMedicinali, kAccessorie},
+    {kOggetti, kAccessorie},  {kPersone, {}},
+    {kArticoli, {}},          {kBrani, {}},
+    {kContatti, {}},
+};
+
+const char* typeOf(BoxKind kind) {
+  switch (kind) {
+    case BoxKind::Digits:
+      return TXTNUM;
+    case BoxKind::Date:
+      return TXTDTA;
+    case BoxKind::Time:
+      return TXTTIM;
+    case BoxKind::Combo:
+      return CBO;
+    case BoxKind::Check:
+      return CHK;
+    default:
+      return TXTSTR;
+  }
+}
+
+tCampo fieldOf(const Definition& d) {
+  return {.iPagina = d.iPagina,
+          .bPrincipale = d.bPrincipale,
+          .sTipo = QString::fromLatin1(typeOf(d.box.kind)),
+          .sTitolo = QString::fromUtf8(d.sTitolo),
+          .sCampoDB = QString::fromLatin1(d.sCampoDB),
+          .sCodTab = QString::fromLatin1(d.box.listCode),
+          .iRacTab = d.box.listCollection,
+          .sControllo = QString::fromLatin1(d.control),
+          .box = d.box};
+}
 
 [[noreturn]] void outside(int iRac, int iCampo) {
   throw store::Failure(
@@ -306,17 +331,9 @@ Campi aCampi;
 
 Campi::Campi() {
   for (std::size_t i = 0; i < rows_.size(); ++i) {
-    std::size_t j = 0;
-    for (const Definition& d : kDefinitions[i]) {
-      rows_[i][j++] = {nullptr,
-                       d.iPagina,
-                       d.bPrincipale,
-                       QString::fromUtf8(d.sTipo),
-                       QString::fromUtf8(d.sTitolo),
-                       QString::fromUtf8(d.sCampoDB),
-                       QString::fromUtf8(d.sCodTab),
-                       d.iRacTab,
-                       QString::fromUtf8(d.control)};
+    auto row = rows_[i].begin();
+    for (const auto& part : {kFields[i].own, kFields[i].shared}) {
+      row = std::transform(part.begin(), part.end(), row, fieldOf);
     }
   }
 }
@@ -339,6 +356,13 @@ QString sCampoQualificato(int iRac, int iCampo) {
   const tCampo& campo = aCampi(iRac, iCampo);
   return (campo.bPrincipale ? raccolta.sTabPrincipale : raccolta.sTabDettaglio) + u'.' +
          campo.sCampoDB;
+}
+
+QString sVoceElenco(const tCampo& campo) {
+  if (*campo.box.shownAs != '\0') return QString::fromLatin1(campo.box.shownAs);
+  static const QRegularExpression key(QStringLiteral("^TAB(.+)ID$"),
+                                      QRegularExpression::CaseInsensitiveOption);
+  return key.match(campo.sCampoDB).captured(1);
 }
 
 }  // namespace tavolix

@@ -1,5 +1,8 @@
 #include "model/raccolte.h"
 
+#include <span>
+
+#include "model/campi.h"
 #include "store/failure.h"
 
 namespace tavolix {
@@ -16,21 +19,25 @@ struct Definition {
   const char* sRifPadre;
   int iSottoRaccolta;
   const char* form;
+  std::span<const char* const> pages;
 };
+
+constexpr const char* kPagine[] = {"Dati principali", "Altri dati", "Informazioni accessorie"};
+constexpr const char* kPaginePersone[] = {"Dati principali", "Comunicazioni", "Altri dati"};
 
 // clang-format off
 constexpr Definition kDefinitions[kRaccolte] = {
-    {"Libri",        "Q_LIB",    "MAIN",   "RacID", "LIB", "ID", "",      "",       -1, "frmRacLib"},
-    {"Riviste",      "Q_RIV",    "MAIN",   "RacID", "RIV", "ID", "",      "",        8, "frmRacRiv"},
-    {"Audio",        "Q_AUD",    "MAIN",   "RacID", "AUD", "ID", "",      "",        9, "frmRacAud"},
-    {"Video",        "Q_VID",    "MAIN",   "RacID", "VID", "ID", "",      "",       -1, "frmRacVid"},
-    {"Software",     "Q_COM",    "MAIN",   "RacID", "COM", "ID", "",      "",       -1, "frmRacCom"},
-    {"Medicinali",   "Q_MED",    "MAIN",   "RacID", "MED", "ID", "",      "",       -1, "frmRacMed"},
-    {"Oggetti Vari", "Q_OGG",    "MAIN",   "RacID", "OGG", "ID", "",      "",       -1, "frmRacOgg"},
-    {"Persone",      "Q_PER",    "MAIN",   "RacID", "PER", "ID", "",      "",       10, "frmRacPer"},
-    {"Articoli",     "Q_RIVSUB", "RIVSUB", "",      "",    "",   "RivID", "RIV.ID", -1, "frmSub"},
-    {"Brani",        "Q_AUDSUB", "AUDSUB", "",      "",    "",   "AudID", "AUD.ID", -1, "frmSub"},
-    {"Contatti",     "Q_PERSUB", "PERSUB", "",      "",    "",   "PerID", "PER.ID", -1, "frmSub"},
+    {"Libri",        "Q_LIB",    "MAIN",   "RacID", "LIB", "ID", "",      "",       -1, "frmRacLib", kPagine},
+    {"Riviste",      "Q_RIV",    "MAIN",   "RacID", "RIV", "ID", "",      "",        8, "frmRacRiv", kPagine},
+    {"Audio",        "Q_AUD",    "MAIN",   "RacID", "AUD", "ID", "",      "",        9, "frmRacAud", kPagine},
+    {"Video",        "Q_VID",    "MAIN",   "RacID", "VID", "ID", "",      "",       -1, "frmRacVid", kPagine},
+    {"Software",     "Q_COM",    "MAIN",   "RacID", "COM", "ID", "",      "",       -1, "frmRacCom", kPagine},
+    {"Medicinali",   "Q_MED",    "MAIN",   "RacID", "MED", "ID", "",      "",       -1, "frmRacMed", kPagine},
+    {"Oggetti Vari", "Q_OGG",    "MAIN",   "RacID", "OGG", "ID", "",      "",       -1, "frmRacOgg", kPagine},
+    {"Persone",      "Q_PER",    "MAIN",   "RacID", "PER", "ID", "",      "",       10, "frmRacPer", kPaginePersone},
+    {"Articoli",     "Q_RIVSUB", "RIVSUB", "",      "",    "",   "RivID", "RIV.ID", -1, "frmSub", {}},
+    {"Brani",        "Q_AUDSUB", "AUDSUB", "",      "",    "",   "AudID", "AUD.ID", -1, "frmSub", {}},
+    {"Contatti",     "Q_PERSUB", "PERSUB", "",      "",    "",   "PerID", "PER.ID", -1, "frmSub", {}},
 };
 // clang-format on
 
@@ -63,8 +70,35 @@ Raccolte::Raccolte() {
                 text(d.sCampoID),
                 d.iSottoRaccolta,
                 nullptr,
-                text(d.form)};
+                text(d.form),
+                {}};
+    for (const char* page : d.pages) rows_[i].sPagine.append(text(page));
   }
+}
+
+QString sQueryElenco(int iRac) {
+  const tRaccolta& raccolta = aRaccolte(iRac);
+  const bool bSotto = raccolta.sTabDettaglio.isEmpty();
+  const QString& sTabella = bSotto ? raccolta.sTabPrincipale : raccolta.sTabDettaglio;
+  QString sColonne = raccolta.sTabPrincipale + QStringLiteral(".*");
+  QString sTabelle = raccolta.sTabPrincipale;
+  if (!bSotto) {
+    sColonne += QStringLiteral(",\n  %1.*").arg(sTabella);
+    sTabelle += QStringLiteral(" INNER JOIN %1 ON %2.%3 = %1.%4")
+                    .arg(sTabella, sTabelle, raccolta.sCampoLegame, raccolta.sCampoID);
+  }
+  for (int j = 0; j < iNumeroCampi(iRac); ++j) {
+    if (aCampi(iRac, j).sTipo != QLatin1String(CBO)) continue;
+    const QString sVoce = sVoceElenco(aCampi(iRac, j));
+    sColonne += QStringLiteral(",\n  T_%1.[Desc] AS %1").arg(sVoce);
+    sTabelle = QStringLiteral("(%1)\n  LEFT JOIN TAB AS T_%2 ON %3 = T_%2.ID")
+                   .arg(sTabelle, sVoce, sCampoQualificato(iRac, j));
+  }
+  const QString sScelta =
+      bSotto ? QString()
+             : QStringLiteral("WHERE %1.TipoRac = %2\n").arg(raccolta.sTabPrincipale).arg(iRac);
+  return QStringLiteral("SELECT %1\nFROM %2\n%3ORDER BY %4.ID;")
+      .arg(sColonne, sTabelle, sScelta, sTabella);
 }
 
 QString sTestoElenco(const tRaccolta& raccolta) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include <QStringList>
 #include <array>
 
 namespace platform {
@@ -28,6 +28,7 @@ struct tRaccolta {
   int iSottoRaccolta = -1;
   platform::Form* oForm = nullptr;  // set by CaricaRegistroRaccolte
   QString sForm;                    // the form's name
+  QStringList sPagine;              // captions of the form's pages; none for a panel
 };
 
 // The registry: bounds are checked, an index outside is failure 9.
@@ -42,6 +43,10 @@ class Raccolte final {
 
 extern Raccolte aRaccolte;
 extern int iRacCorr;  // the current collection, -1 before the first
+
+// The stored query that lists a collection, as the field table makes it: all columns of its tables,
+// and the text behind each of its list fields under the name of sVoceElenco.
+QString sQueryElenco(int iRac);
 
 // The list of a collection as a query, with its filter and order.
 QString sTestoElenco(const tRaccolta& raccolta);

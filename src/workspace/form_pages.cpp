@@ -62,21 +62,21 @@ QWidget* memo(const Box& box, QWidget* parent) {
 
 QWidget* makeBox(const Box& box, QWidget* parent) {
   switch (box.kind) {
-    case Kind::Text:
+    case BoxKind::Text:
       return limited(new platform::TextBox(parent), box.maxLength);
-    case Kind::Memo:
+    case BoxKind::Memo:
       return memo(box, parent);
-    case Kind::Masked:
+    case BoxKind::Masked:
       return maskedText(box, parent);
-    case Kind::Digits:
+    case BoxKind::Digits:
       return digitsBox(box, parent);
-    case Kind::Date:
+    case BoxKind::Date:
       return new platform::DateBox(parent);
-    case Kind::Time:
+    case BoxKind::Time:
       return new platform::TimeBox(parent);
-    case Kind::Combo:
+    case BoxKind::Combo:
       return new platform::DataCombo(parent);
-    case Kind::Check:
+    case BoxKind::Check:
       break;
   }
   auto* check = new platform::CheckBox(parent);
@@ -86,23 +86,23 @@ QWidget* makeBox(const Box& box, QWidget* parent) {
 
 // Boxes of few characters do not stretch over the page.
 int widthInCharacters(const Box& box) {
-  if (box.kind == Kind::Digits) return static_cast<int>(qstrlen(box.mask)) + 4;
-  if (box.kind == Kind::Date) return 12;
-  if (box.kind == Kind::Time) return 11;
-  if (box.kind == Kind::Text && box.maxLength <= 20) return box.maxLength + 3;
+  if (box.kind == BoxKind::Digits) return static_cast<int>(qstrlen(box.mask)) + 4;
+  if (box.kind == BoxKind::Date) return 12;
+  if (box.kind == BoxKind::Time) return 11;
+  if (box.kind == BoxKind::Text && box.maxLength <= 20) return box.maxLength + 3;
   return 0;
 }
 
 class PageBuilder {
  public:
-  PageBuilder(const Module& module, int iRac, ControlNumbers& numbers)
-      : module_(module), iRac_(iRac), numbers_(numbers) {}
+  PageBuilder(int iRac, ControlNumbers& numbers) : iRac_(iRac), numbers_(numbers) {}
 
   void build(QTabWidget* panRecord) {
-    for (int page = 0; page < static_cast<int>(module_.pages.size()); ++page) {
+    int page = 0;
+    for (const QString& caption : aRaccolte(iRac_).sPagine) {
       buildPage(page, nullptr)->setObjectName(QStringLiteral("picRecord(%1)").arg(page));
-      panRecord->addTab(scrolling(page_, panRecord),
-                        text(module_.pages[static_cast<std::size_t>(page)]));
+      panRecord->addTab(scrolling(page_, panRecord), caption);
+      ++page;
     }
   }
 
@@ -115,7 +115,7 @@ class PageBuilder {
     grid_->setVerticalSpacing(6);
     row_ = -1;
     bool stretches = false;
-    for (int campo = 0; campo < static_cast<int>(boxCount(module_)); ++campo) {
+    for (int campo = 0; campo < iNumeroCampi(iRac_); ++campo) {
       if (aCampi(iRac_, campo).iPagina != page) continue;
       stretches = addField(campo) || stretches;
     }
@@ -126,11 +126,11 @@ class PageBuilder {
  private:
   // True if the field's row takes what height is left.
   bool addField(int campo) {
-    const Box& box = boxOf(module_, campo);
+    const Box& box = aCampi(iRac_, campo).box;
     QWidget* widget = makeBox(box, page_);
     widget->setObjectName(aCampi(iRac_, campo).sControllo);
     limitWidth(widget, box);
-    if (box.kind == Kind::Check) {
+    if (box.kind == BoxKind::Check) {
       grid_->addWidget(widget, ++row_, kBox);
     } else if (sharesRow(campo)) {
       addHiddenLabel(campo, widget);
@@ -139,23 +139,21 @@ class PageBuilder {
       addLabel(box, widget);
       beginRow(campo, box, widget);
     }
-    for (const Tip& tip : module_.tips) {
-      if (widget->objectName() == QLatin1String(tip.control)) widget->setToolTip(text(tip.text));
-    }
-    if (box.kind == Kind::Memo) grid_->setRowStretch(row_, 1);
-    return box.kind == Kind::Memo;
+    widget->setToolTip(text(box.tip));
+    if (box.kind == BoxKind::Memo) grid_->setRowStretch(row_, 1);
+    return box.kind == BoxKind::Memo;
   }
 
   // A box without a label of its own stands beside the one before.
   bool sharesRow(int campo) const {
     if (campo == 0 || aCampi(iRac_, campo - 1).iPagina != aCampi(iRac_, campo).iPagina)
       return false;
-    const char* label = boxOf(module_, campo).label;
-    return *label == '\0' || qstrcmp(label, boxOf(module_, campo - 1).label) == 0;
+    const char* label = aCampi(iRac_, campo).box.label;
+    return *label == '\0' || qstrcmp(label, aCampi(iRac_, campo - 1).box.label) == 0;
   }
 
   void beginRow(int campo, const Box& box, QWidget* widget) {
-    if (box.kind == Kind::Memo) {
+    if (box.kind == BoxKind::Memo) {
       grid_->addWidget(widget, row_, kBox);
       return;
     }
@@ -164,12 +162,12 @@ class PageBuilder {
     line_->setSpacing(4);
     grid_->addLayout(line_, row_, kBox);
     addToRow(campo, box, widget);
-    const bool more = campo + 1 < static_cast<int>(boxCount(module_)) && sharesRow(campo + 1);
+    const bool more = campo + 1 < iNumeroCampi(iRac_) && sharesRow(campo + 1);
     if (isNarrow(widget) && !more) line_->addStretch(1);
   }
 
   void addToRow(int campo, const Box& box, QWidget* widget) {
-    line_->addWidget(widget, isNarrow(widget) ? 0 : (box.kind == Kind::Combo ? 2 : 3));
+    line_->addWidget(widget, isNarrow(widget) ? 0 : (box.kind == BoxKind::Combo ? 2 : 3));
     QToolButton* button = buttonFor(campo, box, widget);
     if (button != nullptr) line_->addWidget(button);
   }
@@ -192,7 +190,7 @@ class PageBuilder {
 
   void addLabel(const Box& box, QWidget* widget) {
     QLabel* label = newLabel(text(box.label), widget);
-    const bool tall = box.kind == Kind::Memo;
+    const bool tall = box.kind == BoxKind::Memo;
     grid_->addWidget(label, ++row_, kLabel,
                      tall ? Qt::AlignTop | Qt::AlignRight : Qt::AlignVCenter | Qt::AlignRight);
   }
@@ -204,15 +202,14 @@ class PageBuilder {
 
   QToolButton* buttonFor(int campo, const Box& box, QWidget* widget) {
     const QString title = *box.label == '\0' ? aCampi(iRac_, campo).sTitolo : text(box.label);
-    if (box.kind == Kind::Combo) {
+    if (box.kind == BoxKind::Combo) {
       QToolButton* button = listButton(campo);
       button->setAccessibleName(QStringLiteral("Voci di ") + title);
       static_cast<platform::DataCombo*>(widget)->SetValuesWindow([button] { button->click(); });
       return button;
     }
-    const char* name = calendarButtonOf(widget->objectName());
-    if (name == nullptr) return nullptr;
-    QToolButton* button = calendarButton(text(name), widget);
+    if (*box.button == '\0') return nullptr;
+    QToolButton* button = calendarButton(text(box.button), widget);
     button->setAccessibleName(QStringLiteral("Calendario di ") + title);
     return button;
   }
@@ -246,7 +243,6 @@ class PageBuilder {
     return button;
   }
 
-  const Module& module_;
   int iRac_;
   ControlNumbers& numbers_;
   QWidget* page_ = nullptr;
@@ -273,7 +269,7 @@ QScrollArea* scrolling(QWidget* page, QWidget* parent) {
   return area;
 }
 
-QWidget* buildForm(const Module& module, int iRac, QWidget* parent) {
+QWidget* buildForm(int iRac, QWidget* parent) {
   auto* form = new QWidget(parent);
   auto* dbCurr = new platform::DataControl(form);
   dbCurr->setObjectName(QStringLiteral("dbCurr"));
@@ -281,14 +277,14 @@ QWidget* buildForm(const Module& module, int iRac, QWidget* parent) {
   panRecord->setObjectName(QStringLiteral("panRecord"));
   panRecord->setAccessibleName(QStringLiteral("Pagine del record"));
   ControlNumbers numbers;
-  PageBuilder(module, iRac, numbers).build(panRecord);
+  PageBuilder(iRac, numbers).build(panRecord);
   return form;
 }
 
-QWidget* buildPanel(const Module& module, int iRac, platform::DataControl& source,
-                    ControlNumbers& numbers, QWidget* parent) {
+QWidget* buildPanel(int iRac, platform::DataControl& source, ControlNumbers& numbers,
+                    QWidget* parent) {
   constexpr int ofPanels = -1;
-  QWidget* panel = PageBuilder(module, iRac, numbers).buildPage(ofPanels, parent);
+  QWidget* panel = PageBuilder(iRac, numbers).buildPage(ofPanels, parent);
   panel->setObjectName(QStringLiteral("panRecord(%1)").arg(iRac));
   for (int campo = 0; campo < iNumeroCampi(iRac); ++campo) {
     auto* box = panel->findChild<QWidget*>(aCampi(iRac, campo).sControllo);

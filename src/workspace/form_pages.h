@@ -2,8 +2,6 @@
 
 #include <QWidget>
 
-#include "workspace/moduli.h"
-
 class QScrollArea;
 
 namespace platform {
@@ -14,7 +12,7 @@ namespace tavolix {
 
 // Builds a collection's form: the page control panRecord with its pages picRecord(0..2), a box
 // with its label for each field, the buttons of combos and dates. `dbCurr` is made in it too.
-QWidget* buildForm(const Module& module, int iRac, QWidget* parent);
+QWidget* buildForm(int iRac, QWidget* parent);
 
 // Puts a page into an area that scrolls where it has to, and follows the focus.
 QScrollArea* scrolling(QWidget* page, QWidget* parent);
@@ -26,7 +24,7 @@ struct ControlNumbers {
 };
 
 // Builds a sub-collection's panel panRecord(iRac), its boxes bound to `source`.
-QWidget* buildPanel(const Module& module, int iRac, platform::DataControl& source,
-                    ControlNumbers& numbers, QWidget* parent);
+QWidget* buildPanel(int iRac, platform::DataControl& source, ControlNumbers& numbers,
+                    QWidget* parent);
 
 }  // namespace tavolix

@@ -30,15 +30,14 @@ int iLarghezzaScheda() {
   return platform::toTwips(std::min(wanted, static_cast<int>(designWidth() * kLargestShare)));
 }
 
-frmRac::frmRac(const Module& module, int iRac)
-    : platform::Form(QString::fromLatin1(module.form)), module_(module), iRac_(iRac) {}
+frmRac::frmRac(int iRac) : platform::Form(aRaccolte(iRac).sForm), iRac_(iRac) {}
 
 void frmRac::loadOwner() {
   FrmMain().Load();
 }
 
 QWidget* frmRac::build() {
-  QWidget* form = buildForm(module_, iRac_, FrmMain().Area());
+  QWidget* form = buildForm(iRac_, FrmMain().Area());
   form->hide();
   // The pages keep these margins at every size.
   form->resize(platform::toPixels(iLarghezzaScheda()), kDesignHeight);
@@ -75,9 +74,7 @@ bool frmRac::keyDown(int key, Qt::KeyboardModifiers modifiers) {
 
 void RegistraFormRaccolte() {
   for (int iRac = 0; iRac < kRaccoltePrincipali; ++iRac) {
-    const Module& module = modules()[static_cast<std::size_t>(iRac)];
-    platform::forms().add(QString::fromLatin1(module.form),
-                          [&module, iRac] { return std::make_unique<frmRac>(module, iRac); });
+    platform::forms().add(aRaccolte(iRac).sForm, [iRac] { return std::make_unique<frmRac>(iRac); });
   }
 }
 

@@ -2,7 +2,6 @@
 
 #include "core/entry_focus.h"
 #include "platform/form.h"
-#include "workspace/moduli.h"
 
 namespace tavolix {
 
@@ -10,7 +9,7 @@ namespace tavolix {
 class frmRac final : public platform::Form {
   Q_OBJECT
  public:
-  frmRac(const Module& module, int iRac);
+  explicit frmRac(int iRac);
 
  private:
   void loadOwner() override;
@@ -21,7 +20,6 @@ class frmRac final : public platform::Form {
   bool keyDown(int key, Qt::KeyboardModifiers modifiers) override;
   bool wantsShortcut(int key, Qt::KeyboardModifiers modifiers) override;
 
-  const Module& module_;
   int iRac_;
   EntryFocus focus_;
 };

@@ -58,8 +58,7 @@ QWidget* newPanels(platform::DataControl& dbSubCurr, QWidget* parent) {
   auto* stack = new QStackedLayout(place);
   ControlNumbers numbers;
   for (int iSub = kRaccoltePrincipali; iSub < kRaccolte; ++iSub) {
-    const Module& module = modules()[static_cast<std::size_t>(iSub)];
-    stack->addWidget(scrolling(buildPanel(module, iSub, dbSubCurr, numbers, place), place));
+    stack->addWidget(scrolling(buildPanel(iSub, dbSubCurr, numbers, place), place));
   }
   place->setMinimumWidth(platform::widthOfCharacters(place, kPanelCharacters));
   return place;

@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFile>
 
+#include "model/raccolte.h"
 #include "store/outside.h"
 #include "store/text_order.h"
 
@@ -45,6 +46,9 @@ Archive::Archive() : path_(folder_.filePath(QStringLiteral("prova.tvx"))) {
   database_ = CreateDatabase(path_, sourceFile("data/schema/archivio.sql") + kRecords);
   const QDir queries(sourceFolder() + QStringLiteral("/data/queries"));
   Transaction transaction(*database_);
+  for (int i = 0; i < tavolix::kRaccolte; ++i) {
+    database_->CreateQueryDef(tavolix::aRaccolte(i).sQuery, tavolix::sQueryElenco(i));
+  }
   for (const QFileInfo& file : queries.entryInfoList({"*.sql"})) {
     database_->CreateQueryDef(file.completeBaseName(),
                               QString::fromUtf8(sourceFile("data/queries/" + file.fileName())));

@@ -3,7 +3,6 @@
 #include <QToolButton>
 
 #include "desk.h"
-#include "workspace/moduli.h"
 
 namespace tavolix {
 namespace {
@@ -123,7 +122,7 @@ TEST_F(Fields, TakeNoMoreThanTheirColumnsHold) {
       const tCampo& campo = aCampi(collection, j);
       if (campo.sTipo != TXTSTR) continue;
       SCOPED_TRACE(qPrintable(aRaccolte(collection).sNome + ' ' + campo.sTitolo));
-      const int most = boxOf(modules()[static_cast<std::size_t>(collection)], j).maxLength;
+      const int most = campo.box.maxLength;
       EXPECT_TRUE(0 < most && most <= list()->Fields()[list()->FieldIndex(campo.sCampoDB)].size);
       QGuiApplication::clipboard()->setText(QString(most + 5, 'x'));
       enter(campo.sControllo);

@@ -22,7 +22,7 @@ const QMap<QString, QString> kUses = {{"src/store", ""},
                                       {"src/assist", kCore},
                                       {"src/app", kCore + " archives workspace query assist"},
                                       {"tools", "store model"},
-                                      {"tests/store", ""},
+                                      {"tests/store", "model"},
                                       {"tests/platform", "store"},
                                       {"tests/model", "store"},
                                       {"tests/tools", "store model"}};
