@@ -8,7 +8,7 @@
 #include <algorithm>
 
 #include "store/failure.h"
-#include "tools/day_number.h"
+#include "store/value_text.h"
 
 namespace tavolix::builder {
 namespace {
@@ -20,7 +20,7 @@ QVariant toDay(const QString& cell) {
   static const QRegularExpression pattern(QStringLiteral("^\\d{4}-\\d\\d-\\d\\d$"));
   if (!pattern.match(cell).hasMatch()) return {};
   const QDate date = QDate::fromString(cell, Qt::ISODate);
-  return date.isValid() ? dayNumber(date) : QVariant();
+  return date.isValid() ? store::dayOfDate(date) : QVariant();
 }
 
 QVariant toSeconds(const QString& cell) {

@@ -4,7 +4,7 @@
 #include <iterator>
 
 #include "model/raccolte.h"
-#include "tools/day_number.h"
+#include "store/value_text.h"
 #include "tools/italian_text.h"
 #include "tools/italian_words.h"
 
@@ -147,7 +147,7 @@ constexpr SpecialColumn kSpecialColumns[] = {
 }  // namespace
 
 qint64 firstDayOf(int year) {
-  return dayNumber(QDate(year, 1, 1));
+  return store::dayOfDate(QDate(year, 1, 1));
 }
 
 const SpecialColumn* findSpecialColumn(const QString& column) {

@@ -61,6 +61,11 @@ platform::ColumnSetup setupOf(int iRac, const store::Recordset& rs, const QStrin
   setup.maxLength = info.size;
   const tCampo* campo = iRac < 0 ? nullptr : campoDi(iRac, info);
   if (campo == nullptr) return setup;
+  // A cell takes what the field's box takes; a list's text is limited by the list itself.
+  if (info.lookupKey.isEmpty() && info.kind == store::FieldKind::Text) {
+    setup.maxLength = campo->box.maxLength;
+  }
+  setup.mask = QString::fromLatin1(campo->box.mask);
   // A text of several lines is for its box in the form: a cell has one line.
   setup.editable = (info.updatable && info.size <= kOneLine) || !info.lookupKey.isEmpty();
   if (campo->sTipo == QLatin1String(CBO) && !info.lookupKey.isEmpty()) {
@@ -122,9 +127,6 @@ void CaricaGrigliaConfig(const QString& sNomeQuery, platform::DataGrid& oGriglia
   config->SetIndex(QStringLiteral("1u"));
   oGriglia.RemoveColumns();
   QVector<platform::GridColumn> columns;
-  const store::RecordsetPtr rs =
-      oGriglia.DataSource() == nullptr ? nullptr : oGriglia.DataSource()->Recordset();
-  const int iRac = raccoltaDi(sNomeQuery);
   config->Seek(QStringLiteral(">="), {sNomeQuery, 0});
   while (!config->NoMatch() && !config->Eof()) {
     const auto text = [&](const char* name) {
@@ -135,12 +137,15 @@ void CaricaGrigliaConfig(const QString& sNomeQuery, platform::DataGrid& oGriglia
     column.dataField = text("NomeCampo");
     column.caption = text("titolo");
     column.width = NullAZero(config->Value(QStringLiteral("Larghezza"))).toInt();
-    if (rs) column.setup = setupOf(iRac, *rs, column.dataField);
     columns.append(std::move(column));
     config->MoveNext();
   }
-  oGriglia.SetColumns(std::move(columns));
   config->Close();
+  oGriglia.SetColumns(
+      std::move(columns),
+      [iRac = raccoltaDi(sNomeQuery)](const store::Recordset& rs, const QString& nomeCampo) {
+        return setupOf(iRac, rs, nomeCampo);
+      });
 }
 
 void CorreggiValoriGriglia(int iAzione) {

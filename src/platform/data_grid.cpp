@@ -105,8 +105,8 @@ void DataGrid::SetDataSource(DataControl* source) {
   connect(source, &QObject::destroyed, this, [this] { model_->setRecordset(nullptr); });
 }
 
-void DataGrid::SetColumns(QVector<GridColumn> columns) {
-  model_->setColumns(std::move(columns));
+void DataGrid::SetColumns(QVector<GridColumn> columns, SetupSource setups) {
+  model_->setColumns(std::move(columns), std::move(setups));
   setColumnWidths();
 }
 

@@ -19,7 +19,8 @@ class DataGrid final : public QTableView {
   DataControl* DataSource() const { return source_; }
   // Shows the rows of a data control's recordset, whichever it has; null for none.
   void SetDataSource(DataControl* source);
-  void SetColumns(QVector<GridColumn> columns);
+  // With a source, what their cells hold is asked from it whenever rows come.
+  void SetColumns(QVector<GridColumn> columns, SetupSource setups = {});
   void RemoveColumns() { SetColumns({}); }
   int ColumnCount() const;
   // The column, with the width it has on the screen.

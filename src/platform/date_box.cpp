@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "platform/record_model.h"
+#include "store/value_text.h"
 
 namespace platform {
 namespace {
@@ -91,7 +91,7 @@ QDate DateBox::Date() const {
   const QVariant value = Value();
   if (!value.isValid()) return {};
   const double day = std::floor(value.toDouble());
-  return std::abs(day) < kMostDays ? dateOfDay(static_cast<qint64>(day)) : QDate();
+  return std::abs(day) < kMostDays ? store::dateOfDay(static_cast<qint64>(day)) : QDate();
 }
 
 void DateBox::SetRawData(const QString& digits) {
@@ -102,7 +102,7 @@ void DateBox::SetRawData(const QString& digits) {
 
 QVariant DateBox::parsed(const QString& text) const {
   const QDate date = dateIn(text);
-  return date.isValid() ? QVariant(dayOfDate(date)) : QVariant();
+  return date.isValid() ? QVariant(store::dayOfDate(date)) : QVariant();
 }
 
 QString DateBox::shown(const QVariant& value) const {
@@ -110,7 +110,7 @@ QString DateBox::shown(const QVariant& value) const {
   bool ok = false;
   const double day = std::floor(value.toDouble(&ok));
   if (!ok || std::abs(day) >= kMostDays) return value.toString();
-  return dateOfDay(static_cast<qint64>(day)).toString(QStringLiteral("dd-MM-yyyy"));
+  return store::dateOfDay(static_cast<qint64>(day)).toString(QStringLiteral("dd-MM-yyyy"));
 }
 
 bool DateBox::takes(QChar letter) const {

@@ -3,7 +3,6 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QKeyEvent>
-#include <QLocale>
 #include <QPainter>
 
 #include "platform/date_box.h"
@@ -12,6 +11,7 @@
 #include "platform/popup_keys.h"
 #include "platform/text_box.h"
 #include "platform/time_box.h"
+#include "store/value_text.h"
 
 namespace platform {
 
@@ -33,10 +33,8 @@ class NumberBox final : public LineBox {
 
  protected:
   QVariant parsed(const QString& text) const override {
-    bool isNumber = false;
-    double value = QLocale().toDouble(text, &isNumber);
-    if (!isNumber) value = QLocale::c().toDouble(text, &isNumber);
-    return isNumber ? QVariant(value) : QVariant();
+    const std::optional<double> number = store::numberIn(text);
+    return number ? QVariant(*number) : QVariant();
   }
   QString shown(const QVariant& value) const override { return cellText(value, FieldKind::Number); }
 };

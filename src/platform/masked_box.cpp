@@ -1,28 +1,13 @@
 #include "platform/masked_box.h"
 
 #include <QFocusEvent>
-#include <QLocale>
-#include <cmath>
+
+#include "store/value_text.h"
 
 namespace platform {
 namespace {
 
 constexpr int kAnyLength = 32767;  // of QLineEdit
-constexpr double kExactWholes = 9007199254740992.0;
-
-bool isWhole(const QVariant& value) {
-  if (value.typeId() != QMetaType::Double) return true;
-  const double number = value.toDouble();
-  return std::abs(number) < kExactWholes && number == std::floor(number);
-}
-
-QString numberText(const QVariant& value, bool grouped) {
-  QLocale locale;
-  if (!grouped) locale.setNumberOptions(QLocale::OmitGroupSeparator);
-  if (isWhole(value)) return locale.toString(value.toLongLong());
-  return locale.toString(value.toDouble(), 'f', QLocale::FloatingPointShortest);
-}
-
 }  // namespace
 
 void MaskedBox::SetMaxText(int length) {
@@ -54,7 +39,8 @@ QVariant MaskedBox::parsed(const QString& text) const {
 QString MaskedBox::shown(const QVariant& value) const {
   const bool isText = value.typeId() == QMetaType::QString;
   if (!number_ || isText || !value.isValid()) return value.toString();
-  return numberText(value, grouped_ && !focused());
+  return store::numberText(
+      value, grouped_ && !focused() ? store::Grouping::Thousands : store::Grouping::None);
 }
 
 bool MaskedBox::takes(QChar letter) const {

@@ -5,6 +5,8 @@
 #include <QScopeGuard>
 #include <QTimer>
 
+#include "store/value_text.h"
+
 namespace platform {
 
 using store::FieldKind;
@@ -19,22 +21,6 @@ constexpr int kShownCharacters = 200;
 bool isNumber(FieldKind kind) {
   return kind == FieldKind::Number || kind == FieldKind::Long || kind == FieldKind::Short ||
          kind == FieldKind::Counter;
-}
-
-// Fifteen digits are what a decimal number keeps: sums show no trace of binary fractions.
-QString numberText(double value) {
-  QLocale locale;
-  locale.setNumberOptions(QLocale::OmitGroupSeparator);
-  const double rounded = QString::number(value, 'g', 15).toDouble();
-  return locale.toString(rounded, 'f', QLocale::FloatingPointShortest);
-}
-
-QString timeText(qint64 seconds) {
-  const QLatin1Char zero('0');
-  return QStringLiteral("%1:%2:%3")
-      .arg(seconds / 3600)
-      .arg(seconds / 60 % 60, 2, 10, zero)
-      .arg(seconds % 60, 2, 10, zero);
 }
 
 QString oneLine(QString text) {
@@ -54,27 +40,19 @@ Qt::Alignment alignmentOf(const ColumnSetup& setup) {
 
 }  // namespace
 
-QDate dateOfDay(qint64 day) {
-  return QDate(1899, 12, 30).addDays(day);
-}
-
-qint64 dayOfDate(const QDate& date) {
-  return QDate(1899, 12, 30).daysTo(date);
-}
-
 QString cellText(const QVariant& value, FieldKind kind) {
   if (value.isNull()) return {};
   switch (kind) {
     case FieldKind::Text:
       return oneLine(value.toString());
     case FieldKind::Date:
-      return QLocale().toString(dateOfDay(value.toLongLong()), QStringLiteral("dd-MM-yyyy"));
+      return QLocale().toString(store::dateOfDay(value.toLongLong()), QStringLiteral("dd-MM-yyyy"));
     case FieldKind::Time:
-      return timeText(value.toLongLong());
+      return store::durationText(value.toLongLong());
     case FieldKind::YesNo:
       return value.toInt() != 0 ? QStringLiteral("Sì") : QString();
     default:
-      return numberText(value.toDouble());
+      return store::numberText(value);
   }
 }
 
@@ -87,9 +65,10 @@ void RecordModel::setRecordset(store::RecordsetPtr recordset) {
   if (recordset_ != nullptr) connectRecordset();
 }
 
-void RecordModel::setColumns(QVector<GridColumn> columns) {
+void RecordModel::setColumns(QVector<GridColumn> columns, SetupSource setups) {
   beginResetModel();
   columns_ = std::move(columns);
+  setups_ = std::move(setups);
   resolveFields();
   endResetModel();
 }
@@ -146,12 +125,19 @@ void RecordModel::connectChanges() {
 
 void RecordModel::resolveFields() {
   fields_.clear();
+  setUpColumns();
   QVector<int> shown;
   for (const GridColumn& column : std::as_const(columns_)) {
     fields_ << fieldsOf(column);
     shown << fields_.last().shown << fields_.last().key;
   }
   if (recordset_ != nullptr) recordset_->ExpectFields(shown);
+}
+
+// Each list tells anew what its columns hold: there may have been none when they were set.
+void RecordModel::setUpColumns() {
+  if (recordset_ == nullptr || !setups_) return;
+  for (GridColumn& column : columns_) column.setup = setups_(*recordset_, column.dataField);
 }
 
 RecordModel::Fields RecordModel::fieldsOf(const GridColumn& column) const {

@@ -2,6 +2,7 @@
 
 #include <QAbstractTableModel>
 #include <QVector>
+#include <functional>
 
 #include "platform/lookup_list.h"
 #include "store/recordset.h"
@@ -26,11 +27,11 @@ struct GridColumn {
   ColumnSetup setup;
 };
 
+// What the cells of a column hold, by the rows that are shown and the column's field.
+using SetupSource = std::function<ColumnSetup(const store::Recordset&, const QString& dataField)>;
+
 // The stored value as a cell shows it, on one line; empty for Null.
 QString cellText(const QVariant& value, store::FieldKind kind);
-// Places of dates on the store's day count.
-QDate dateOfDay(qint64 day);
-qint64 dayOfDate(const QDate& date);
 
 // How long after a failure rows are not read, in milliseconds. For tests to lower.
 inline int readPause = 2000;
@@ -45,7 +46,8 @@ class RecordModel final : public QAbstractTableModel {
   const store::RecordsetPtr& recordset() const { return recordset_; }
   void setRecordset(store::RecordsetPtr recordset);
   const QVector<GridColumn>& columns() const { return columns_; }
-  void setColumns(QVector<GridColumn> columns);
+  // With a source of setups the columns' own do not count.
+  void setColumns(QVector<GridColumn> columns, SetupSource setups = {});
 
   // Row of the recordset's current record, -1 if there is none.
   int currentRow() const;
@@ -87,6 +89,7 @@ class RecordModel final : public QAbstractTableModel {
   void connectRecordset();
   void connectChanges();
   void resolveFields();
+  void setUpColumns();
   Fields fieldsOf(const GridColumn& column) const;
   int writtenPlace(int column) const;
   void showChange(qint64 row, const QVector<int>& fields);
@@ -97,6 +100,7 @@ class RecordModel final : public QAbstractTableModel {
 
   store::RecordsetPtr recordset_;
   QVector<GridColumn> columns_;
+  SetupSource setups_;
   QVector<Fields> fields_;
   QVector<QMetaObject::Connection> connections_;
   int rows_ = 0;

@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "store/value_text.h"
+
 namespace platform {
 namespace {
 
@@ -52,12 +54,7 @@ QString TimeBox::shown(const QVariant& value) const {
   bool ok = false;
   const double number = value.toDouble(&ok);
   if (!ok || std::abs(number) > kMostShown) return value.toString();
-  const auto seconds = static_cast<qlonglong>(std::abs(number));
-  return QStringLiteral("%1%2:%3:%4")
-      .arg(QLatin1String(number < 0 ? "-" : ""))
-      .arg(seconds / 3600)
-      .arg(seconds / 60 % 60, 2, 10, QLatin1Char('0'))
-      .arg(seconds % 60, 2, 10, QLatin1Char('0'));
+  return store::durationText(static_cast<qint64>(number));
 }
 
 bool TimeBox::takes(QChar letter) const {

@@ -10,9 +10,9 @@
 #include "platform/data_combo.h"
 #include "platform/date_box.h"
 #include "platform/drop_down.h"
-#include "platform/record_model.h"
 #include "platform/screen_room.h"
 #include "platform/text_box.h"
+#include "store/value_text.h"
 
 namespace tavolix {
 namespace {
@@ -134,7 +134,7 @@ Condizione ControlliCondizione::Letta() const {
   const QDate date = data_->Date();
   ValoreCondizione valore{testo_->text(), voce_->Value().toLongLong(), std::nullopt,
                           spunta_->isChecked()};
-  if (date.isValid()) valore.lGiorno = platform::dayOfDate(date);
+  if (date.isValid()) valore.lGiorno = store::dayOfDate(date);
   return {iCampo(), condizione_->currentText(), valore};
 }
 

@@ -10,10 +10,10 @@
 #include "platform/date_box.h"
 #include "platform/masked_box.h"
 #include "platform/memo_box.h"
-#include "platform/record_model.h"
 #include "platform/text_box.h"
 #include "platform/time_box.h"
 #include "platform/x11_selection.h"
+#include "store/value_text.h"
 
 namespace platform {
 namespace {
@@ -69,7 +69,9 @@ void expectRead(const std::vector<Typed>& cases) {
 }
 
 TEST(Boxes, ReadWhatIsTyped) {
-  const auto dated = [](int year, int month, int day) { return dayOfDate({year, month, day}); };
+  const auto dated = [](int year, int month, int day) {
+    return store::dayOfDate({year, month, day});
+  };
   expectRead<DateBox>({
       {"1/2.29", "01-02-2029", dated(2029, 2, 1)},
       {"010230", "01-02-1930", dated(1930, 2, 1)},

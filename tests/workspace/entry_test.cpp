@@ -1,6 +1,6 @@
 #include "desk.h"
 #include "platform/data_combo.h"
-#include "platform/record_model.h"
+#include "store/value_text.h"
 
 namespace tavolix {
 namespace {
@@ -33,11 +33,12 @@ class Entry : public Desk {
 TEST_F(Entry, WritesJustItsColumn) {
   const QString text = "L'ombra, del vento!";
   const QString cut(15, 'x');
+  const QString title(100, 't');
   const auto id = [this](const QString& list, const QString& value) {
     return folder_.found("SELECT ID FROM TAB WHERE TipoTab = '" + list + "' AND \"Desc\" = '" +
                          value + '\'');
   };
-  const QString day = "MAIN.DtaAcq=" + QString::number(platform::dayOfDate(QDate(2003, 2, 1)));
+  const QString day = "MAIN.DtaAcq=" + QString::number(store::dayOfDate(QDate(2003, 2, 1)));
   const struct {
     int collection;
     QString box, field;  // without one of them, the other alone
@@ -45,6 +46,8 @@ TEST_F(Entry, WritesJustItsColumn) {
   } cases[] = {
       {0, "txtTitolo", "Titolo", text, text, "MAIN.Titolo=" + text},
       {0, "txtTitolo", "Titolo", "", "", "MAIN.Titolo=-"},
+      {0, "txtTitolo", "Titolo", QString(120, 't'), title, "MAIN.Titolo=" + title},
+      {0, "txtAnno", "Anno", "20015", "2001", "MAIN.Anno=2001.0"},
       {0, "", "Cod", QString(20, 'x'), cut, "MAIN.Cod=" + cut},
       {0, "txtAnno", "Anno", "1984", "1984", "MAIN.Anno=1984.0"},
       {0, "txtAnno", "Anno", "abc", "", "MAIN.Anno=-"},

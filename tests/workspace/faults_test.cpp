@@ -128,7 +128,7 @@ TEST_F(Faults, ALockedArchive) {
       SCOPED_TRACE(QStringLiteral("%1 %2").arg(inCell).arg(&go - ways).toStdString());
       selectByTab(0);
       goTo(3, "Titolo");
-      const QString text = "In attesa di " + stored("Titolo");
+      const QString text = "Poi " + stored("Titolo");
       Outside other(folder_.path("esempio.tvx"), SQLite::OPEN_READWRITE);
       other.exec("BEGIN EXCLUSIVE");
       answer(platform::kOk);
