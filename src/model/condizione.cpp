@@ -2,10 +2,10 @@
 
 #include <QLocale>
 #include <QRegularExpression>
-#include <cmath>
 
 #include "model/campi.h"
 #include "model/testi.h"
+#include "store/value_text.h"
 
 namespace tavolix {
 namespace {
@@ -50,13 +50,21 @@ Esito patternOf(const Condizione& c) {
   return testo(sApici((begins ? QString() : QStringLiteral("*")) + c.valore.sTesto + u'*'));
 }
 
+// A number that SQL reads stays as it was typed, one with the system's signs gets SQL's.
+QString sNumeroSql(const QString& sTesto) {
+  static const QRegularExpression sql(
+      QStringLiteral("^\\s*[+-]?([0-9]+\\.?[0-9]*|\\.[0-9]+)([eE][+-]?[0-9]+)?\\s*$"));
+  if (sql.match(sTesto).hasMatch()) return sTesto;
+  return QString::number(*store::numberIn(sTesto), 'g', QLocale::FloatingPointShortest);
+}
+
 // The value as SQL; texts with an empty value are the caller's.
 Esito valueOf(const tCampo& campo, const Condizione& c) {
   const QString& sTipo = campo.sTipo;
   if (sTipo == QLatin1String(CBO)) return testo(QString::number(c.valore.lVoce));
   if (sTipo == QLatin1String(CHK)) return testo(c.valore.bSpunta ? "-1" : "0");
   if (sTipo == QLatin1String(TXTNUM)) {
-    if (bNumerico(c.valore.sTesto)) return testo(c.valore.sTesto);
+    if (bNumerico(c.valore.sTesto)) return testo(sNumeroSql(c.valore.sTesto));
     return rifiuto(QStringLiteral("Specificare un valore numerico per il campo ") + campo.sTitolo);
   }
   if (sTipo == QLatin1String(TXTDTA)) {
@@ -93,11 +101,7 @@ Esito rowOf(int iRac, const Condizione& c) {
 bool bNumerico(const QString& sTesto) {
   static const QRegularExpression letters(
       QStringLiteral("^\\s*[+-]?[0-9.,]+([eE][+-]?[0-9]+)?\\s*$"));
-  if (!letters.match(sTesto).hasMatch()) return false;
-  bool good = false;
-  double value = QLocale().toDouble(sTesto.trimmed(), &good);
-  if (!good) value = QLocale::c().toDouble(sTesto.trimmed(), &good);
-  return good && std::isfinite(value);
+  return letters.match(sTesto).hasMatch() && store::numberIn(sTesto);
 }
 
 QStringList sCondizioniFiltro(const QString& sTipo) {
