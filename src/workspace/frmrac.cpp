@@ -19,7 +19,7 @@ namespace {
 
 constexpr int kCharactersWide = 58;
 constexpr double kLargestShare = 0.59;  // of the main window
-constexpr int kDesignHeight = 200;  // pixels: no list is lower
+constexpr int kDesignHeight = 200;      // pixels: no list is lower
 constexpr int kMargin = 6;
 
 }  // namespace
