@@ -5,7 +5,7 @@ set -euo pipefail
 
 packages=(
   g++ cmake ninja-build ccache
-  qt6-base-dev libqt6svg6-dev qt6-translations-l10n libxcb1-dev
+  qt6-base-dev qt6-svg-dev qt6-translations-l10n libxcb1-dev
   libsqlite3-dev libsqlitecpp-dev libsimpleini-dev libxxhash-dev
   fonts-dejavu-core
   "$@"
