@@ -40,6 +40,26 @@ void perOgniCampo(int iRac, Work work) {
   }
 }
 
+// Marks the column that the list is sorted by in the first place.
+void showOrder(const QString& sOrdine) {
+  const QString words = sOrdine.simplified().section(u' ', 2).section(u',', 0, 0).trimmed();
+  const bool falling = words.endsWith(QLatin1String(" DESC"), Qt::CaseInsensitive);
+  frmGrid()
+      .control<platform::DataGrid>(QStringLiteral("grd"))
+      ->ShowOrder(words.section(u' ', 0, 0), falling ? Qt::DescendingOrder : Qt::AscendingOrder);
+}
+
+// The text stands out where the list is not the whole collection.
+void showCount(QLabel& lblStatus) {
+  lblStatus.setText((bElencoFiltrato ? QStringLiteral("Elenco filtrato: ")
+                                     : QStringLiteral("Elenco completo: ")) +
+                    QString::number(lRecordElenco()) + QStringLiteral(" records"));
+  lblStatus.setForegroundRole(bElencoFiltrato ? QPalette::Link : QPalette::WindowText);
+  QFont font = lblStatus.font();
+  font.setBold(bElencoFiltrato);
+  lblStatus.setFont(font);
+}
+
 platform::DataCombo* comboOf(const tCampo& campo) {
   return campo.oControllo == nullptr
              ? nullptr
@@ -68,6 +88,7 @@ void DBRefresh() {
     dbElenco().SetRecordSource(sTestoElenco(aRaccolte(iRacCorr)));
     dbElenco().Refresh();
     bElencoFiltrato = !aRaccolte(iRacCorr).sFiltro.isEmpty();
+    showOrder(aRaccolte(iRacCorr).sOrdine);
     AggiornaRecordsetForm();
   });
 }
@@ -80,11 +101,7 @@ void AggiornaBarraStato() {
   frmMain()
       .Control(QStringLiteral("cmdBar(8)"))
       ->setEnabled(!aRaccolte(iRacCorr).sFiltro.isEmpty());
-  frmMain()
-      .control<QLabel>(QStringLiteral("lblStatus"))
-      ->setText((bElencoFiltrato ? QStringLiteral("Elenco filtrato: ")
-                                 : QStringLiteral("Elenco completo: ")) +
-                QString::number(lRecordElenco()) + QStringLiteral(" records"));
+  showCount(*frmMain().control<QLabel>(QStringLiteral("lblStatus")));
 }
 
 void CollegaCampi(bool bCollega, int iRac) {

@@ -1,10 +1,11 @@
 #include "platform/data_grid.h"
 
 #include <QApplication>
-#include <QHeaderView>
+#include <QClipboard>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
 #include <QScrollBar>
+#include <algorithm>
 
 #include "platform/form.h"
 #include "platform/grid_editors.h"
@@ -20,6 +21,7 @@ constexpr int kSmallestWidth = 12;
 constexpr int kRowPadding = 6;
 // Shorter than what the store remembers a lock for: a try by itself does not stand still.
 constexpr int kRetryMilliseconds = 2000;
+constexpr qint64 kSearchPause = 1000;  // milliseconds after which letters begin a new search
 
 bool isShortcut(const QKeyEvent* event) {
   return (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0;
@@ -31,11 +33,13 @@ bool isTyping(const QKeyEvent* event) {
 
 }  // namespace
 
-DataGrid::DataGrid(QWidget* parent) : QTableView(parent), model_(new RecordModel(this)) {
+DataGrid::DataGrid(QWidget* parent)
+    : QTableView(parent), model_(new RecordModel(this)), heading_(new GridHeading(this)) {
+  setHorizontalHeader(heading_);
   setUpLook();
   setSelectionBehavior(SelectRows);
   setSelectionMode(SingleSelection);
-  setEditTriggers(DoubleClicked | EditKeyPressed | AnyKeyPressed);
+  setEditTriggers(DoubleClicked | EditKeyPressed);
   setTabKeyNavigation(false);
   setModel(model_);
   setItemDelegate(new CellDelegate(
@@ -51,12 +55,9 @@ void DataGrid::setUpLook() {
   verticalHeader()->hide();
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   setRowHeight();
-  QHeaderView* head = horizontalHeader();
-  head->setStretchLastSection(false);
-  head->setHighlightSections(false);
-  head->setSectionsClickable(true);
-  head->setMinimumSectionSize(kSmallestWidth);
-  head->setDefaultSectionSize(kUsualWidth);
+  heading_->setMinimumSectionSize(kSmallestWidth);
+  heading_->setDefaultSectionSize(kUsualWidth);
+  markOrder();
 }
 
 void DataGrid::setRowHeight() {
@@ -90,9 +91,7 @@ void DataGrid::bindModel() {
   complaining_.setSingleShot(true);
   connect(&complaining_, &QTimer::timeout, this, &DataGrid::complain);
   connect(&retrying_, &QTimer::timeout, this, &DataGrid::retry);
-  connect(horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int column) {
-    if (CommitCell()) Q_EMIT headClicked(column);
-  });
+  connect(heading_, &QHeaderView::sectionClicked, this, &DataGrid::clickHead);
 }
 
 void DataGrid::SetDataSource(DataControl* source) {
@@ -106,8 +105,33 @@ void DataGrid::SetDataSource(DataControl* source) {
 }
 
 void DataGrid::SetColumns(QVector<GridColumn> columns, SetupSource setups) {
+  // The columns of another list are looked at from their beginning.
+  column_ = 0;
   model_->setColumns(std::move(columns), std::move(setups));
   setColumnWidths();
+  horizontalScrollBar()->setValue(0);
+  markOrder();
+}
+
+void DataGrid::ShowOrder(const QString& dataField, Qt::SortOrder order) {
+  orderField_ = dataField;
+  order_ = order;
+  markOrder();
+}
+
+void DataGrid::markOrder() {
+  const QVector<GridColumn>& columns = model_->columns();
+  const auto sorted = std::find_if(columns.begin(), columns.end(), [this](const GridColumn& each) {
+    return each.dataField.compare(orderField_, Qt::CaseInsensitive) == 0;
+  });
+  const bool marked = !orderField_.isEmpty() && sorted != columns.end();
+  heading_->setSortIndicator(marked ? static_cast<int>(sorted - columns.begin()) : -1, order_);
+}
+
+// A click turns the mark by itself, whether the rows get sorted or not.
+void DataGrid::clickHead(int column) {
+  markOrder();
+  if (!heading_->WasDragged() && CommitCell()) Q_EMIT headClicked(column);
 }
 
 void DataGrid::setColumnWidths() {
@@ -181,7 +205,17 @@ void DataGrid::AbandonCell() {
   if (QWidget* editor = openEditor()) closeEditor(editor, QAbstractItemDelegate::RevertModelCache);
 }
 
-void DataGrid::keyboardSearch(const QString&) {}
+bool DataGrid::isSearching() const {
+  return !sought_.isEmpty() && !typed_.hasExpired(kSearchPause);
+}
+
+void DataGrid::keyboardSearch(const QString& text) {
+  if (!currentIndex().isValid()) return;
+  if (!isSearching()) sought_.clear();
+  sought_ += text;
+  typed_.start();
+  if (!model_->find(currentIndex().column(), sought_)) QApplication::beep();
+}
 
 void DataGrid::showCurrentRow() {
   if (following_ || !updatesEnabled() || model_->isChanging()) return;
@@ -202,7 +236,11 @@ void DataGrid::currentChanged(const QModelIndex& current, const QModelIndex& pre
   QTableView::currentChanged(current, previous);
   if (!current.isValid() || model_->isChanging()) return;
   column_ = current.column();
-  if (!following_) moveRecordset(current.row());
+  // Letters made of several keys are typed into cells that cannot be edited too.
+  setAttribute(Qt::WA_InputMethodEnabled);
+  if (following_) return;
+  sought_.clear();
+  moveRecordset(current.row());
 }
 
 void DataGrid::moveRecordset(int row) {
@@ -246,13 +284,40 @@ QItemSelectionModel::SelectionFlags DataGrid::selectionCommand(const QModelIndex
 }
 
 void DataGrid::keyPressEvent(QKeyEvent* event) {
-  const bool edits = isTyping(event) || event->key() == Qt::Key_F2;
-  if (!edits || event->matches(QKeySequence::Copy)) {
+  if (event->matches(QKeySequence::Copy)) {
+    copyCell();
+  } else if (event->key() == Qt::Key_F2) {
+    event->setAccepted(!isShortcut(event) && edit(currentIndex(), EditKeyPressed, event));
+  } else if (isTyping(event)) {
+    typeLetter(event);
+  } else {
     QTableView::keyPressEvent(event);
-    return;
   }
-  const EditTrigger trigger = event->key() == Qt::Key_F2 ? EditKeyPressed : AnyKeyPressed;
-  event->setAccepted(!isShortcut(event) && edit(currentIndex(), trigger, event));
+}
+
+void DataGrid::typeLetter(QKeyEvent* event) {
+  event->setAccepted(!isShortcut(event));
+  if (!event->isAccepted()) return;
+  const bool blank = event->key() == Qt::Key_Space && !isSearching();
+  if (!blank) return keyboardSearch(event->text());
+  // Only a cell that is toggled in place has use for it.
+  edit(currentIndex(), AnyKeyPressed, event);
+}
+
+void DataGrid::inputMethodEvent(QInputMethodEvent* event) {
+  if (event->commitString().isEmpty()) return QTableView::inputMethodEvent(event);
+  keyboardSearch(event->commitString());
+  event->accept();
+}
+
+// A text as it is stored: the cell shows the beginning of a long one, in one line.
+void DataGrid::copyCell() const {
+  const QModelIndex cell = currentIndex();
+  if (!cell.isValid()) return;
+  const ColumnSetup& setup = model_->columns().at(cell.column()).setup;
+  const bool text = setup.kind == store::FieldKind::Text && setup.list == nullptr;
+  const QVariant value = cell.data(text ? Qt::EditRole : Qt::DisplayRole);
+  QGuiApplication::clipboard()->setText(value.toString());
 }
 
 void DataGrid::mousePressEvent(QMouseEvent* event) {

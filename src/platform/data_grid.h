@@ -1,10 +1,12 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QPointer>
 #include <QTableView>
 #include <QTimer>
 
 #include "platform/data_control.h"
+#include "platform/grid_heading.h"
 #include "platform/record_model.h"
 
 namespace platform {
@@ -44,7 +46,10 @@ class DataGrid final : public QTableView {
   QVariant PendingValue() const { return pendingValue_; }
   void SetPendingValue(const QVariant& value) { pendingValue_ = value; }
 
-  // Does nothing: a search of the view's own would read every row.
+  // The mark of the column that the rows are sorted by, in its heading; an empty field for none.
+  void ShowOrder(const QString& dataField, Qt::SortOrder order);
+  // Looks for the first row whose cell in the current column begins with the letters that were
+  // typed within about a second.
   void keyboardSearch(const QString& text) override;
 
  Q_SIGNALS:
@@ -68,6 +73,7 @@ class DataGrid final : public QTableView {
   QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
                                                        const QEvent* event) const override;
   void keyPressEvent(QKeyEvent* event) override;
+  void inputMethodEvent(QInputMethodEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void commitData(QWidget* editor) override;
   void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
@@ -76,6 +82,11 @@ class DataGrid final : public QTableView {
  private:
   void setUpLook();
   void setRowHeight();
+  void markOrder();
+  void clickHead(int column);
+  void typeLetter(QKeyEvent* event);
+  bool isSearching() const;
+  void copyCell() const;
   void bindModel();
   void setColumnWidths();
   void showCurrentRow();
@@ -90,10 +101,15 @@ class DataGrid final : public QTableView {
   int startColumn() const;
 
   RecordModel* model_;
+  GridHeading* heading_;
   QPointer<DataControl> source_;
   QString pendingField_;
   QVariant pendingValue_;
-  int column_ = 0;    // the current column, kept while there is no current row
+  int column_ = 0;  // the current column, kept while there is no current row
+  QString orderField_;
+  Qt::SortOrder order_ = Qt::AscendingOrder;
+  QString sought_;  // letters typed one after the other
+  QElapsedTimer typed_;
   QTimer returning_;  // to the recordset's row, where that could not be left
   QTimer complaining_;
   QTimer retrying_;

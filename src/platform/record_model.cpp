@@ -155,6 +155,14 @@ int RecordModel::currentRow() const {
   return recordset_ == nullptr ? -1 : static_cast<int>(recordset_->AbsolutePosition());
 }
 
+bool RecordModel::find(int column, const QString& text) {
+  const int field = fields_.at(column).shown;
+  if (field < 0) return false;
+  const store::RecordsetPtr searched = recordset_;
+  searched->FindBeginning(field, text);
+  return !searched->NoMatch();
+}
+
 QString RecordModel::writtenField(int column) const {
   const GridColumn& shown = columns_.at(column);
   return shown.setup.list == nullptr ? shown.dataField : shown.setup.keyField;

@@ -57,6 +57,9 @@ class RecordModel final : public QAbstractTableModel {
   bool isUnreadable() const { return unreadable_; }
   // Tries to read the rows again at once.
   void readAgain();
+  // Moves the recordset to the first row whose cell in a column begins with a text; false and
+  // no move if there is none.
+  bool find(int column, const QString& text);
   // The field that an edit of the column writes.
   QString writtenField(int column) const;
 

@@ -30,6 +30,28 @@ bool sameName(const QString& a, const QString& b) {
   return a.compare(b, Qt::CaseInsensitive) == 0;
 }
 
+// The value of a field as lists show it, in the query language.
+QString shownText(const FieldInfo& info) {
+  const QString name = u'[' + QString(info.name).replace(u'.', QStringLiteral("].[")) + u']';
+  if (info.kind == FieldKind::YesNo) return QStringLiteral("IIf(%1, 'Sì', '')").arg(name);
+  if (info.kind == FieldKind::Date) return QStringLiteral("DateText(%1)").arg(name);
+  if (info.kind == FieldKind::Time) {
+    return QStringLiteral("IIf(%1 Is Null, '', TimeText(%1))").arg(name);
+  }
+  return name;
+}
+
+// Signs that mean something to Like stand for themselves in brackets.
+QString beginsWith(const FieldInfo& info, const QString& text) {
+  QString pattern;
+  for (const QChar sign : text) {
+    const bool special = QStringLiteral("*?#[").contains(sign);
+    pattern += special ? u'[' + QString(sign) + u']' : QString(sign);
+  }
+  pattern.replace(u'\'', QStringLiteral("''"));
+  return shownText(info) + QStringLiteral(" Like '") + pattern + QStringLiteral("*'");
+}
+
 [[noreturn]] void noCurrentRecord() {
   throw Failure(failure::kNoCurrentRecord, QStringLiteral("Nessun record corrente"));
 }
@@ -361,6 +383,12 @@ void Recordset::FindNext(const QString& condition) {
 }
 void Recordset::FindPrevious(const QString& condition) {
   find(Search::Previous, condition);
+}
+
+void Recordset::FindBeginning(int field, const QString& text) {
+  requireOpen();
+  requireField(field);
+  find(Search::First, beginsWith(cursor_->fields()[field], text));
 }
 
 void Recordset::find(Search search, const QString& condition) {

@@ -90,6 +90,8 @@ class Recordset final : public RecordsetSignals {
   void FindLast(const QString& condition);
   void FindNext(const QString& condition);
   void FindPrevious(const QString& condition);
+  // The first row whose field, as a list shows it, begins with a text; letters as Like has them.
+  void FindBeginning(int field, const QString& text);
 
   // Runs the query again; the first row becomes current. Clones keep the rows they know.
   void Requery();

@@ -87,7 +87,9 @@ void Printer::call(const Expr& expr) {
   // The template's arguments are printed in their places, so that values keep their order.
   const Function* function = findFunction(expr.name);
   for (const char* at = function->text; *at != '\0'; ++at) {
-    if (*at != '%' && *at != '$') {
+    const bool argument = (*at == '%' && at[1] != '%') || *at == '$';
+    if (!argument) {
+      if (*at == '%') ++at;  // the sign itself stands twice
       statement_.text += *at;
       continue;
     }

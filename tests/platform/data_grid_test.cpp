@@ -131,16 +131,58 @@ TEST_F(DataGridTest, WritesWhatIsTyped) {
       {GridArchive::Publisher, "ell", "Editore", "5"},
   };
   for (int place = 4; const auto& c : cases) {
-    goTo(place, c.column);
-    // The first key opens the cell, and belongs to what is typed.
-    type(c.typed.left(1));
-    QApplication::processEvents();
-    type(c.typed.mid(1));
-    press(Qt::Key_Return);
+    enter(place, c.column, c.typed);
     EXPECT_EQ(stored(place, c.field), c.stored) << qPrintable(c.typed);
     EXPECT_EQ(row(), place++);
     EXPECT_EQ(editor(), nullptr);
   }
+}
+
+TEST_F(DataGridTest, LooksUpLettersInTheCurrentColumn) {
+  const struct {
+    int row, column;
+    QVariant value;
+  } cells[] = {
+      {21, GridArchive::Title, "l'[erba] è"},
+      {22, GridArchive::Title, "L'Àncora"},
+      {23, GridArchive::Year, 2001},
+      {24, GridArchive::Price, 7.25},
+      {25, GridArchive::Bought, 36527},
+      {26, GridArchive::Length, 45296},
+      {27, GridArchive::Read, -1},
+      {28, GridArchive::Publisher, 21},
+  };
+  for (const auto& cell : cells) {
+    ASSERT_TRUE(grid_.model()->setData(grid_.model()->index(cell.row, cell.column), cell.value));
+  }
+  const struct {
+    int column;
+    QString typed;
+    int row;
+  } cases[] = {
+      {GridArchive::Title, "L'", 21},    {GridArchive::Title, "l'[ERBA] ", 21},
+      {GridArchive::Title, "l'à", 22},   {GridArchive::Title, "libro 4", 3},
+      {GridArchive::Title, "*o", 9},     {GridArchive::Year, "20", 23},
+      {GridArchive::Price, "7,2", 24},   {GridArchive::Bought, "02-01-2", 25},
+      {GridArchive::Length, "12:", 26},  {GridArchive::Read, "s", 27},
+      {GridArchive::Publisher, "l", 28},
+  };
+  for (const auto& c : cases) {
+    goTo(8, c.column);
+    goTo(9, c.column);
+    for (const QChar letter : c.typed) grid_.keyboardSearch(letter);
+    EXPECT_EQ(row(), c.row) << qPrintable(c.typed);
+    EXPECT_EQ(grid_.currentIndex().column(), c.column);
+    EXPECT_EQ(editor(), nullptr);
+  }
+  // Blanks belong to what is looked up; alone they turn a yes into a no.
+  goTo(9, GridArchive::Title);
+  press(Qt::Key_Space);
+  type("libro 12");
+  EXPECT_EQ(row(), 11);
+  goTo(9, GridArchive::Read);
+  press(Qt::Key_Space);
+  EXPECT_EQ(stored(9, "Letto"), "-1");
 }
 
 TEST_F(DataGridTest, GoesToTheNextVisibleColumnByTab) {
@@ -201,16 +243,42 @@ TEST_F(DataGridTest, OutlivesARequeryWhileACellIsWritten) {
 
 TEST_F(DataGridTest, WritesTheCellBeforeTheRowIsLeftOrTheHeadIsClicked) {
   goTo(1, GridArchive::Title);
+  press(Qt::Key_F2);
   type("Uno");
   books_->MoveLast();
   EXPECT_EQ(stored(1, "Titolo"), "Uno");
   EXPECT_EQ(books_->AbsolutePosition(), 39);
+  press(Qt::Key_F2);
   type("Ultimo");
   QString seen;
   QObject::connect(&grid_, &DataGrid::headClicked, &grid_,
                    [&](int column) { seen = stored(39, "Titolo") + QString::number(column); });
   clickHead(GridArchive::Year);
   EXPECT_EQ(seen, "Ultimo1");
+}
+
+TEST_F(DataGridTest, MarksTheOrderAndKnowsADragFromAClick) {
+  QHeaderView* heading = grid_.horizontalHeader();
+  grid_.ShowOrder("anno", Qt::DescendingOrder);
+  const QSignalSpy heads(&grid_, &DataGrid::headClicked);
+  const QPoint from(grid_.columnViewportPosition(GridArchive::Year) + 20, 5);
+  QWidget* place = heading->viewport();
+  QTest::mousePress(place, Qt::LeftButton, {}, from);
+  for (const int way : {20, 40}) QTest::mouseMove(place, from + QPoint(way, 0));
+  QTest::mouseRelease(place, Qt::LeftButton, {}, from + QPoint(40, 0));
+  EXPECT_EQ(heads.size(), 0);
+  clickHead(GridArchive::Year);
+  EXPECT_EQ(heads.size(), 1);
+  EXPECT_EQ(heading->sortIndicatorSection(), GridArchive::Year);
+  EXPECT_EQ(heading->sortIndicatorOrder(), Qt::DescendingOrder);
+  // The next list is another one, in its own order.
+  goTo(0, GridArchive::Pages);
+  QVector<GridColumn> columns = archive_.columns();
+  columns.removeAt(GridArchive::Title);
+  grid_.SetColumns(columns);
+  EXPECT_EQ(heading->sortIndicatorSection(), GridArchive::Year - 1);
+  EXPECT_EQ(grid_.currentIndex().column(), 0);
+  EXPECT_EQ(grid_.horizontalScrollBar()->value(), 0);
 }
 
 }  // namespace

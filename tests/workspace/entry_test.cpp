@@ -126,10 +126,8 @@ TEST_F(Entry, IsWrittenWhereverOneGoes) {
     for (const bool inCell : {false, true}) {
       selectByTab(0);
       goTo(0, "Titolo");
-      if (!inCell) {
-        enter("txtTitolo");
-        press("Ctrl+A");
-      }
+      inCell ? press("F2") : enter("txtTitolo");
+      press("Ctrl+A");
       const QString text = QString::number(++texts);
       EXPECT_EQ(changesBy([&] {
                   type(text);

@@ -1,6 +1,7 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QComboBox>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -487,6 +488,11 @@ TEST_F(Query, SortsByUpToThreeColumns) {
         push("frmOrdina", "cmdElabora");
       });
   EXPECT_EQ(aRaccolte(2).sOrdine, QString(" ORDER BY Genere DESC , Anno DESC "));
+  const QHeaderView* heading = grid()->horizontalHeader();
+  const int marked = heading->sortIndicatorSection();
+  ASSERT_GE(marked, 0);
+  EXPECT_EQ(grid()->Column(marked).dataField, QString("Genere"));
+  EXPECT_EQ(heading->sortIndicatorOrder(), Qt::DescendingOrder);
   QStringList shown;
   for (int row = 0; row < list()->RecordCount(); ++row)
     shown << cell(row, "Genere") + cell(row, "Anno");
@@ -499,6 +505,7 @@ TEST_F(Query, SortsByUpToThreeColumns) {
         press(Qt::Key_Return);
       });
   EXPECT_EQ(aRaccolte(2).sOrdine, QString(""));
+  EXPECT_EQ(heading->sortIndicatorSection(), -1);
 }
 
 }  // namespace

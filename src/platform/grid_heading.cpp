@@ -1,0 +1,27 @@
+#include "platform/grid_heading.h"
+
+#include <QApplication>
+#include <QMouseEvent>
+
+namespace platform {
+
+GridHeading::GridHeading(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {
+  setStretchLastSection(false);
+  setHighlightSections(false);
+  setSectionsClickable(true);
+  setSortIndicatorShown(true);
+}
+
+void GridHeading::mousePressEvent(QMouseEvent* event) {
+  pressed_ = event->position().toPoint();
+  dragged_ = false;
+  QHeaderView::mousePressEvent(event);
+}
+
+void GridHeading::mouseMoveEvent(QMouseEvent* event) {
+  const QPoint way = event->position().toPoint() - pressed_;
+  if (way.manhattanLength() >= QApplication::startDragDistance()) dragged_ = true;
+  QHeaderView::mouseMoveEvent(event);
+}
+
+}  // namespace platform
