@@ -13,6 +13,7 @@
 #include "platform/form.h"
 #include "platform/icons.h"
 #include "platform/message_box.h"
+#include "platform/screen_reader.h"
 #include "platform/single_instance.h"
 #include "platform/theme.h"
 #include "query/moduli_query.h"
@@ -86,5 +87,6 @@ int main(int argc, char** argv) {
     tavolix::prepareProgramFolder();
   }
   applyLooks(application);
+  const platform::FocusTeller focusTeller;
   return instance.isFirst() ? run(commandLine) : tellOfFirst(instance);
 }

@@ -9,6 +9,7 @@
 #include "platform/handlers.h"
 #include "platform/masked_box.h"
 #include "platform/popup_keys.h"
+#include "platform/screen_reader.h"
 #include "platform/text_box.h"
 #include "platform/time_box.h"
 #include "store/value_text.h"
@@ -97,8 +98,15 @@ CellDelegate::CellDelegate(Writer writer, QObject* parent)
 QWidget* CellDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem&,
                                     const QModelIndex& index) const {
   const ColumnSetup& setup = setupOf(index);
-  if (setup.list != nullptr) return createList(setup, parent);
+  const QString caption =
+      index.model()->headerData(index.column(), Qt::Horizontal, Qt::DisplayRole).toString();
+  if (setup.list != nullptr) {
+    QWidget* list = createList(setup, parent);
+    nameControl(*list, caption);
+    return list;
+  }
   LineBox* line = createLine(setup, parent);
+  nameControl(*line, caption);
   line->setFrame(false);
   line->setAlignment(Qt::Alignment(index.data(Qt::TextAlignmentRole).toInt()));
   return line;

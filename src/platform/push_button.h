@@ -1,6 +1,8 @@
 #pragma once
 
+class QAbstractButton;
 class QPushButton;
+class QString;
 class QWidget;
 
 namespace platform {
@@ -12,8 +14,13 @@ struct ButtonSpec {
   const char* caption;
   const char* tip = "";
   const char* icon = "";
+  const char* keys = "";  // that do the same from elsewhere; shown behind the tip
 };
 
 QPushButton* newButton(const ButtonSpec& spec, QWidget* parent);
+// The caption of a button, and its name for screen readers: without letter mark and blanks.
+void setCaption(QAbstractButton& button, const QString& caption);
+// Shows keys in brackets behind the tool tip of a control.
+void showKeysInTip(QWidget& control, const QString& keys);
 
 }  // namespace platform

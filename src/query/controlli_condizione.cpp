@@ -1,7 +1,6 @@
 #include "query/controlli_condizione.h"
 
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QRegularExpressionValidator>
 
 #include "core/modcuore.h"
@@ -10,6 +9,7 @@
 #include "platform/data_combo.h"
 #include "platform/date_box.h"
 #include "platform/drop_down.h"
+#include "platform/screen_reader.h"
 #include "platform/screen_room.h"
 #include "platform/text_box.h"
 #include "store/value_text.h"
@@ -20,20 +20,11 @@ namespace {
 constexpr int kFieldCharacters = 18;
 constexpr int kConditionCharacters = 22;
 
-// A combo box tells screen readers its text: its name has to be a label's. None where the window
-// has a label for it.
-void nameForReaders(QWidget* control, const QString& name) {
-  if (name.isEmpty()) return;
-  auto* label = new QLabel(name, control->parentWidget());
-  label->setBuddy(control);
-  label->hide();
-}
-
 // Whether it is shown or not, it keeps its place: nothing else moves.
 template <typename Control>
 Control* placed(Control* control, const QString& name, const QString& reader, int characters) {
   control->setObjectName(name);
-  nameForReaders(control, reader);
+  platform::nameControl(*control, reader);
   control->setMinimumWidth(platform::widthOfCharacters(control, characters));
   QSizePolicy policy = control->sizePolicy();
   policy.setRetainSizeWhenHidden(true);
@@ -44,7 +35,7 @@ Control* placed(Control* control, const QString& name, const QString& reader, in
 template <typename Control>
 Control* value(Control* control, const QString& name, const QString& reader) {
   control->setObjectName(name);
-  nameForReaders(control, reader);
+  platform::nameControl(*control, reader);
   return control;
 }
 
@@ -58,10 +49,10 @@ const QValidator* numbers(QObject* parent) {
 
 ControlliCondizione::ControlliCondizione(const Nomi& nomi, const QString& label, QWidget* window)
     : campo_(placed(new platform::DropDown(window), QString::fromLatin1(nomi.campo) + nomi.suffix,
-                    label.isEmpty() ? label : QStringLiteral("Campo") + label, kFieldCharacters)),
-      condizione_(placed(
-          new platform::DropDown(window), QStringLiteral("cboCondizione") + nomi.suffix,
-          label.isEmpty() ? label : QStringLiteral("Condizione") + label, kConditionCharacters)),
+                    QStringLiteral("Campo") + label, kFieldCharacters)),
+      condizione_(placed(new platform::DropDown(window),
+                         QStringLiteral("cboCondizione") + nomi.suffix,
+                         QStringLiteral("Condizione") + label, kConditionCharacters)),
       voce_(value(new platform::DataCombo(window), QStringLiteral("cboValore") + nomi.suffix,
                   QStringLiteral("Valore") + label)),
       testo_(value(new platform::TextBox(window), QStringLiteral("txtValore") + nomi.suffix,

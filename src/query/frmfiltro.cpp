@@ -17,6 +17,7 @@
 #include "platform/handlers.h"
 #include "platform/icons.h"
 #include "platform/push_button.h"
+#include "platform/screen_reader.h"
 #include "platform/screen_room.h"
 
 namespace tavolix {
@@ -81,9 +82,7 @@ QWidget* frmFiltro::build() {
 void frmFiltro::buildRow(int iRiga, QWidget* window) {
   auto* altro = new platform::DropDown(window);
   altro->setObjectName(indexed("cboAltro", iRiga));
-  auto* label = new QLabel(QStringLiteral("Connettore %1").arg(iRiga + 1), window);
-  label->setBuddy(altro);
-  label->hide();
+  platform::nameControl(*altro, QStringLiteral("Connettore %1").arg(iRiga + 1));
   altro->setMinimumWidth(platform::widthOfCharacters(altro, 9));
   QSizePolicy policy = altro->sizePolicy();
   policy.setRetainSizeWhenHidden(true);

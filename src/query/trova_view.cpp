@@ -10,6 +10,7 @@
 #include "platform/icons.h"
 #include "platform/option_button.h"
 #include "platform/push_button.h"
+#include "platform/screen_reader.h"
 #include "query/controlli_condizione.h"
 
 namespace tavolix {
@@ -19,8 +20,8 @@ using platform::ButtonSpec;
 
 constexpr ButtonSpec kSearch[] = {
     {"CSCmdBtn1", "", "Cerca il primo", "primo"},
-    {"cmdPrecedente", "&Prec.  ", "Cerca il precedente", "precedente"},
-    {"cmdSuccessivo", "  &Succ.", "Cerca il successivo", "successivo"},
+    {"cmdPrecedente", "&Prec.  ", "Cerca il precedente", "precedente", "Maiusc+F3"},
+    {"cmdSuccessivo", "  &Succ.", "Cerca il successivo", "successivo", "F3"},
     {"CSCmdBtn2", "", "Cerca l'ultimo", "ultimo"},
 };
 constexpr ButtonSpec kOthers[] = {
@@ -33,7 +34,7 @@ QHBoxLayout* newRow(std::span<const ButtonSpec> buttons, QWidget* window) {
   for (const ButtonSpec& button : buttons) {
     QPushButton* made = platform::newButton(button, window);
     // The captions are too short for a screen reader.
-    if (*button.tip != '\0') made->setAccessibleName(QString::fromUtf8(button.tip));
+    if (*button.tip != '\0') platform::nameControl(*made, QString::fromUtf8(button.tip));
     row->addWidget(made);
   }
   return row;

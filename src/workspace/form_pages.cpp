@@ -10,6 +10,7 @@
 #include "core/modcuore.h"
 #include "core/modutil.h"
 #include "model/campi.h"
+#include "model/raccolte.h"
 #include "platform/check_box.h"
 #include "platform/data_combo.h"
 #include "platform/data_control.h"
@@ -19,6 +20,7 @@
 #include "platform/icons.h"
 #include "platform/masked_box.h"
 #include "platform/memo_box.h"
+#include "platform/screen_reader.h"
 #include "platform/text_box.h"
 #include "platform/time_box.h"
 
@@ -101,6 +103,7 @@ class PageBuilder {
     int page = 0;
     for (const QString& caption : aRaccolte(iRac_).sPagine) {
       buildPage(page, nullptr)->setObjectName(QStringLiteral("picRecord(%1)").arg(page));
+      platform::nameControl(*page_, caption);
       panRecord->addTab(scrolling(page_, panRecord), caption);
       ++page;
     }
@@ -275,7 +278,7 @@ QWidget* buildForm(int iRac, QWidget* parent) {
   dbCurr->setObjectName(QStringLiteral("dbCurr"));
   auto* panRecord = new QTabWidget(form);
   panRecord->setObjectName(QStringLiteral("panRecord"));
-  panRecord->setAccessibleName(QStringLiteral("Pagine del record"));
+  platform::nameControl(*panRecord, QStringLiteral("Scheda ") + aRaccolte(iRac).sNome);
   ControlNumbers numbers;
   PageBuilder(iRac, numbers).build(panRecord);
   return form;
@@ -286,6 +289,7 @@ QWidget* buildPanel(int iRac, platform::DataControl& source, ControlNumbers& num
   constexpr int ofPanels = -1;
   QWidget* panel = PageBuilder(iRac, numbers).buildPage(ofPanels, parent);
   panel->setObjectName(QStringLiteral("panRecord(%1)").arg(iRac));
+  platform::nameControl(*panel, QStringLiteral("Scheda ") + aRaccolte(iRac).sNome);
   for (int campo = 0; campo < iNumeroCampi(iRac); ++campo) {
     auto* box = panel->findChild<QWidget*>(aCampi(iRac, campo).sControllo);
     BoundControl::of(box)->SetDataSource(&source);

@@ -22,6 +22,8 @@
 #include "platform/data_control.h"
 #include "platform/data_grid.h"
 #include "platform/handlers.h"
+#include "platform/push_button.h"
+#include "platform/screen_reader.h"
 #include "platform/screen_room.h"
 #include "workspace/frmcalendario.h"
 #include "workspace/frmgrid.h"
@@ -190,6 +192,7 @@ void frmMain::loadList() {
   dbElenco().SetRecordset(nullptr);
   DBRefresh();
   Cedi();
+  platform::nameControl(*grd(), QStringLiteral("Elenco ") + aRaccolte(iRacCorr).sNome);
   CaricaGrigliaConfig(aRaccolte(iRacCorr).sQuery, *grd());
   grd()->SetRedraw(true);
   redraw.dismiss();
@@ -228,7 +231,7 @@ void frmMain::showSubCollection() {
   auto* cmdSubRac = control<QPushButton>(QStringLiteral("cmdSubRac"));
   cmdSubRac->setVisible(sub != -1);
   if (sub == -1) return;
-  cmdSubRac->setText(aRaccolte(sub).sNome + QStringLiteral("    "));
+  platform::setCaption(*cmdSubRac, aRaccolte(sub).sNome + QStringLiteral("    "));
 }
 
 // The open find window goes along with the collection.

@@ -13,6 +13,7 @@
 #include "platform/data_control.h"
 #include "platform/data_grid.h"
 #include "platform/handlers.h"
+#include "platform/screen_reader.h"
 #include "platform/system_path.h"
 #include "workspace/lampeggio.h"
 #include "workspace/riga_sospesa.h"
@@ -119,6 +120,7 @@ void frmSub::showPanel(int iSub) {
   panels->setCurrentIndex(iSub - kRaccoltePrincipali);
   CaricaComboCampi(iSub);
   CollegaCampi(true, iSub);
+  platform::nameControl(grdSub(), QStringLiteral("Elenco ") + aRaccolte(iSub).sNome);
   CaricaGrigliaConfig(aRaccolte(iSub).sQuery, grdSub());
 }
 

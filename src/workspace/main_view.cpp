@@ -57,10 +57,11 @@ QLabel* titleLine(QWidget* parent) {
 }
 
 constexpr platform::ButtonSpec kRecordButtons[] = {
-    {"cmdAddNew", "&Nuovo     ", "Crea un nuovo record", "nuovo"},
-    {"cmdCancella", "&Cancella    ", "Elimina il record corrente", "cancella"},
-    {"cmdDuplica", "&Duplica   ", "Duplica il record corrente", "duplica"},
-    {"cmdSubRac", "", "Visualizza la sottoraccolta associata al record corrente", "sottoraccolta"},
+    {"cmdAddNew", "&Nuovo     ", "Crea un nuovo record", "nuovo", "Alt+N, F12"},
+    {"cmdCancella", "&Cancella    ", "Elimina il record corrente", "cancella", "Alt+C"},
+    {"cmdDuplica", "&Duplica   ", "Duplica il record corrente", "duplica", "Alt+D, F11"},
+    {"cmdSubRac", "", "Visualizza la sottoraccolta associata al record corrente", "sottoraccolta",
+     "F9"},
 };
 
 // The record buttons keep to the top of their panel, whatever height it is given.
@@ -72,7 +73,7 @@ QWidget* recordButtons(QWidget* parent) {
   }
   // Room for the longest sub-collection from the start, so that nothing moves at a change.
   auto* cmdSubRac = panCrea->findChild<QPushButton*>(QStringLiteral("cmdSubRac"));
-  cmdSubRac->setText(QStringLiteral("Contatti    "));
+  platform::setCaption(*cmdSubRac, QStringLiteral("Contatti    "));
   cmdSubRac->setMinimumWidth(cmdSubRac->sizeHint().width());
   QSizePolicy policy = cmdSubRac->sizePolicy();
   policy.setRetainSizeWhenHidden(true);
@@ -120,7 +121,6 @@ QWidget* bottomStrip(QWidget* parent, int width) {
 void dateAndTime(QMainWindow* window) {
   auto* panStato = new QStatusBar(window);
   panStato->setObjectName(QStringLiteral("panStato"));
-  panStato->setAccessibleName(QStringLiteral("Stato"));
   for (const char* name : {"lblData", "lblOra"}) {
     auto* label = new QLabel(panStato);
     label->setObjectName(QString::fromLatin1(name));

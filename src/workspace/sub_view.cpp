@@ -42,7 +42,6 @@ QWidget* newList(platform::DataControl* dbSubCurr, QWidget* parent) {
   panel->setObjectName(QStringLiteral("SSPanel1"));
   auto* grdSub = new platform::DataGrid(panel);
   grdSub->setObjectName(QStringLiteral("grdSub"));
-  grdSub->setAccessibleName(QStringLiteral("Voci della sottoraccolta"));
   grdSub->SetDataSource(dbSubCurr);
   auto* layout = new QHBoxLayout(panel);
   layout->setContentsMargins(0, 0, 0, 0);

@@ -3,6 +3,7 @@
 #include <QToolButton>
 
 #include "desk.h"
+#include "platform/screen_reader.h"
 
 namespace tavolix {
 namespace {
@@ -96,6 +97,54 @@ TEST_F(Fields, HaveNamesOfTheirOwnLikeAllControls) {
     }
     expectNames(widgets);
   }
+}
+
+QAccessible::Id told = 0;
+
+void listen(QAccessibleEvent* event) {
+  if (event->type() == QAccessible::Focus) told = event->uniqueId();
+}
+
+// The list's cells and the pages' tabs change without having the keyboard.
+TEST_F(Fields, TellReadersWhereTheKeyboardIs) {
+  QAccessible::setActive(true);
+  QAccessible::installUpdateHandler(listen);
+  const std::function<void()> steps[] = {
+      [] { leave(); },
+      [] { press("Down"); },
+      [] { press("Ctrl+R"); },
+      [] { enter("cboTestata"); },
+      [] { list()->MoveNext(); },
+      [] { press("Alt+N"); },
+      [] { pages()->setCurrentIndex(2); },
+      [] { press("F11"); },
+      [] {
+        answer(platform::kYes);
+        press("Alt+C");
+      },
+      [] { leave(); },
+      [] {
+        press("F2");
+        press(Qt::Key_Escape);
+      },
+  };
+  {
+    const platform::FocusTeller teller;
+    for (int step = 0; const auto& take : steps) {
+      take();
+      QTest::qWait(0);
+      QWidget* focus = QApplication::focusWidget();
+      ASSERT_NE(focus, nullptr) << step;
+      QAccessibleInterface* place = QAccessible::queryAccessibleInterface(focus);
+      if (focus == grid()) {
+        const QModelIndex cell = grid()->currentIndex();
+        place = place->tableInterface()->cellAt(cell.row(), cell.column());
+      }
+      EXPECT_EQ(told, QAccessible::uniqueId(place)) << step;
+      ++step;
+    }
+  }
+  QAccessible::installUpdateHandler(nullptr);
 }
 
 TEST_F(Fields, AreReachedInTheirOrderByTabAndReturn) {
