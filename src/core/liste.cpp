@@ -35,14 +35,13 @@ QString readText(qint64 key) {
   return text;
 }
 
-// The field whose column a list field writes: itself, or the key of the list it shows.
-const tCampo* campoDi(int iRac, const store::FieldInfo& info) {
+// The field whose column a list field writes: itself, or the key of the list it shows. -1: none.
+int iCampoDi(int iRac, const store::FieldInfo& info) {
   const QString name = info.lookupKey.isEmpty() ? info.column : info.lookupKey.section(u'.', -1);
   for (int j = 0; j < iNumeroCampi(iRac); ++j) {
-    const tCampo& campo = aCampi(iRac, j);
-    if (campo.sCampoDB.compare(name, Qt::CaseInsensitive) == 0) return &campo;
+    if (aCampi(iRac, j).sCampoDB.compare(name, Qt::CaseInsensitive) == 0) return j;
   }
-  return nullptr;
+  return -1;
 }
 
 int raccoltaDi(const QString& sQuery) {
@@ -59,17 +58,18 @@ platform::ColumnSetup setupOf(int iRac, const store::Recordset& rs, const QStrin
   const store::FieldInfo& info = rs.Fields()[field];
   setup.kind = info.kind;
   setup.maxLength = info.size;
-  const tCampo* campo = iRac < 0 ? nullptr : campoDi(iRac, info);
-  if (campo == nullptr) return setup;
+  const int iCampo = iRac < 0 ? -1 : iCampoDi(iRac, info);
+  if (iCampo < 0) return setup;
+  const tCampo& campo = aCampi(iRac, iCampo);
   // A cell takes what the field's box takes; a list's text is limited by the list itself.
   if (info.lookupKey.isEmpty() && info.kind == store::FieldKind::Text) {
-    setup.maxLength = campo->box.maxLength;
+    setup.maxLength = campo.box.maxLength;
   }
-  setup.mask = QString::fromLatin1(campo->box.mask);
+  setup.mask = QString::fromLatin1(campo.box.mask);
   // A text of several lines is for its box in the form: a cell has one line.
   setup.editable = (info.updatable && info.size <= kOneLine) || !info.lookupKey.isEmpty();
-  if (campo->sTipo == QLatin1String(CBO) && !info.lookupKey.isEmpty()) {
-    setup.list = ListaValori(campo->iRacTab, campo->sCodTab);
+  if (campo.sTipo == QLatin1String(CBO) && !info.lookupKey.isEmpty()) {
+    setup.list = ListaValori(campo.iRacTab, campo.sCodTab);
     setup.keyField = info.lookupKey;
   }
   return setup;
@@ -146,6 +146,12 @@ void CaricaGrigliaConfig(const QString& sNomeQuery, platform::DataGrid& oGriglia
       [iRac = raccoltaDi(sNomeQuery)](const store::Recordset& rs, const QString& nomeCampo) {
         return setupOf(iRac, rs, nomeCampo);
       });
+}
+
+int iCampoColonna(const QString& sNomeCampo) {
+  const store::RecordsetPtr rs = dbElenco().Recordset();
+  const int field = rs == nullptr ? -1 : rs->FindField(sNomeCampo);
+  return field < 0 ? -1 : iCampoDi(iRacCorr, rs->Fields()[field]);
 }
 
 void CorreggiValoriGriglia(int iAzione) {

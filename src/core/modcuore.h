@@ -62,6 +62,8 @@ void ApriTabella(int iCampo);
 
 // Fills a grid's columns from the archive's GRDCONFIG.
 void CaricaGrigliaConfig(const QString& sNomeQuery, platform::DataGrid& oGriglia);
+// Row of the field table that a column of the list shows; -1 for none, or where there is no list.
+int iCampoColonna(const QString& sNomeCampo);
 // Cleans what a row edited in the grid could not store: no number or no date becomes Null.
 void CorreggiValoriGriglia(int iAzione);
 

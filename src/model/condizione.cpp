@@ -141,6 +141,20 @@ Esito ClausolaFiltro(int iRac, std::span<const RigaFiltro> righe) {
   return testo(sClausola.isEmpty() ? QString() : QStringLiteral(" WHERE ") + sClausola);
 }
 
+Esito ClausolaValore(int iRac, int iCampo, const QVariant& valore) {
+  const QString& sTipo = aCampi(iRac, iCampo).sTipo;
+  const bool none = valore.isNull() && sTipo != QLatin1String(TXTSTR);
+  if (none || sTipo == QLatin1String(TXTTIM)) {
+    return rifiuto(QStringLiteral("Il filtro non ha condizioni per questo valore."));
+  }
+  const RigaFiltro riga{
+      QStringLiteral("e.."),
+      {iCampo,
+       QStringLiteral("Uguale"),
+       {valore.toString(), valore.toLongLong(), valore.toLongLong(), valore.toBool()}}};
+  return ClausolaFiltro(iRac, {&riga, 1});
+}
+
 Esito CondizioneTrova(int iRac, const Condizione& condizione) {
   const tCampo& campo = aCampi(iRac, condizione.iCampo);
   const QString sNome = sCampoQualificato(iRac, condizione.iCampo);

@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <QVariant>
 #include <optional>
 #include <span>
 
@@ -46,6 +47,9 @@ QStringList sCondizioniTrova(const QString& sTipo);
 // The filter clause of a collection: empty for no rows, else " WHERE " and the conditions, joined
 // strictly from the first to the last.
 Esito ClausolaFiltro(int iRac, std::span<const RigaFiltro> righe);
+// The same for the records that have one value, as the archive stores it, in a field. Refused for
+// what a filter has no condition for: times, and no value in anything but a text.
+Esito ClausolaValore(int iRac, int iCampo, const QVariant& valore);
 // The condition of a search in a collection.
 Esito CondizioneTrova(int iRac, const Condizione& condizione);
 

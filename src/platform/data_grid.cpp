@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
 #include <QScrollBar>
@@ -92,6 +93,9 @@ void DataGrid::bindModel() {
   connect(&complaining_, &QTimer::timeout, this, &DataGrid::complain);
   connect(&retrying_, &QTimer::timeout, this, &DataGrid::retry);
   connect(heading_, &QHeaderView::sectionClicked, this, &DataGrid::clickHead);
+  connect(heading_, &GridHeading::menuWanted, this, [this](int column, const QPoint& place) {
+    if (CommitCell()) Q_EMIT menuWanted(column, false, place);
+  });
 }
 
 void DataGrid::SetDataSource(DataControl* source) {
@@ -214,7 +218,10 @@ void DataGrid::keyboardSearch(const QString& text) {
   if (!isSearching()) sought_.clear();
   sought_ += text;
   typed_.start();
-  if (!model_->find(currentIndex().column(), sought_)) QApplication::beep();
+  const int column = currentIndex().column();
+  moving([&] {
+    if (!model_->find(column, sought_)) QApplication::beep();
+  });
 }
 
 void DataGrid::showCurrentRow() {
@@ -243,16 +250,20 @@ void DataGrid::currentChanged(const QModelIndex& current, const QModelIndex& pre
   moveRecordset(current.row());
 }
 
-void DataGrid::moveRecordset(int row) {
-  const store::RecordsetPtr recordset = model_->recordset();
-  if (recordset == nullptr || recordset->AbsolutePosition() == row) return;
+void DataGrid::moving(const std::function<void()>& move) {
   try {
-    recordset->SetAbsolutePosition(row);
+    move();
   } catch (const store::Failure& failure) {
     if (failure.number() != store::failure::kTold) {
       Q_EMIT readFailed(failure.number(), failure.description());
     }
   }
+}
+
+void DataGrid::moveRecordset(int row) {
+  const store::RecordsetPtr recordset = model_->recordset();
+  if (recordset == nullptr || recordset->AbsolutePosition() == row) return;
+  moving([&] { recordset->SetAbsolutePosition(row); });
   // If the recordset stays where it is, the view returns once the key or click is done with.
   if (model_->currentRow() != row) returning_.start(0);
 }
@@ -285,7 +296,9 @@ QItemSelectionModel::SelectionFlags DataGrid::selectionCommand(const QModelIndex
 
 void DataGrid::keyPressEvent(QKeyEvent* event) {
   if (event->matches(QKeySequence::Copy)) {
-    copyCell();
+    CopyCell();
+  } else if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) {
+    askForMenu();
   } else if (event->key() == Qt::Key_F2) {
     event->setAccepted(!isShortcut(event) && edit(currentIndex(), EditKeyPressed, event));
   } else if (isTyping(event)) {
@@ -310,8 +323,23 @@ void DataGrid::inputMethodEvent(QInputMethodEvent* event) {
   event->accept();
 }
 
-// A text as it is stored: the cell shows the beginning of a long one, in one line.
-void DataGrid::copyCell() const {
+// By a key, under the current cell.
+void DataGrid::askForMenu() {
+  const QModelIndex cell = currentIndex();
+  scrollTo(cell);
+  const QPoint place = cell.isValid() ? visualRect(cell).bottomLeft() : QPoint();
+  Q_EMIT menuWanted(cell.column(), cell.isValid(), viewport()->mapToGlobal(place));
+}
+
+void DataGrid::contextMenuEvent(QContextMenuEvent* event) {
+  if (event->reason() == QContextMenuEvent::Keyboard) return askForMenu();
+  const QModelIndex cell = indexAt(event->pos());
+  const bool onCell = cell.isValid() && cell == currentIndex();
+  Q_EMIT menuWanted(cell.column(), onCell, event->globalPos());
+}
+
+// A cell shows the beginning of a long text, in one line.
+void DataGrid::CopyCell() const {
   const QModelIndex cell = currentIndex();
   if (!cell.isValid()) return;
   const ColumnSetup& setup = model_->columns().at(cell.column()).setup;

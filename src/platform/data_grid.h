@@ -4,6 +4,7 @@
 #include <QPointer>
 #include <QTableView>
 #include <QTimer>
+#include <functional>
 
 #include "platform/data_control.h"
 #include "platform/grid_heading.h"
@@ -38,6 +39,8 @@ class DataGrid final : public QTableView {
   bool IsUnreadable() const { return model_->isUnreadable(); }
   // Gives up what is being typed into a cell.
   void AbandonCell();
+  // Puts the current cell on the clipboard: a text as it is stored, anything else as it is shown.
+  void CopyCell() const;
   bool IsEditing() const { return state() == EditingState; }
 
   // During beforeUpdate: the field to be written (with a list, the field of its key) and the
@@ -54,6 +57,9 @@ class DataGrid final : public QTableView {
 
  Q_SIGNALS:
   void headClicked(int column);
+  // A menu is asked for, at a place of the screen: for the current cell, whose column it is, or
+  // for the heading of a column. -1 where there is neither.
+  void menuWanted(int column, bool onCell, const QPoint& place);
   // A cell is about to be written; set *cancel to refuse what was typed.
   void beforeUpdate(bool* cancel);
   // Told once the key or click is done with: the time to say why. The cell gets the focus then.
@@ -73,6 +79,7 @@ class DataGrid final : public QTableView {
   QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
                                                        const QEvent* event) const override;
   void keyPressEvent(QKeyEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
   void inputMethodEvent(QInputMethodEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void commitData(QWidget* editor) override;
@@ -85,12 +92,14 @@ class DataGrid final : public QTableView {
   void markOrder();
   void clickHead(int column);
   void typeLetter(QKeyEvent* event);
+  void askForMenu();
   bool isSearching() const;
-  void copyCell() const;
   void bindModel();
   void setColumnWidths();
   void showCurrentRow();
   void moveRecordset(int row);
+  // Moves the recordset; a failure is told.
+  void moving(const std::function<void()>& move);
   void writeCell(const QModelIndex& cell, const QVariant& value);
   QWidget* openEditor() const;
   void complain();

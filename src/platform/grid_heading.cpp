@@ -1,6 +1,7 @@
 #include "platform/grid_heading.h"
 
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QMouseEvent>
 
 namespace platform {
@@ -22,6 +23,11 @@ void GridHeading::mouseMoveEvent(QMouseEvent* event) {
   const QPoint way = event->position().toPoint() - pressed_;
   if (way.manhattanLength() >= QApplication::startDragDistance()) dragged_ = true;
   QHeaderView::mouseMoveEvent(event);
+}
+
+void GridHeading::contextMenuEvent(QContextMenuEvent* event) {
+  const int column = logicalIndexAt(event->pos());
+  if (column >= 0) Q_EMIT menuWanted(column, event->globalPos());
 }
 
 }  // namespace platform

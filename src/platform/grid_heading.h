@@ -13,7 +13,11 @@ class GridHeading final : public QHeaderView {
   // True if the mouse was moved while it was pressed: what looks like a click is none.
   bool WasDragged() const { return dragged_; }
 
+ Q_SIGNALS:
+  void menuWanted(int column, const QPoint& place);
+
  protected:
+  void contextMenuEvent(QContextMenuEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
 

@@ -91,6 +91,8 @@ void frmTrova::connectControls() {
 }
 
 void frmTrova::Carica(bool bSottoRaccolta) {
+  iRaccolta_ = iRacCorr;
+  sArchivio_ = sPathArc;
   auto* optRac = control<QRadioButton>(QStringLiteral("optRac"));
   auto* optSubRac = control<QRadioButton>(QStringLiteral("optSubRac"));
   optRac->setText(QStringLiteral("Nella raccolta principale ") + aRaccolte(iRacCorr).sNome);
@@ -122,6 +124,13 @@ QString frmTrova::sCreaCondizione() {
   iMsg(esito.sRifiuto, 0);
   controlli_->Valore(iRac)->setFocus();
   return {};
+}
+
+bool frmTrova::CercaAncora(bool bAvanti) {
+  const bool same = IsLoaded() && iRaccolta_ == iRacCorr && sArchivio_ == sPathArc;
+  if (!same || !CondizioneTrova(iRaccolta(), controlli_->Letta()).sRifiuto.isEmpty()) return false;
+  Cerca(bAvanti ? kSuccessivo : kPrecedente);
+  return true;
 }
 
 void frmTrova::Cerca(int iModoRicerca) {
@@ -230,7 +239,11 @@ void frmTrova::showChild() {
   frmSub.ShowModal(&forms()[QStringLiteral("frmMain")]);
 }
 
-bool frmTrova::keyDown(int key, Qt::KeyboardModifiers) {
+bool frmTrova::keyDown(int key, Qt::KeyboardModifiers modifiers) {
+  if (key == Qt::Key_F3) {
+    Cerca(modifiers.testFlag(Qt::ShiftModifier) ? kPrecedente : kSuccessivo);
+    return true;
+  }
   if (key == Qt::Key_Escape) {
     Hide();
     return true;

@@ -22,6 +22,9 @@ class frmTrova final : public platform::Form {
   // Starts afresh on the current collection, or on its sub-collection.
   Q_INVOKABLE void Carica(bool bSottoRaccolta);
   void Cerca(int iModoRicerca);
+  // Goes on with the search that was entered last, forward or backward. False if there is none for
+  // the current collection.
+  Q_INVOKABLE bool CercaAncora(bool bAvanti);
 
  private:
   QWidget* build() override;
@@ -45,6 +48,8 @@ class frmTrova final : public platform::Form {
 
   std::unique_ptr<ControlliCondizione> controlli_;
   EntryFocus focus_;
+  int iRaccolta_ = -1;  // what the conditions were made for
+  QString sArchivio_;
   // The children that were found last: the next search goes on among them.
   store::RecordsetPtr rsFigli_;
   QString sSqlFigli_;

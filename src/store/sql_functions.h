@@ -9,7 +9,8 @@ struct Function {
   const char* name;
   int least;  // number of arguments
   int most;
-  const char* text;  // "%1", "%2", ... stand for the arguments, "$1", ... for them as text, "%%" for "%"
+  const char*
+      text;  // "%1", "%2", ... stand for the arguments, "$1", ... for them as text, "%%" for "%"
   FieldKind kind;
   bool aggregate = false;
   int sameKindAs = -1;  // place of the argument that decides the kind

@@ -1,6 +1,8 @@
 #include "workspace/frmgrid.h"
 
+#include <QMenu>
 #include <QSignalBlocker>
+#include <functional>
 
 #include "core/errore.h"
 #include "core/modcuore.h"
@@ -95,6 +97,7 @@ void frmGrid::connectControls() {
                       &platform::TabStrip::clicked, this, &frmGrid::tabSelez_Click);
   platform::onCommand(grd, &platform::DataGrid::headClicked, this,
                       [this](int column) { grd_HeadClick(column); });
+  platform::onSignal(grd, &platform::DataGrid::menuWanted, this, &frmGrid::grd_Menu);
   platform::onSignal(grd, &platform::DataGrid::beforeUpdate, this,
                      [] { CorreggiValoriGriglia(6); });
   connect(grd, &platform::DataGrid::writeFailed, this, SegnalaErrore);
@@ -135,6 +138,30 @@ void frmGrid::grd_HeadClick(int iColonna) {
   DBRefresh();
   // A list that could not be read before opens its record again.
   if (lRecordElenco() != 0) FrmMain().AbilitazionePannello();
+}
+
+// What can be done with a cell and with its column; for a heading with the column alone.
+void frmGrid::grd_Menu(int iColonna, bool bCella, const QPoint& dove) {
+  auto* grd = control<platform::DataGrid>(QStringLiteral("grd"));
+  const QModelIndex cell = bCella ? grd->currentIndex() : QModelIndex();
+  const int iCampo = iColonna < 0 ? -1 : iCampoColonna(grd->Column(iColonna).dataField);
+  auto* menu = new QMenu(grd);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  const auto add = [&](const char* testo, bool bPossibile, const std::function<void()>& azione) {
+    QAction* action = menu->addAction(QString::fromUtf8(testo));
+    action->setEnabled(bPossibile);
+    platform::onCommand(action, &QAction::triggered, this, azione);
+  };
+  add("&Modifica\tF2", cell.flags().testFlag(Qt::ItemIsEditable),
+      [grd] { grd->edit(grd->currentIndex()); });
+  add("&Copia\tCtrl+C", cell.isValid(), [grd] { grd->CopyCell(); });
+  menu->addSeparator();
+  add("&Filtra per questo valore", cell.isValid() && iCampo >= 0,
+      [iCampo, grd] { FrmMain().FiltraValore(iCampo, grd->currentIndex().data(Qt::EditRole)); });
+  add("&Ordina per questa colonna", iColonna >= 0, [this, iColonna] { grd_HeadClick(iColonna); });
+  menu->addSeparator();
+  add("&Trova...\tCtrl+F", true, [] { FrmMain().mnuModTrova_Click(); });
+  menu->popup(dove);
 }
 
 void RegistraFormGrid() {

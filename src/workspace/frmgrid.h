@@ -22,6 +22,7 @@ class frmGrid final : public platform::Form {
   void tabSelez_Click();
   void returnToTab();
   void grd_HeadClick(int iColonna);
+  void grd_Menu(int iColonna, bool bCella, const QPoint& dove);
 };
 
 void RegistraFormGrid();

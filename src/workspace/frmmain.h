@@ -57,6 +57,10 @@ class frmMain final : public platform::Form {
   void mnuModFiltra_Click();
   void mnuModTrova_Click();
   void mnuOrdina_Click();
+  // The next or the previous hit of the last search; the find window where there was none.
+  void CercaAncora(bool bAvanti);
+  // Only the records with the value of the list's current cell.
+  void FiltraValore(int iCampo, const QVariant& valore);
   void mnuMaxExtension_Click();
   void mnuSottoraccolta_Click();
   void mnuVarieSalva_Click();

@@ -2,6 +2,7 @@
 
 #include "core/modcuore.h"
 #include "core/modutil.h"
+#include "model/condizione.h"
 #include "model/raccolte.h"
 #include "workspace/frmmain.h"
 
@@ -53,6 +54,32 @@ void frmMain::mnuModTrova_Click() {
   if (!frmTrova.IsLoaded()) placeBelowForm(frmTrova, *Window());
   QMetaObject::invokeMethod(&frmTrova, "Carica", Q_ARG(bool, false));
   frmTrova.ShowOver(this);
+  Puntatore(kPuntatoreNormale);
+}
+
+void frmMain::CercaAncora(bool bAvanti) {
+  // As long as a collection is being loaded, nothing of it can be chosen.
+  if (iRacCorr < 0 || !Control(QStringLiteral("panBar"))->isEnabled()) return;
+  bool found = false;
+  if (bFormRegistrata(QStringLiteral("frmTrova"))) {
+    QMetaObject::invokeMethod(&form("frmTrova"), "CercaAncora", Q_RETURN_ARG(bool, found),
+                              Q_ARG(bool, bAvanti));
+  }
+  if (!found) mnuModTrova_Click();
+}
+
+void frmMain::FiltraValore(int iCampo, const QVariant& valore) {
+  const Esito esito = ClausolaValore(iRacCorr, iCampo, valore);
+  if (!esito.sRifiuto.isEmpty()) {
+    iMsg(esito.sRifiuto, 0);
+    return;
+  }
+  // What could not be written stays in its row.
+  if (!bSalvato()) return;
+  Puntatore(kClessidra);
+  aRaccolte(iRacCorr).sFiltro = esito.sTesto;
+  DBRefresh();
+  AbilitazionePannello();
   Puntatore(kPuntatoreNormale);
 }
 

@@ -3,6 +3,7 @@
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QShortcut>
 #include <QToolButton>
 #include <array>
 
@@ -10,6 +11,8 @@
 #include "model/raccolte.h"
 #include "platform/handlers.h"
 #include "platform/icons.h"
+#include "platform/push_button.h"
+#include "platform/screen_reader.h"
 #include "workspace/frmmain.h"
 #include "workspace/main_view.h"
 
@@ -22,9 +25,9 @@ using Handler = void (*)(frmMain&);
 struct Entry {
   int level;  // 0 a menu of the menu bar
   const char* name;
-  const char* caption;  // "-" is a line
-  const char* shortcut;
-  int helpContext;  // page of the guide, 0 for none
+  const char* caption;   // "-" is a line
+  const char* shortcut;  // several are parted by "; ", the first is shown
+  int helpContext;       // page of the guide, 0 for none
   Handler run;
 };
 
@@ -52,12 +55,12 @@ constexpr Entry kEntries[] = {
     {1, "mnuFile3", "-", "", 0, nullptr},
     {1, "mnuConfigurazione", "Con&figurazione", "", 1, nullptr},
     {1, "mnuFile2", "-", "", 0, nullptr},
-    {1, "mnuFileChiudi", "&Esci", "", 0, run<&frmMain::mnuFileChiudi_Click>},
+    {1, "mnuFileChiudi", "&Esci", "Ctrl+Q", 0, run<&frmMain::mnuFileChiudi_Click>},
     {0, "mnuModifica", "&Modifica ", "", 0, nullptr},
-    {1, "mnuModNuovo", "&Crea nuovo record", "F12", 1150, run<&frmMain::TastoAddNew>},
-    {1, "mnuModElimina", "&Elimina record corrente", "", 1150, run<&frmMain::TastoCancella>},
+    {1, "mnuModNuovo", "&Crea nuovo record", "Alt+N; F12", 1150, run<&frmMain::TastoAddNew>},
+    {1, "mnuModElimina", "&Elimina record corrente", "Alt+C", 1150, run<&frmMain::TastoCancella>},
     {1, "mnuCancellaMultiplo", "Elimina &tutti i record visualizzati", "", 1150, run<&frmMain::mnuCancellaMultiplo_Click>},
-    {1, "mnuModDuplica", "&Duplica record", "F11", 1150, run<&frmMain::TastoDuplica>},
+    {1, "mnuModDuplica", "&Duplica record", "Alt+D; F11", 1150, run<&frmMain::TastoDuplica>},
     {1, "mnuModifica2", "-", "", 0, nullptr},
     {1, "mnuSottoraccolta", "&Mostra sottoraccolta record corrente", "F9", 10, run<&frmMain::mnuSottoraccolta_Click>},
     {0, "mnuRaccolte", "&Raccolte", "", 0, nullptr},
@@ -74,7 +77,7 @@ constexpr Entry kEntries[] = {
     {0, "mnuRacCorrente", "R&accolta corrente", "", 0, nullptr},
     {1, "mnuModFiltra", "Applica &filtro", "", 4, run<&frmMain::mnuModFiltra_Click>},
     {1, "mnuEliminaFiltro", "&Elimina filtro", "", 4, run<&frmMain::mnuEliminaFiltro_Click>},
-    {1, "mnuModTrova", "&Trova", "", 12, run<&frmMain::mnuModTrova_Click>},
+    {1, "mnuModTrova", "&Trova", "Ctrl+F", 12, run<&frmMain::mnuModTrova_Click>},
     {1, "mnuOrdina", "&Ordina", "", 8, run<&frmMain::mnuOrdina_Click>},
     {1, "mnuAnalisiRaggruppamenti", "Analisi &raggruppamenti", "", 6, nullptr},
     {1, "mnuElenco2", "-", "", 0, nullptr},
@@ -87,6 +90,13 @@ constexpr Entry kEntries[] = {
     {1, "mnuAiuto2", "-", "", 0, nullptr},
     {1, "mnuMyInfo", "Informazioni sul programma...", "", 0, nullptr},
 };
+
+// Keys that no menu has.
+struct KeyCommand {
+  const char* shortcut;
+  bool forward;
+};
+constexpr KeyCommand kSearchKeys[] = {{"F3", true}, {"Shift+F3", false}};
 
 // The buttons of the bar from left to right; the index is the one of cmdBar.
 struct BarButton {
@@ -130,7 +140,7 @@ void addEntry(frmMain& form, QMainWindow* window, std::array<QMenu*, 3>& menus, 
       caption == u'-' ? menus[level - 1]->addSeparator() : menus[level - 1]->addAction(caption);
   action->setObjectName(name);
   if (*entry.shortcut != '\0')
-    action->setShortcut(QKeySequence(QString::fromLatin1(entry.shortcut)));
+    action->setShortcuts(QKeySequence::listFromString(QString::fromLatin1(entry.shortcut)));
   if (entry.helpContext != 0) action->setProperty("HelpContextID", entry.helpContext);
   action->setEnabled(entry.run != nullptr);
   if (entry.run != nullptr) {
@@ -146,7 +156,10 @@ void addBarButton(QMainWindow* window, QWidget* panBar, const BarButton& bar) {
   button->setIcon(platform::icon(QString::fromLatin1(bar.icon)));
   button->setIconSize(kIcon);
   button->setToolTip(QString::fromUtf8(bar.tip));
-  button->setAccessibleName(QString::fromUtf8(bar.tip));
+  platform::nameControl(*button, QString::fromUtf8(bar.tip));
+  if (!action->shortcut().isEmpty()) {
+    platform::showKeysInTip(*button, action->shortcut().toString(QKeySequence::NativeText));
+  }
   button->setAutoRaise(true);
   button->setFocusPolicy(Qt::TabFocus);
   button->setMinimumSize(42, 38);
@@ -167,6 +180,11 @@ void buildCommands(frmMain& form, QWidget* widget, QWidget* panBar) {
   std::array<QMenu*, 3> menus{};
   for (std::size_t i = 0; i < std::size(kEntries); ++i) addEntry(form, window, menus, i);
   window->findChild<QAction*>(QStringLiteral("mnuMaxExtension"))->setCheckable(true);
+  for (const KeyCommand& key : kSearchKeys) {
+    auto* shortcut = new QShortcut(QKeySequence(QString::fromLatin1(key.shortcut)), window);
+    platform::onCommand(shortcut, &QShortcut::activated, window,
+                        [&form, key] { form.CercaAncora(key.forward); });
+  }
   for (const BarButton& bar : kBar) addBarButton(window, panBar, bar);
   static_cast<QHBoxLayout*>(panBar->layout())->addStretch(1);
   panBar->setFixedHeight(44);

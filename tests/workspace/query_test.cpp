@@ -3,6 +3,7 @@
 #include <QComboBox>
 #include <QHeaderView>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScopedValueRollback>
@@ -247,6 +248,41 @@ TEST_F(Query, FiltersTheListAndRemembersItsRows) {
   EXPECT_TRUE(cellAt(0, "Titolo").flags().testFlag(Qt::ItemIsEditable));
 }
 
+TEST_F(Query, FiltersByTheValueOfACell) {
+  ASSERT_TRUE(start());
+  const auto pick = [](const char* entry) {
+    press("Shift+F10");
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    for (QAction* action : menu->actions()) {
+      if (action->text().startsWith(entry)) action->trigger();
+    }
+    menu->close();
+    QApplication::processEvents();
+  };
+  const std::pair<int, const char*> fields[] = {
+      {0, "DtaAcq"}, {2, "Titolo"}, {2, "Autore"}, {2, "Anno"}, {2, "Originale"}};
+  for (const auto& [collection, field] : fields) {
+    selectByTab(collection);
+    goTo(1, field);
+    const QString shown = cell(1, field);
+    int expected = 0;
+    for (int row = 0; row < list()->RecordCount(); ++row) expected += cell(row, field) == shown;
+    pick("&Filtra");
+    EXPECT_EQ(list()->RecordCount(), expected) << field;
+    EXPECT_EQ(cell(expected - 1, field), shown);
+    EXPECT_EQ(status(), QStringLiteral("Elenco filtrato: %1 records").arg(expected));
+    trigger("mnuEliminaFiltro");
+  }
+  goTo(1, "Durata");
+  answer(platform::kOk);
+  pick("&Filtra");
+  EXPECT_TRUE(message().contains("non ha condizioni"));
+  EXPECT_EQ(aRaccolte(2).sFiltro, QString());
+  pick("&Ordina");
+  EXPECT_EQ(aRaccolte(2).sOrdine, QString(" ORDER BY Durata"));
+}
+
 TEST_F(Query, FindsRecordsOneAfterTheOther) {
   ASSERT_TRUE(start());
   selectByTab(2);
@@ -273,10 +309,16 @@ TEST_F(Query, FindsRecordsOneAfterTheOther) {
     title = press1("cmdPrecedente");
   }
   EXPECT_EQ(back.join('|'), forward.join('|'));
-  // What is being typed is written before the record is left.
   const QString key = stored("RacID");
   window()->activateWindow();
   ASSERT_TRUE(QTest::qWaitForWindowActive(window()));
+  // In the list the keys go on with the search.
+  leave();
+  press("F3");
+  EXPECT_EQ(stored("Titolo"), forward.value(1));
+  press("Shift+F3");
+  EXPECT_EQ(stored("Titolo"), forward.first());
+  // What is being typed is written before the record is left.
   enter("txtNote");
   type("detto");
   push("frmTrova", "cmdSuccessivo");
