@@ -43,7 +43,9 @@ void passOn(QAccessibleEvent* event) {
 void pass(QAccessibleEvent* event) {
   if (event->type() == QAccessible::Focus) {
     if (!hasKeyboard(event->object())) return;
-    lastTold() = event->uniqueId();
+    // A menu that closes tells of an entry that there is not: the event's own number trips over it.
+    QAccessibleInterface* place = event->accessibleInterface();
+    lastTold() = place == nullptr ? 0 : QAccessible::uniqueId(place);
   }
   passOn(event);
 }

@@ -1,6 +1,7 @@
 #include <QAbstractItemView>
 #include <QAccessible>
 #include <QClipboard>
+#include <QMenuBar>
 #include <QTabBar>
 #include <QToolButton>
 
@@ -105,7 +106,7 @@ TEST_F(Fields, HaveNamesOfTheirOwnLikeAllControls) {
 QAccessible::Id told = 0;
 
 void listen(QAccessibleEvent* event) {
-  told = event->uniqueId();
+  told = QAccessible::uniqueId(event->accessibleInterface());
 }
 
 // Lists and tabs tell of the focus whenever their current row changes, whoever has the keyboard.
@@ -129,6 +130,13 @@ TEST_F(Fields, TellReadersWhereTheKeyboardIs) {
   combo->showPopup();
   EXPECT_TRUE(passes(combo->view()));
   combo->hidePopup();
+  // A closing menu names an entry it does not have.
+  QMenuBar* menus = window()->findChild<QMenuBar*>();
+  QAccessibleEvent none(menus, QAccessible::Focus);
+  none.setChild(99);
+  told = 0;
+  handler(&none);
+  EXPECT_EQ(told, QAccessible::uniqueId(QAccessible::queryAccessibleInterface(menus)));
 }
 
 TEST_F(Fields, AreReachedInTheirOrderByTabAndReturn) {
