@@ -37,6 +37,8 @@ bool isTyping(const QKeyEvent* event) {
 DataGrid::DataGrid(QWidget* parent)
     : QTableView(parent), model_(new RecordModel(this)), heading_(new GridHeading(this)) {
   setHorizontalHeader(heading_);
+  // A view that does not sort by itself takes the mark away from the heading it is given.
+  heading_->setSortIndicatorShown(true);
   setUpLook();
   setSelectionBehavior(SelectRows);
   setSelectionMode(SingleSelection);

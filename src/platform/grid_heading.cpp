@@ -10,7 +10,6 @@ GridHeading::GridHeading(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) 
   setStretchLastSection(false);
   setHighlightSections(false);
   setSectionsClickable(true);
-  setSortIndicatorShown(true);
 }
 
 void GridHeading::mousePressEvent(QMouseEvent* event) {

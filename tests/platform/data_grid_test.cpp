@@ -269,6 +269,7 @@ TEST_F(DataGridTest, MarksTheOrderAndKnowsADragFromAClick) {
   EXPECT_EQ(heads.size(), 0);
   clickHead(GridArchive::Year);
   EXPECT_EQ(heads.size(), 1);
+  EXPECT_TRUE(heading->isSortIndicatorShown());
   EXPECT_EQ(heading->sortIndicatorSection(), GridArchive::Year);
   EXPECT_EQ(heading->sortIndicatorOrder(), Qt::DescendingOrder);
   // The next list is another one, in its own order.
