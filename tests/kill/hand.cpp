@@ -19,6 +19,8 @@ void Hand::act(const QByteArray& command, int value, bool leaves) {
   if (command == "title") {
     grid()->setFocus();
     grid()->setCurrentIndex(cellAt(grid()->currentIndex().row(), "Titolo"));
+    press(Qt::Key_F2);
+    press(Qt::Key_A, Qt::ControlModifier);
     type(QString::number(value));
     press(Qt::Key_Return);
   }
