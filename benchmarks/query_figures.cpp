@@ -1,6 +1,7 @@
 // Filter, find and sort: from the button that is pressed to the painted list, beside one query of
 // the plain engine.
 
+#include <QAction>
 #include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
@@ -11,6 +12,7 @@
 #include "core/modcuore.h"
 #include "core/modmain.h"
 #include "core/modutil.h"
+#include "core/verbi.h"
 #include "desk.h"
 #include "figures.h"
 #include "hits.h"
@@ -75,10 +77,14 @@ void fill(int index, const Row& row) {
   }
 }
 
+QAction* command(const char* name) {
+  return tavolix::FrmMain().Window()->findChild<QAction*>(QLatin1String(name));
+}
+
 double secondsToFilter(const QVector<Row>& rows) {
   std::chrono::steady_clock::time_point start;
   inForm(
-      kFilter, [] { tavolix::FrmMain().mnuModFiltra_Click(); },
+      kFilter, [] { command("mnuModFiltra")->trigger(); },
       [&] {
         for (int i = 0; i < rows.size(); ++i) fill(i, rows[i]);
         start = std::chrono::steady_clock::now();
@@ -173,7 +179,7 @@ void mixedScene(const QStringList& files) {
 }
 
 void openFind(const QString& field) {
-  tavolix::FrmMain().mnuModTrova_Click();
+  tavolix::verbi().Cerca();
   choose(kFind, QStringLiteral("cboCampo"), field);
 }
 

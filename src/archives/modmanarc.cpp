@@ -8,18 +8,15 @@
 #include "core/modini.h"
 #include "core/modmain.h"
 #include "core/modutil.h"
+#include "core/verbi.h"
 #include "model/cifratura.h"
 #include "platform/file_system.h"
-#include "platform/form.h"
 #include "platform/message_box.h"
 
 namespace tavolix {
 namespace {
 
 QString sPwdDB;  // password of the record store; empty today
-
-const QString kManager = QStringLiteral("frmManArc");
-const QString kRecovery = QStringLiteral("frmRecupero");
 
 // What became of a file that was tried.
 enum class Outcome { Accepted, Refused, Unusable };
@@ -38,32 +35,25 @@ QString nameFromSettings() {
 
 // The manager asks for an archive; while the program has none, the reason is told.
 QString askForArchive(const QString& tried) {
-  if (!platform::forms().has(kManager)) {
+  if (!verbi().ScegliArchivio.bOfferto()) {
     iMsg(tried.isEmpty()
              ? QStringLiteral("Nessun archivio da aprire.")
              : QStringLiteral("L'archivio %1 non esiste o non e' utilizzabile.").arg(tried),
          0);
     return {};
   }
-  platform::Form& manager = platform::forms()[kManager];
-  manager.ShowModal(nullptr);
-  const QString chosen = manager.property("FileName").toString();
-  manager.Unload();
-  return chosen;
+  return verbi().ScegliArchivio();
 }
 
 void reportUnusable(const store::Failure& failure, const QString& sPath) {
   const QString text = QStringLiteral("Errore nr.%1:%2 durante apertura %3")
                            .arg(failure.number())
                            .arg(failure.description(), sPath);
-  if (!platform::forms().has(kRecovery)) {
+  if (verbi().RecuperaArchivio.bOfferto()) {
+    verbi().RecuperaArchivio(text, sPath);
+  } else {
     iMsg(text, 0);
-    return;
   }
-  platform::Form& recovery = platform::forms()[kRecovery];
-  recovery.setProperty("Descrizione", text);
-  recovery.Control(QStringLiteral("lblio"))->setProperty("text", sPath);
-  recovery.ShowModal(nullptr);
 }
 
 struct Stamp {
@@ -181,7 +171,7 @@ bool openArchive(int iModo, const QString& sFileIni, const QString& sSezione,
     if (outcome == Outcome::Unusable) return false;
     if (outcome == Outcome::Accepted) break;
     sPath.clear();
-    if (!platform::forms().has(kManager)) return false;
+    if (!verbi().ScegliArchivio.bOfferto()) return false;
   }
   ImpostaFileIni(sFileIni);
   ImpostaSezioneIni(sSezione);
@@ -220,7 +210,7 @@ void ConfWrite(const store::RecordsetPtr& rs, const QString& sChiave, const QStr
 }
 
 void RegistraArchivi() {
-  bManArc = openArchive;
+  verbi().ApriArchivio = openArchive;
 }
 
 }  // namespace tavolix

@@ -1,5 +1,7 @@
 #include "assist/frmbasic.h"
 
+#include "core/verbi.h"
+
 namespace tavolix {
 
 using platform::FlashTarget;
@@ -40,6 +42,13 @@ void frmBasic::tim_Timer() {
 
 void RegistraFormAssist() {
   platform::forms().add(QStringLiteral("frmBasic"), [] { return std::make_unique<frmBasic>(); });
+  const auto basic = []() -> frmBasic& {
+    return static_cast<frmBasic&>(platform::forms()[QStringLiteral("frmBasic")]);
+  };
+  verbi().Lampeggia = [basic](QWidget* controllo, int colore, int millisecondi) {
+    basic().StartFlash(controllo, colore, millisecondi);
+  };
+  verbi().FermaLampeggio = [basic] { basic().StopFlash(); };
 }
 
 }  // namespace tavolix

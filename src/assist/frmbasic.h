@@ -16,8 +16,8 @@ class frmBasic final : public platform::Form {
   frmBasic();
 
   // Starts blinking in a colour of the 16-colour palette; another control stops before.
-  Q_INVOKABLE void StartFlash(QWidget* controllo, int colore, int millisecondi);
-  Q_INVOKABLE void StopFlash();
+  void StartFlash(QWidget* controllo, int colore, int millisecondi);
+  void StopFlash();
 
  private:
   QWidget* build() override;

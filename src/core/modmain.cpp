@@ -8,6 +8,7 @@
 #include "core/modcuore.h"
 #include "core/modini.h"
 #include "core/modutil.h"
+#include "core/verbi.h"
 #include "model/raccolte.h"
 #include "platform/data_control.h"
 #include "platform/file_system.h"
@@ -81,12 +82,12 @@ int iVersioneArc = 0;
 store::RecordsetPtr rsCfg;
 store::RecordsetPtr rsTab;
 store::RecordsetPtr rsCont;
-std::function<FunzioneManArc> bManArc;
 
 bool bApriDB(int iModo, const QString& sPath, bool bPrimoPiano, bool bOpzione) {
   sPathArc = sPath;
   const QString ini = sCartellaProgramma() + QStringLiteral("\\tvx.ini");
-  if (!bManArc(iModo, ini, QStringLiteral("ManArc"), dbArc, sPathArc, iVersioneArc, {}, bOpzione)) {
+  if (!verbi().ApriArchivio(iModo, ini, QStringLiteral("ManArc"), dbArc, sPathArc, iVersioneArc, {},
+                            bOpzione)) {
     return false;
   }
   return protetto("modMain!bApriDB", [&] {

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <functional>
-
 #include "store/database.h"
 
 namespace tavolix {
@@ -18,14 +16,6 @@ extern int iVersioneArc;
 extern store::RecordsetPtr rsCfg;
 extern store::RecordsetPtr rsTab;
 extern store::RecordsetPtr rsCont;
-
-// How a file becomes the open archive: set by the archives' part of the program. Mode 0 takes the
-// archive from the settings, else asks; 2 opens `sPath`; any other asks. True with an open,
-// accepted database.
-using FunzioneManArc = bool(int iModo, const QString& sFileIni, const QString& sSezione,
-                            store::DatabasePtr& db, QString& sPath, int& iVersione,
-                            const QString& sCodiceDB, bool bControllaCodice);
-extern std::function<FunzioneManArc> bManArc;
 
 // Opens an archive and what the program keeps open on it; false if there is none, the user has
 // been told. `bPrimoPiano`: the splash stays on top. `bOpzione`: the access code is asked.

@@ -1,12 +1,12 @@
 #include "core/modutil.h"
 
 #include <QApplication>
-#include <QLineEdit>
 #include <QLocale>
 #include <QScreen>
 #include <array>
 
 #include "core/errore.h"
+#include "core/verbi.h"
 #include "platform/clock.h"
 #include "platform/commands.h"
 #include "platform/data_combo.h"
@@ -55,15 +55,7 @@ int iMsg(const QString& sTesto, int iTipo) {
 }
 
 QString sChiedi(const QString& sEtichetta, const QString& sValore, int iLunghezza) {
-  platform::Form& form = platform::forms()[QStringLiteral("frmAsk")];
-  form.Control(QStringLiteral("lblAsk"))->setProperty("text", sEtichetta);
-  auto* txtAsk = form.control<QLineEdit>(QStringLiteral("txtAsk"));
-  txtAsk->setMaxLength(iLunghezza);
-  txtAsk->setText(sValore);
-  form.ShowModal(nullptr);
-  QString risposta = txtAsk->text();
-  form.Unload();
-  return risposta;
+  return verbi().ChiediTesto(sEtichetta, sValore, iLunghezza);
 }
 
 bool bRecordValido(const store::RecordsetPtr& rs) {

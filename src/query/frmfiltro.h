@@ -19,7 +19,7 @@ class frmFiltro final : public platform::Form {
   ~frmFiltro() override;
 
   // Makes the rows for the current collection; those of the same one stay as they were left.
-  Q_INVOKABLE void Carica();
+  void Carica();
   // Brings a row into line with its connector and field.
   void VisibilitaControlli(int iRiga);
 

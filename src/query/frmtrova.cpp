@@ -7,13 +7,13 @@
 #include <QGroupBox>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QScopeGuard>
 #include <QSet>
 
 #include "core/errore.h"
 #include "core/modcuore.h"
 #include "core/modmain.h"
 #include "core/modutil.h"
+#include "core/verbi.h"
 #include "model/raccolte.h"
 #include "platform/data_control.h"
 #include "platform/drop_down.h"
@@ -23,10 +23,6 @@
 
 namespace tavolix {
 namespace {
-
-using platform::forms;
-
-const QString kSub = QStringLiteral("frmSub");
 
 int sottoraccolta() {
   return aRaccolte(iRacCorr).iSottoRaccolta;
@@ -228,15 +224,8 @@ void frmTrova::closeChildren() {
 }
 
 void frmTrova::showChild() {
-  platform::Form& frmSub = forms()[kSub];
-  const QString id = rsFigli_->Value(QStringLiteral("ID")).toString();
-  const int iPadre = iRacCorr;
-  iRacCorr = sottoraccolta();
-  const auto back = qScopeGuard([iPadre] { iRacCorr = iPadre; });
-  QMetaObject::invokeMethod(&frmSub, "Carica", Q_ARG(int, iRacCorr), Q_ARG(int, iPadre));
-  const auto rows = frmSub.part<platform::DataControl>(QStringLiteral("dbSubCurr"))->Recordset();
-  if (rows) rows->FindFirst(QStringLiteral("ID = ") + id);
-  frmSub.ShowModal(&forms()[QStringLiteral("frmMain")]);
+  const qint64 found = rsFigli_->Value(QStringLiteral("ID")).toLongLong();
+  verbi().MostraSottoraccolta(sottoraccolta(), iRacCorr, found);
 }
 
 bool frmTrova::keyDown(int key, Qt::KeyboardModifiers modifiers) {
@@ -267,7 +256,7 @@ bool frmTrova::queryUnload() {
 }
 
 void RegistraFormTrova() {
-  forms().add(QStringLiteral("frmTrova"), [] { return std::make_unique<frmTrova>(); });
+  platform::forms().add(QStringLiteral("frmTrova"), [] { return std::make_unique<frmTrova>(); });
 }
 
 }  // namespace tavolix

@@ -20,11 +20,11 @@ class frmTrova final : public platform::Form {
   ~frmTrova() override;
 
   // Starts afresh on the current collection, or on its sub-collection.
-  Q_INVOKABLE void Carica(bool bSottoRaccolta);
+  void Carica(bool bSottoRaccolta);
   void Cerca(int iModoRicerca);
   // Goes on with the search that was entered last, forward or backward. False if there is none for
   // the current collection.
-  Q_INVOKABLE bool CercaAncora(bool bAvanti);
+  bool CercaAncora(bool bAvanti);
 
  private:
   QWidget* build() override;

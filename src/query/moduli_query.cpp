@@ -1,5 +1,6 @@
 #include "query/moduli_query.h"
 
+#include "query/comandi_query.h"
 #include "query/frmfiltro.h"
 #include "query/frmordina.h"
 #include "query/frmtrova.h"
@@ -10,6 +11,7 @@ void RegistraFormQuery() {
   RegistraFormFiltro();
   RegistraFormTrova();
   RegistraFormOrdina();
+  RegistraComandiQuery();
 }
 
 }  // namespace tavolix

@@ -2,7 +2,7 @@
 
 namespace tavolix {
 
-// Adds filter, find and sort to the program's forms.
+// Adds filter, find and sort to the program's forms, with their commands.
 void RegistraFormQuery();
 
 }  // namespace tavolix

@@ -8,6 +8,7 @@
 #include <QScreen>
 
 #include "core/modutil.h"
+#include "core/verbi.h"
 #include "platform/clock.h"
 #include "platform/flash_target.h"
 #include "platform/handlers.h"
@@ -17,6 +18,7 @@
 namespace tavolix {
 namespace {
 
+const QString kCalendario = QStringLiteral("frmCalendario");
 constexpr int kLightBlue = 9;
 constexpr int kRightMargin = 20;  // twips
 constexpr int kBottomMargin = 80;
@@ -48,7 +50,7 @@ void setMark(QLabel& cell, bool marked) {
 
 }  // namespace
 
-frmCalendario::frmCalendario() : platform::Form(QStringLiteral("frmCalendario")) {}
+frmCalendario::frmCalendario() : platform::Form(kCalendario) {}
 
 QWidget* frmCalendario::build() {
   return buildCalendarWindow();
@@ -60,6 +62,22 @@ QLabel& frmCalendario::cell(int iCella) {
 
 int frmCalendario::number(const char* label) {
   return control<QLabel>(text(label))->text().toInt();
+}
+
+void frmCalendario::write(const char* label, int number) {
+  control<QLabel>(text(label))->setText(QString::number(number));
+}
+
+std::optional<QDate> frmCalendario::Scegli(const QDate& data, const QWidget& sotto) {
+  write("lblGG", data.day());
+  write("lblMM", data.month());
+  write("lblAA", data.year());
+  const QPoint place = sotto.mapToGlobal(QPoint(0, sotto.height()));
+  platform::SetLeft(Window(), platform::toTwips(place.x()));
+  platform::SetTop(Window(), platform::toTwips(place.y()));
+  ShowModal(nullptr);
+  if (!bConfermato_) return std::nullopt;
+  return QDate(number("lblAA"), number("lblMM"), number("lblGG"));
 }
 
 bool frmCalendario::isLocked() {
@@ -152,9 +170,9 @@ void frmCalendario::cmdGiorno_Click(int iCella) {
 }
 
 void frmCalendario::cmdOK_Click() {
-  control<QLabel>(QStringLiteral("lblGG"))->setText(QString::number(giorno_.giorno));
-  control<QLabel>(QStringLiteral("lblMM"))->setText(QString::number(giorno_.mese));
-  control<QLabel>(QStringLiteral("lblAA"))->setText(QString::number(giorno_.anno));
+  write("lblGG", giorno_.giorno);
+  write("lblMM", giorno_.mese);
+  write("lblAA", giorno_.anno);
   bConfermato_ = true;
   Hide();
 }
@@ -242,8 +260,10 @@ bool frmCalendario::queryUnload() {
 }
 
 void RegistraFormCalendario() {
-  platform::forms().add(QStringLiteral("frmCalendario"),
-                        [] { return std::make_unique<frmCalendario>(); });
+  platform::forms().add(kCalendario, [] { return std::make_unique<frmCalendario>(); });
+  verbi().ScegliData = [](const QDate& data, const QWidget& sotto) {
+    return static_cast<frmCalendario&>(platform::forms()[kCalendario]).Scegli(data, sotto);
+  };
 }
 
 }  // namespace tavolix

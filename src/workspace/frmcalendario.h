@@ -1,5 +1,8 @@
 #pragma once
 
+#include <QDate>
+#include <optional>
+
 #include "platform/form.h"
 #include "workspace/calendario.h"
 
@@ -12,14 +15,15 @@ namespace tavolix {
 // month.
 class frmCalendario final : public platform::Form {
   Q_OBJECT
-  // True if the date was picked, false if it was given up.
-  Q_PROPERTY(bool Confermato MEMBER bConfermato_)
  public:
   frmCalendario();
 
   // Takes the day that stands in a cell, if it is not empty.
   void cmdGiorno_Click(int iCella);
   void cmdOK_Click();
+
+  // Shows a date under a control and waits. The one that was picked; nothing if it was given up.
+  std::optional<QDate> Scegli(const QDate& data, const QWidget& sotto);
 
  private:
   QWidget* build() override;
@@ -39,6 +43,7 @@ class frmCalendario final : public platform::Form {
   void markDay();
   QLabel& cell(int iCella);
   int number(const char* label);
+  void write(const char* label, int number);
 
   Giorno giorno_;
   bool bOccupato_ = false;  // the lists are being set from here

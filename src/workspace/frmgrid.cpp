@@ -7,6 +7,7 @@
 #include "core/errore.h"
 #include "core/modcuore.h"
 #include "core/modutil.h"
+#include "core/verbi.h"
 #include "model/raccolte.h"
 #include "platform/data_control.h"
 #include "platform/data_grid.h"
@@ -157,10 +158,10 @@ void frmGrid::grd_Menu(int iColonna, bool bCella, const QPoint& dove) {
   add("&Copia\tCtrl+C", cell.isValid(), [grd] { grd->CopyCell(); });
   menu->addSeparator();
   add("&Filtra per questo valore", cell.isValid() && iCampo >= 0,
-      [iCampo, grd] { FrmMain().FiltraValore(iCampo, grd->currentIndex().data(Qt::EditRole)); });
+      [iCampo, grd] { verbi().FiltraValore(iCampo, grd->currentIndex().data(Qt::EditRole)); });
   add("&Ordina per questa colonna", iColonna >= 0, [this, iColonna] { grd_HeadClick(iColonna); });
   menu->addSeparator();
-  add("&Trova...\tCtrl+F", true, [] { FrmMain().mnuModTrova_Click(); });
+  add("&Trova...\tCtrl+F", true, [] { verbi().Cerca(); });
   menu->popup(dove);
 }
 

@@ -17,6 +17,7 @@
 #include "core/modini.h"
 #include "core/modmain.h"
 #include "core/modutil.h"
+#include "core/verbi.h"
 #include "model/raccolte.h"
 #include "platform/clock.h"
 #include "platform/data_control.h"
@@ -65,6 +66,15 @@ std::optional<int> pixelsOf(const char* key) {
   return platform::toPixels(twips);
 }
 
+void offerVerbs() {
+  Verbi& all = verbi();
+  all.Salva = [] { FrmMain().Salva(); };
+  all.bSalvato = [] { return FrmMain().bSalvato(); };
+  all.RicaricaRaccolta = [] { FrmMain().InizializzaTab(); };
+  all.AbilitazionePannello = [] { FrmMain().AbilitazionePannello(); };
+  all.AbilitaControlli = [](bool bAbilita) { FrmMain().AbilitaControlli(bAbilita); };
+}
+
 // What windows may lie on, the main screen first.
 QVector<QRect> screens() {
   QVector<QRect> areas;
@@ -80,6 +90,8 @@ frmMain& FrmMain() {
 
 void RegistraFormWorkspace() {
   forms().add(QStringLiteral("frmMain"), [] { return std::make_unique<frmMain>(); });
+  offerVerbs();
+  RegistraComandiWorkspace();
   RegistraFormGrid();
   RegistraFormRaccolte();
   RegistraFormSub();
@@ -90,7 +102,7 @@ void RegistraFormWorkspace() {
 frmMain::frmMain() : platform::Form(QStringLiteral("frmMain")) {}
 
 QWidget* frmMain::build() {
-  return buildMainWindow(*this);
+  return buildMainWindow();
 }
 
 QWidget* frmMain::Area() {
@@ -163,7 +175,7 @@ void frmMain::InizializzaTab() {
     Cedi();
     AbilitazionePannello();
     showSubCollection();
-    followFind();
+    verbi().SegueRicerca();
     showCollection();
     Puntatore(kPuntatoreNormale);
   });
@@ -234,14 +246,6 @@ void frmMain::showSubCollection() {
   platform::setCaption(*cmdSubRac, aRaccolte(sub).sNome + QStringLiteral("    "));
 }
 
-// The open find window goes along with the collection.
-void frmMain::followFind() {
-  const QString trova = QStringLiteral("frmTrova");
-  if (bFormRegistrata(trova) && forms()[trova].IsVisible()) {
-    QMetaObject::invokeMethod(&forms()[trova], "Carica", Q_ARG(bool, false));
-  }
-}
-
 void frmMain::AbilitazionePannello() {
   protetto("frmMain!AbilitazionePannello", [&] { AbilitazionePannello(lRecordElenco() != 0); });
 }
@@ -298,10 +302,6 @@ void frmMain::setExtended(bool extended) {
 
 void frmMain::mnuMaxExtension_Click() {
   setExtended(control<QPushButton>(QStringLiteral("cmdEspandi"))->isChecked());
-}
-
-void frmMain::SelezionaRaccolta(int iRac) {
-  iSelRaccolta(iRac);
 }
 
 bool frmMain::bTastoGestMain(int key, Qt::KeyboardModifiers modifiers) {

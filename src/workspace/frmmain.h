@@ -20,22 +20,22 @@ class frmMain final : public platform::Form {
   QSize ListDesignSize();
 
   // Switches everything the user can press.
-  Q_INVOKABLE void AbilitaControlli(bool bAbilita);
+  void AbilitaControlli(bool bAbilita);
   // Input from the beginning of a change of collection to its end.
   void PermettiInput(bool bPermetti);
   // Makes the selected tab's collection the current one.
-  Q_INVOKABLE void InizializzaTab();
+  void InizializzaTab();
   // Loads and places the form of the current collection.
   void CaricaFinestra();
   // Opens the record's panel or closes it; by itself open when the list has rows.
-  Q_INVOKABLE void AbilitazionePannello();
+  void AbilitazionePannello();
   void AbilitazionePannello(bool bAbilita);
   // Alt+N, Alt+C, Alt+D in list and forms; true if the key was one of them.
   bool TastiGestMain(int key, Qt::KeyboardModifiers modifiers);
   static bool bTastoGestMain(int key, Qt::KeyboardModifiers modifiers);
 
   // Writes what was typed in the current record. Failures are ignored.
-  Q_INVOKABLE void Salva();
+  void Salva();
   // The same; true if nothing of it had to stay in its box.
   bool bSalvato();
   // Tells that the list or its record cannot be read.
@@ -53,18 +53,9 @@ class frmMain final : public platform::Form {
   // The commands of menu and bar.
   void mnuFileChiudi_Click();
   void mnuCancellaMultiplo_Click();
-  void mnuEliminaFiltro_Click();
-  void mnuModFiltra_Click();
-  void mnuModTrova_Click();
-  void mnuOrdina_Click();
-  // The next or the previous hit of the last search; the find window where there was none.
-  void CercaAncora(bool bAvanti);
-  // Only the records with the value of the list's current cell.
-  void FiltraValore(int iCampo, const QVariant& valore);
   void mnuMaxExtension_Click();
   void mnuSottoraccolta_Click();
   void mnuVarieSalva_Click();
-  void SelezionaRaccolta(int iRac);
   void cmdEspandi_Click();
 
  private:
@@ -85,7 +76,6 @@ class frmMain final : public platform::Form {
   void loadList();
   void showSubCollection();
   void showCollection();
-  void followFind();
   void setExtended(bool extended);
   void closeProgram();
   void tick();

@@ -272,13 +272,7 @@ void frmMain::mnuCancellaMultiplo_Click() {
 void frmMain::cmdSubRac_Click() {
   Salva();
   if (!bRecordValido(dbElenco().Recordset())) return;
-  const int iPadre = iRacCorr;
-  iRacCorr = aRaccolte(iPadre).iSottoRaccolta;
-  {
-    const auto back = qScopeGuard([iPadre] { iRacCorr = iPadre; });
-    FrmSub().Carica(iRacCorr, iPadre);
-    FrmSub().ShowModal(this);
-  }
+  FrmSub().Mostra(aRaccolte(iRacCorr).iSottoRaccolta, iRacCorr, 0);
   Show();
 }
 
@@ -287,7 +281,6 @@ void frmMain::mnuSottoraccolta_Click() {
 }
 
 void frmMain::mnuVarieSalva_Click() {
-  if (iRacCorr < 0) return;
   protetto("frmMain!VarieSalva", [&] {
     const store::RecordsetPtr config = tableByKey(QStringLiteral("GRDCONFIG"));
     for (int i = 0; i < grd().ColumnCount(); ++i) {

@@ -8,6 +8,7 @@
 #include "core/modcuore.h"
 #include "core/modmain.h"
 #include "core/modutil.h"
+#include "core/verbi.h"
 #include "model/raccolte.h"
 #include "platform/bound_control.h"
 #include "platform/data_control.h"
@@ -111,6 +112,14 @@ void frmSub::Carica(int iSub, int iPadre) {
   });
   grdSub().setFocus();
   AbilitazionePannello();
+}
+
+void frmSub::Mostra(int iSub, int iPadre, qint64 lID) {
+  iRacCorr = iSub;
+  const auto back = qScopeGuard([iPadre] { iRacCorr = iPadre; });
+  Carica(iSub, iPadre);
+  if (lID != 0 && rows()) rows()->FindFirst(QStringLiteral("ID = ") + QString::number(lID));
+  ShowModal(&platform::forms()[QStringLiteral("frmMain")]);
 }
 
 void frmSub::showPanel(int iSub) {
@@ -230,6 +239,9 @@ bool frmSub::queryUnload() {
 
 void RegistraFormSub() {
   platform::forms().add(QStringLiteral("frmSub"), [] { return std::make_unique<frmSub>(); });
+  verbi().MostraSottoraccolta = [](int iSub, int iPadre, qint64 lID) {
+    FrmSub().Mostra(iSub, iPadre, lID);
+  };
 }
 
 }  // namespace tavolix

@@ -19,7 +19,10 @@ class frmSub final : public platform::Form {
   frmSub();
 
   // Shows the rows of a sub-collection that belong to the current record of its parent collection.
-  Q_INVOKABLE void Carica(int iSub, int iPadre);
+  void Carica(int iSub, int iPadre);
+  // The same in a modal window that stands on one of the rows, 0 for none; returns when it is left.
+  // Meanwhile iRacCorr is the sub-collection.
+  void Mostra(int iSub, int iPadre, qint64 lID);
   void CreaNuovo(bool bDuplica);
   // Writes what was typed in the current row. Failures are ignored.
   void Salva();

@@ -7,6 +7,7 @@
 #include "core/modcuore.h"
 #include "core/modmain.h"
 #include "core/modutil.h"
+#include "core/verbi.h"
 #include "model/raccolte.h"
 #include "platform/data_control.h"
 #include "platform/data_grid.h"
@@ -18,6 +19,7 @@
 namespace tavolix {
 namespace {
 
+const QString kTab = QStringLiteral("frmTab");
 const QString kId = QStringLiteral("ID");
 const QString kDesc = QStringLiteral("Desc");
 const QString kDefault = QStringLiteral("Default");
@@ -35,9 +37,20 @@ platform::GridColumn column(const char* caption, const QString& field, const sto
   return column;
 }
 
+std::optional<qint64> editTable(int iRac, int iCampo, qint64 lVoce, const QString& sDaAggiungere) {
+  auto& form = static_cast<frmTab&>(platform::forms()[kTab]);
+  form.Load();
+  form.CaricaTAB(iRac, iCampo);
+  form.ImpostaValoreCorrente(lVoce);
+  form.ProponiVoce(sDaAggiungere);
+  form.ShowModal(&platform::forms()[QStringLiteral("frmMain")]);
+  if (form.sValoreCorrente().isEmpty()) return std::nullopt;
+  return form.lVoceCorrente();
+}
+
 }  // namespace
 
-frmTab::frmTab() : platform::Form(QStringLiteral("frmTab")) {}
+frmTab::frmTab() : platform::Form(kTab) {}
 
 QWidget* frmTab::build() {
   return buildTabWindow();
@@ -115,12 +128,16 @@ void frmTab::CaricaTAB(int iRac, int iCampo) {
                            QStringLiteral(": ") + campo.sTitolo);
 }
 
-QVariant frmTab::sValoreCorrente() {
+QString frmTab::sValoreCorrente() {
   return bScelta_ && bRecordValido(rows()) ? NullAStringa(rows()->Value(kDesc)) : QString();
 }
 
-QVariant frmTab::lVoceCorrente() {
-  return bRecordValido(rows()) ? NullAZero(rows()->Value(kId)) : 0;
+qint64 frmTab::lVoceCorrente() {
+  return bRecordValido(rows()) ? NullAZero(rows()->Value(kId)).toLongLong() : 0;
+}
+
+void frmTab::ProponiVoce(const QString& sTesto) {
+  txtAdd().setText(sTesto);
 }
 
 bool frmTab::bEsisteGia(const QString& sTesto, bool bOgni) {
@@ -194,7 +211,7 @@ bool frmTab::isUsed(qint64 lID) const {
 
 void frmTab::cmdElimina_Click() {
   if (!bRecordValido(rows())) return;
-  if (isUsed(lVoceCorrente().toLongLong())) {
+  if (isUsed(lVoceCorrente())) {
     iMsg(QStringLiteral("Impossibile cancellare una voce utilizzata nelle raccolte!"), 0);
     return;
   }
@@ -291,7 +308,8 @@ bool frmTab::queryUnload() {
 }
 
 void RegistraFormTab() {
-  platform::forms().add(QStringLiteral("frmTab"), [] { return std::make_unique<frmTab>(); });
+  platform::forms().add(kTab, [] { return std::make_unique<frmTab>(); });
+  verbi().ModificaTabella = editTable;
 }
 
 }  // namespace tavolix

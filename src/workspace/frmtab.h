@@ -18,18 +18,19 @@ namespace tavolix {
 // the value that new records start with.
 class frmTab final : public platform::Form {
   Q_OBJECT
-  // Written: key of the value to begin with. Read: text of the current value, empty for none.
-  Q_PROPERTY(QVariant ValoreCorrente READ sValoreCorrente WRITE ImpostaValoreCorrente)
-  // Key of the current value, 0 for none.
-  Q_PROPERTY(QVariant VoceCorrente READ lVoceCorrente)
  public:
   frmTab();
 
   // Loads the list of a field of a collection.
-  Q_INVOKABLE void CaricaTAB(int iRac, int iCampo);
-  QVariant sValoreCorrente();
-  void ImpostaValoreCorrente(const QVariant& vID) { lRigaDaMostrare_ = vID.toLongLong(); }
-  QVariant lVoceCorrente();
+  void CaricaTAB(int iRac, int iCampo);
+  // Text of the current value; empty for none, or if it is not for the record.
+  QString sValoreCorrente();
+  // The value to begin with, by its key.
+  void ImpostaValoreCorrente(qint64 lID) { lRigaDaMostrare_ = lID; }
+  // Key of the current value, 0 for none.
+  qint64 lVoceCorrente();
+  // Offers a text for adding.
+  void ProponiVoce(const QString& sTesto);
 
   // True if the list has a text; without `bOgni`, only if another row than the current one has it.
   bool bEsisteGia(const QString& sTesto, bool bOgni);

@@ -1,3 +1,5 @@
+// The commands of the main window: its own, and menus and bar from those of all areas.
+
 #include <QAction>
 #include <QHBoxLayout>
 #include <QMainWindow>
@@ -5,10 +7,12 @@
 #include <QMenuBar>
 #include <QShortcut>
 #include <QToolButton>
-#include <array>
+#include <algorithm>
+#include <string_view>
 
+#include "core/comandi.h"
+#include "core/modcuore.h"
 #include "core/modutil.h"
-#include "model/raccolte.h"
 #include "platform/handlers.h"
 #include "platform/icons.h"
 #include "platform/push_button.h"
@@ -19,144 +23,123 @@
 namespace tavolix {
 namespace {
 
-using Handler = void (*)(frmMain&);
-
-// A command whose window the program does not have is there and disabled.
-struct Entry {
-  int level;  // 0 a menu of the menu bar
-  const char* name;
-  const char* caption;   // "-" is a line
-  const char* shortcut;  // several are parted by "; ", the first is shown
-  int helpContext;       // page of the guide, 0 for none
-  Handler run;
-};
-
 template <int iRac>
-void select(frmMain& form) {
-  form.SelezionaRaccolta(iRac);
+void select() {
+  iSelRaccolta(iRac);
 }
 
 template <void (frmMain::*procedure)()>
-void run(frmMain& form) {
-  (form.*procedure)();
+void run() {
+  (FrmMain().*procedure)();
 }
 
+constexpr Quando kRaccolta = Quando::kRaccolta;
+
 // clang-format off
-constexpr Entry kEntries[] = {
-    {0, "mnuFile", "&File", "", 0, nullptr},
-    {1, "mnuGestArc", "&Apertura / gestione archivi", "", 13, nullptr},
-    {1, "mnuFile1", "-", "", 0, nullptr},
-    {1, "mnuFileCopie", "&Copie di sicurezza", "", 2, nullptr},
-    {1, "mnuFileEsporta", "Es&portazioni", "", 3, nullptr},
-    {1, "mnuImportazioni", "Importazioni", "", 0, nullptr},
-    {2, "mnuImportaRubKPZ3", "Importa rubrica Velmar Casaro 3/3.5", "", 14, nullptr},
-    {1, "mnuCodiceAccesso", "C&odice di accesso", "", 15, nullptr},
-    {1, "mnuFileStampe", "&Stampe", "", 16, nullptr},
-    {1, "mnuFile3", "-", "", 0, nullptr},
-    {1, "mnuConfigurazione", "Con&figurazione", "", 1, nullptr},
-    {1, "mnuFile2", "-", "", 0, nullptr},
-    {1, "mnuFileChiudi", "&Esci", "Ctrl+Q", 0, run<&frmMain::mnuFileChiudi_Click>},
-    {0, "mnuModifica", "&Modifica ", "", 0, nullptr},
-    {1, "mnuModNuovo", "&Crea nuovo record", "Alt+N; F12", 1150, run<&frmMain::TastoAddNew>},
-    {1, "mnuModElimina", "&Elimina record corrente", "Alt+C", 1150, run<&frmMain::TastoCancella>},
-    {1, "mnuCancellaMultiplo", "Elimina &tutti i record visualizzati", "", 1150, run<&frmMain::mnuCancellaMultiplo_Click>},
-    {1, "mnuModDuplica", "&Duplica record", "Alt+D; F11", 1150, run<&frmMain::TastoDuplica>},
-    {1, "mnuModifica2", "-", "", 0, nullptr},
-    {1, "mnuSottoraccolta", "&Mostra sottoraccolta record corrente", "F9", 10, run<&frmMain::mnuSottoraccolta_Click>},
-    {0, "mnuRaccolte", "&Raccolte", "", 0, nullptr},
-    {1, "mnuRaccoltePersone", "&Persone e contatti", "Ctrl+P", 0, select<7>},
-    {1, "mnuRaccolteLibri", "&Libri", "Ctrl+L", 0, select<0>},
-    {1, "mnuRaccolteRiviste", "&Riviste e giornali", "Ctrl+R", 0, select<1>},
-    {1, "mnuRaccolteAudio", "&Audio", "Ctrl+A", 0, select<2>},
-    {1, "mnuRaccolteVideo", "&Video", "Ctrl+V", 0, select<3>},
-    {1, "mnuRaccolteSoftware", "&Software (programmi e giochi)", "Ctrl+S", 0, select<4>},
-    {1, "mnuRaccolteMedicinali", "&Medicinali", "Ctrl+M", 0, select<5>},
-    {1, "mnuRaccolteOggetti", "&Oggetti vari", "Ctrl+O", 0, select<6>},
-    {1, "mnuRaccolte2", "-", "", 0, nullptr},
-    {1, "mnuAnalisiInfoAcc", "Analisi elenchi multiraccolta", "", 7, nullptr},
-    {0, "mnuRacCorrente", "R&accolta corrente", "", 0, nullptr},
-    {1, "mnuModFiltra", "Applica &filtro", "", 4, run<&frmMain::mnuModFiltra_Click>},
-    {1, "mnuEliminaFiltro", "&Elimina filtro", "", 4, run<&frmMain::mnuEliminaFiltro_Click>},
-    {1, "mnuModTrova", "&Trova", "Ctrl+F", 12, run<&frmMain::mnuModTrova_Click>},
-    {1, "mnuOrdina", "&Ordina", "", 8, run<&frmMain::mnuOrdina_Click>},
-    {1, "mnuAnalisiRaggruppamenti", "Analisi &raggruppamenti", "", 6, nullptr},
-    {1, "mnuElenco2", "-", "", 0, nullptr},
-    {1, "mnuMaxExtension", "&Massima estensione elenco", "", 0, run<&frmMain::mnuMaxExtension_Click>},
-    {1, "mnuVarieSalva", "&Salva disposizione elenco", "", 17, run<&frmMain::mnuVarieSalva_Click>},
-    {0, "mnuAiuto", "&?", "", 0, nullptr},
-    {1, "mnuGuida", "Guida in linea", "", 0, nullptr},
-    {1, "mnuSuggerimenti", "Suggerimenti", "", 0, nullptr},
-    {1, "mnuInfo", "Informazioni sul sistema", "", 0, nullptr},
-    {1, "mnuAiuto2", "-", "", 0, nullptr},
-    {1, "mnuMyInfo", "Informazioni sul programma...", "", 0, nullptr},
+constexpr Comando kComandi[] = {
+    {"", 10, "mnuFile", "&File"},
+    {"mnuFile", 20, "mnuFile1", "-"},
+    {"mnuFile", 50, "mnuImportazioni", "Importazioni"},
+    {"mnuFile", 80, "mnuFile3", "-"},
+    {"mnuFile", 100, "mnuFile2", "-"},
+    {"mnuFile", 110, "mnuFileChiudi", "&Esci", "Ctrl+Q", 0, run<&frmMain::mnuFileChiudi_Click>, {}, {3, 43, "esci", "Uscita dal programma"}},
+    {"", 20, "mnuModifica", "&Modifica "},
+    {"mnuModifica", 10, "mnuModNuovo", "&Crea nuovo record", "Alt+N; F12", 1150, run<&frmMain::TastoAddNew>},
+    {"mnuModifica", 20, "mnuModElimina", "&Elimina record corrente", "Alt+C", 1150, run<&frmMain::TastoCancella>},
+    {"mnuModifica", 30, "mnuCancellaMultiplo", "Elimina &tutti i record visualizzati", "", 1150, run<&frmMain::mnuCancellaMultiplo_Click>},
+    {"mnuModifica", 40, "mnuModDuplica", "&Duplica record", "Alt+D; F11", 1150, run<&frmMain::TastoDuplica>},
+    {"mnuModifica", 50, "mnuModifica2", "-"},
+    {"mnuModifica", 60, "mnuSottoraccolta", "&Mostra sottoraccolta record corrente", "F9", 10, run<&frmMain::mnuSottoraccolta_Click>},
+    {"", 30, "mnuRaccolte", "&Raccolte"},
+    {"mnuRaccolte", 10, "mnuRaccoltePersone", "&Persone e contatti", "Ctrl+P", 0, select<7>},
+    {"mnuRaccolte", 20, "mnuRaccolteLibri", "&Libri", "Ctrl+L", 0, select<0>},
+    {"mnuRaccolte", 30, "mnuRaccolteRiviste", "&Riviste e giornali", "Ctrl+R", 0, select<1>},
+    {"mnuRaccolte", 40, "mnuRaccolteAudio", "&Audio", "Ctrl+A", 0, select<2>},
+    {"mnuRaccolte", 50, "mnuRaccolteVideo", "&Video", "Ctrl+V", 0, select<3>},
+    {"mnuRaccolte", 60, "mnuRaccolteSoftware", "&Software (programmi e giochi)", "Ctrl+S", 0, select<4>},
+    {"mnuRaccolte", 70, "mnuRaccolteMedicinali", "&Medicinali", "Ctrl+M", 0, select<5>},
+    {"mnuRaccolte", 80, "mnuRaccolteOggetti", "&Oggetti vari", "Ctrl+O", 0, select<6>},
+    {"mnuRaccolte", 90, "mnuRaccolte2", "-"},
+    {"", 40, "mnuRacCorrente", "R&accolta corrente"},
+    {"mnuRacCorrente", 60, "mnuElenco2", "-"},
+    {"mnuRacCorrente", 70, "mnuMaxExtension", "&Massima estensione elenco", "", 0, run<&frmMain::mnuMaxExtension_Click>, {}, {}, true},
+    {"mnuRacCorrente", 80, "mnuVarieSalva", "&Salva disposizione elenco", "", 17, run<&frmMain::mnuVarieSalva_Click>, kRaccolta},
+    {"", 50, "mnuAiuto", "&?"},
+    {"mnuAiuto", 40, "mnuAiuto2", "-"},
 };
 
-// Keys that no menu has.
-struct KeyCommand {
-  const char* shortcut;
-  bool forward;
-};
-constexpr KeyCommand kSearchKeys[] = {{"F3", true}, {"Shift+F3", false}};
-
-// The buttons of the bar from left to right; the index is the one of cmdBar.
-struct BarButton {
-  int index;
-  const char* tip;
-  const char* icon;
-  const char* command;
-  bool gapAfter;
-};
-
-constexpr BarButton kBar[] = {
-    {5, "Apertura / gestione archivi", "archivi", "mnuGestArc", false},
-    {7, "Esegui copia di sicurezza", "copia", "mnuFileCopie", false},
-    {6, "Stampa", "stampa", "mnuFileStampe", true},
-    {0, "Trova", "trova", "mnuModTrova", false},
-    {9, "Applica filtro all'elenco", "filtra", "mnuModFiltra", false},
-    {8, "Annulla filtro corrente", "annulla-filtro", "mnuEliminaFiltro", true},
-    {1, "Analisi raggruppamenti", "raggruppamenti", "mnuAnalisiRaggruppamenti", false},
-    {10, "Analisi elenchi multiraccolta", "multiraccolta", "mnuAnalisiInfoAcc", true},
-    {2, "Suggerimenti...", "suggerimenti", "mnuSuggerimenti", false},
-    {4, "Guida in linea", "guida", "mnuGuida", false},
-    {3, "Uscita dal programma", "esci", "mnuFileChiudi", false},
+// Those whose windows the program does not have: each goes to the table of its area with them.
+constexpr Comando kSenzaFinestra[] = {
+    {"mnuFile", 10, "mnuGestArc", "&Apertura / gestione archivi", "", 13, nullptr, {}, {5, 11, "archivi", "Apertura / gestione archivi"}},
+    {"mnuFile", 30, "mnuFileCopie", "&Copie di sicurezza", "", 2, nullptr, {}, {7, 12, "copia", "Esegui copia di sicurezza"}},
+    {"mnuFile", 40, "mnuFileEsporta", "Es&portazioni", "", 3},
+    {"mnuImportazioni", 10, "mnuImportaRubKPZ3", "Importa rubrica Velmar Casaro 3/3.5", "", 14},
+    {"mnuFile", 60, "mnuCodiceAccesso", "C&odice di accesso", "", 15},
+    {"mnuFile", 70, "mnuFileStampe", "&Stampe", "", 16, nullptr, {}, {6, 13, "stampa", "Stampa"}},
+    {"mnuFile", 90, "mnuConfigurazione", "Con&figurazione", "", 1},
+    {"mnuRaccolte", 100, "mnuAnalisiInfoAcc", "Analisi elenchi multiraccolta", "", 7, nullptr, {}, {10, 32, "multiraccolta", "Analisi elenchi multiraccolta"}},
+    {"mnuRacCorrente", 50, "mnuAnalisiRaggruppamenti", "Analisi &raggruppamenti", "", 6, nullptr, {}, {1, 31, "raggruppamenti", "Analisi raggruppamenti"}},
+    {"mnuAiuto", 10, "mnuGuida", "Guida in linea", "", 0, nullptr, {}, {4, 42, "guida", "Guida in linea"}},
+    {"mnuAiuto", 20, "mnuSuggerimenti", "Suggerimenti", "", 0, nullptr, {}, {2, 41, "suggerimenti", "Suggerimenti..."}},
+    {"mnuAiuto", 30, "mnuInfo", "Informazioni sul sistema"},
+    {"mnuAiuto", 50, "mnuMyInfo", "Informazioni sul programma..."},
 };
 // clang-format on
 
 constexpr QSize kIcon(24, 24);
+constexpr int kGroupGap = 14;
 
-void addEntry(frmMain& form, QMainWindow* window, std::array<QMenu*, 3>& menus, std::size_t i) {
-  const Entry& entry = kEntries[i];
-  const auto level = static_cast<std::size_t>(entry.level);
-  const QString caption = QString::fromUtf8(entry.caption);
-  const QString name = QString::fromLatin1(entry.name);
-  const bool hasChildren = i + 1 < std::size(kEntries) && kEntries[i + 1].level > entry.level;
-  if (hasChildren) {
-    menus[level] =
-        level == 0 ? window->menuBar()->addMenu(caption) : menus[level - 1]->addMenu(caption);
-    menus[level]->setObjectName(name);
-    return;
-  }
-  QAction* action =
-      caption == u'-' ? menus[level - 1]->addSeparator() : menus[level - 1]->addAction(caption);
-  action->setObjectName(name);
-  if (*entry.shortcut != '\0')
-    action->setShortcuts(QKeySequence::listFromString(QString::fromLatin1(entry.shortcut)));
-  if (entry.helpContext != 0) action->setProperty("HelpContextID", entry.helpContext);
-  action->setEnabled(entry.run != nullptr);
-  if (entry.run != nullptr) {
-    platform::onCommand(action, &QAction::triggered, window,
-                        [&form, handler = entry.run] { handler(form); });
-  }
+using Rows = std::vector<const Comando*>;
+
+Rows rowsOf(const Rows& all, std::string_view menu) {
+  Rows rows;
+  std::copy_if(all.begin(), all.end(), std::back_inserter(rows),
+               [&](const Comando* row) { return row->menu != nullptr && row->menu == menu; });
+  return rows;
 }
 
-void addBarButton(QMainWindow* window, QWidget* panBar, const BarButton& bar) {
-  auto* action = window->findChild<QAction*>(QString::fromLatin1(bar.command));
+void connectAction(QAction* action, const Comando& row, QMainWindow* window) {
+  if (*row.tasti != '\0')
+    action->setShortcuts(QKeySequence::listFromString(QString::fromLatin1(row.tasti)));
+  action->setData(row.guida);
+  action->setCheckable(row.spunta);
+  action->setEnabled(row.esegui != nullptr);
+  if (row.esegui == nullptr) return;
+  platform::onCommand(action, &QAction::triggered, window, [&row] { EseguiComando(row); });
+}
+
+void addRow(const Rows& all, const Comando& row, QMenu* menu, QMainWindow* window);
+
+// The menu bar or a menu takes another menu.
+void addMenu(const Rows& all, const Comando& row, QMenu* menu, QMainWindow* window) {
+  const QString caption = QString::fromUtf8(row.testo);
+  QMenu* child = menu == nullptr ? window->menuBar()->addMenu(caption) : menu->addMenu(caption);
+  child->setObjectName(QString::fromLatin1(row.nome));
+  for (const Comando* entry : rowsOf(all, row.nome)) addRow(all, *entry, child, window);
+}
+
+void addRow(const Rows& all, const Comando& row, QMenu* menu, QMainWindow* window) {
+  if (!rowsOf(all, row.nome).empty()) return addMenu(all, row, menu, window);
+  const QString caption = QString::fromUtf8(row.testo);
+  QAction* action = caption == u'-' ? menu->addSeparator() : menu->addAction(caption);
+  action->setObjectName(QString::fromLatin1(row.nome));
+  connectAction(action, row, window);
+}
+
+void addKeys(const Comando& row, QMainWindow* window) {
+  auto* shortcut = new QShortcut(QKeySequence(QString::fromLatin1(row.tasti)), window);
+  platform::onCommand(shortcut, &QShortcut::activated, window, [&row] { EseguiComando(row); });
+}
+
+void addBarButton(QMainWindow* window, QWidget* panBar, const Comando& row) {
+  const PulsanteBarra& bar = row.pulsante;
+  auto* action = window->findChild<QAction*>(QString::fromLatin1(row.nome));
   auto* button = new QToolButton(panBar);
-  button->setObjectName(QStringLiteral("cmdBar(%1)").arg(bar.index));
-  button->setIcon(platform::icon(QString::fromLatin1(bar.icon)));
+  button->setObjectName(QStringLiteral("cmdBar(%1)").arg(bar.indice));
+  button->setIcon(platform::icon(QString::fromLatin1(bar.icona)));
   button->setIconSize(kIcon);
-  button->setToolTip(QString::fromUtf8(bar.tip));
-  platform::nameControl(*button, QString::fromUtf8(bar.tip));
+  button->setToolTip(QString::fromUtf8(bar.suggerimento));
+  platform::nameControl(*button, QString::fromUtf8(bar.suggerimento));
   if (!action->shortcut().isEmpty()) {
     platform::showKeysInTip(*button, action->shortcut().toString(QKeySequence::NativeText));
   }
@@ -170,24 +153,39 @@ void addBarButton(QMainWindow* window, QWidget* panBar, const BarButton& bar) {
     action->trigger();
   });
   panBar->layout()->addWidget(button);
-  if (bar.gapAfter) static_cast<QHBoxLayout*>(panBar->layout())->addSpacing(14);
+}
+
+void buildBar(Rows rows, QMainWindow* window, QWidget* panBar) {
+  std::erase_if(rows, [](const Comando* row) { return row->pulsante.indice < 0; });
+  std::sort(rows.begin(), rows.end(), [](const Comando* one, const Comando* other) {
+    return one->pulsante.posto < other->pulsante.posto;
+  });
+  auto* line = static_cast<QHBoxLayout*>(panBar->layout());
+  int group = rows.empty() ? 0 : rows.front()->pulsante.posto / 10;
+  for (const Comando* row : rows) {
+    if (row->pulsante.posto / 10 != group) line->addSpacing(kGroupGap);
+    group = row->pulsante.posto / 10;
+    addBarButton(window, panBar, *row);
+  }
+  line->addStretch(1);
+  panBar->setFixedHeight(44);
 }
 
 }  // namespace
 
-void buildCommands(frmMain& form, QWidget* widget, QWidget* panBar) {
+void RegistraComandiWorkspace() {
+  RegistraComandi(kComandi);
+  RegistraComandi(kSenzaFinestra);
+}
+
+void buildCommands(QWidget* widget, QWidget* panBar) {
   auto* window = static_cast<QMainWindow*>(widget);
-  std::array<QMenu*, 3> menus{};
-  for (std::size_t i = 0; i < std::size(kEntries); ++i) addEntry(form, window, menus, i);
-  window->findChild<QAction*>(QStringLiteral("mnuMaxExtension"))->setCheckable(true);
-  for (const KeyCommand& key : kSearchKeys) {
-    auto* shortcut = new QShortcut(QKeySequence(QString::fromLatin1(key.shortcut)), window);
-    platform::onCommand(shortcut, &QShortcut::activated, window,
-                        [&form, key] { form.CercaAncora(key.forward); });
+  const Rows all = Comandi();
+  for (const Comando* menu : rowsOf(all, "")) addMenu(all, *menu, nullptr, window);
+  for (const Comando* row : all) {
+    if (row->menu == nullptr) addKeys(*row, window);
   }
-  for (const BarButton& bar : kBar) addBarButton(window, panBar, bar);
-  static_cast<QHBoxLayout*>(panBar->layout())->addStretch(1);
-  panBar->setFixedHeight(44);
+  buildBar(all, window, panBar);
 }
 
 }  // namespace tavolix

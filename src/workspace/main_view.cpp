@@ -13,7 +13,6 @@
 #include "platform/icons.h"
 #include "platform/push_button.h"
 #include "platform/screen_room.h"
-#include "workspace/frmmain.h"
 
 namespace tavolix {
 namespace {
@@ -147,7 +146,7 @@ void layOutHidden(QWidget* window) {
   window->setAttribute(Qt::WA_DontShowOnScreen, false);
 }
 
-QWidget* buildMainWindow(frmMain& form) {
+QWidget* buildMainWindow() {
   auto* window = new QMainWindow;
   window->resize(designWidth(), kDesignSize.height());
   auto* client = new QWidget(window);
@@ -163,7 +162,7 @@ QWidget* buildMainWindow(frmMain& form) {
   column->addWidget(bottomStrip(client, window->width()));
   window->setCentralWidget(client);
   dateAndTime(window);
-  buildCommands(form, window, panBar);
+  buildCommands(window, panBar);
   window->setWindowIcon(platform::windowIcon(QStringLiteral("tavolix")));
   window->setMinimumSize(kLeastSize);
   layOutHidden(window);

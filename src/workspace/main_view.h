@@ -4,11 +4,9 @@
 
 namespace tavolix {
 
-class frmMain;
-
 // Builds the main window's widgets: menus, button bar, title line, the area of list and form, the
 // strip of the record buttons, the status bar.
-QWidget* buildMainWindow(frmMain& form);
+QWidget* buildMainWindow();
 
 // Pixels that tabs, list and form need beside each other, at most those of the screen.
 int designWidth();
@@ -17,7 +15,9 @@ int designWidth();
 // before anybody sees the window.
 void layOutHidden(QWidget* window);
 
-// Menus and button bar, from the table of commands.
-void buildCommands(frmMain& form, QWidget* window, QWidget* panBar);
+// Adds the main window's own commands to the program's.
+void RegistraComandiWorkspace();
+// Menus and button bar, from the commands of all areas.
+void buildCommands(QWidget* window, QWidget* panBar);
 
 }  // namespace tavolix

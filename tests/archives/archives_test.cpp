@@ -5,7 +5,7 @@
 #include "archives/modmanarc.h"
 #include "core/modmain.h"
 #include "core/program_folder.h"
-#include "platform/form.h"
+#include "core/verbi.h"
 #include "platform/message_box.h"
 
 namespace tavolix {
@@ -32,8 +32,8 @@ class Archives : public ::testing::Test {
     for (int i = 0; i < 2; ++i) MessageBoxSeam::setNextAnswer(platform::kOk);
     path_ = path;
     version_ = 0;
-    const bool opened =
-        bManArc(mode, folder_.path("tvx.ini"), "ManArc", db_, path_, version_, {}, askCode);
+    const bool opened = verbi().ApriArchivio(mode, folder_.path("tvx.ini"), "ManArc", db_, path_,
+                                             version_, {}, askCode);
     QStringList messages;
     for (const auto& shown : MessageBoxSeam::shown()) {
       messages << QStringLiteral("%1 %2 %3").arg(shown.title).arg(shown.style).arg(shown.text);
@@ -188,26 +188,11 @@ TEST_F(Archives, AreMadeReadyForUse) {
   EXPECT_EQ(folder_.found(columns), QString("1"));
 }
 
-// Answers as an archive manager would; with no answer left the user gives up.
-class Manager final : public platform::Form {
- public:
-  explicit Manager(QStringList& answers) : Form("frmManArc"), answers_(answers) {}
-
- private:
-  QWidget* build() override { return new QWidget; }
-  void loaded() override {
-    setProperty("FileName", answers_.isEmpty() ? QString() : answers_.takeFirst());
-    QMetaObject::invokeMethod(
-        this, [this] { Hide(); }, Qt::QueuedConnection);
-  }
-
-  QStringList& answers_;
-};
-
 TEST_F(Archives, AreAskedForUntilOneFitsOrTheUserGivesUp) {
   folder_.outside("UPDATE CFG SET nVal = 2 WHERE dsc = 'DB_VERSION'", "modello.tvx");
   QStringList answers;
-  platform::forms().add("frmManArc", [&] { return std::make_unique<Manager>(answers); });
+  // With no answer left the user gives up.
+  verbi().ScegliArchivio = [&] { return answers.isEmpty() ? QString() : answers.takeFirst(); };
   const std::tuple<int, QString, QStringList, QString, bool> cases[] = {
       {1, "modello.tvx", {"esempio.tvx"}, "esempio.tvx", false},
       {2, "assente.tvx", {"modello.tvx", "esempio.tvx"}, "esempio.tvx", true},
@@ -220,7 +205,7 @@ TEST_F(Archives, AreAskedForUntilOneFitsOrTheUserGivesUp) {
     EXPECT_EQ(told_.isEmpty(), !tells);
     EXPECT_TRUE(answers.isEmpty());
   }
-  platform::forms().clear();
+  verbi().ScegliArchivio = nullptr;
 }
 
 }  // namespace
