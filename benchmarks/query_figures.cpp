@@ -242,7 +242,7 @@ struct Key {
 double secondsToSort(const std::array<Key, 3>& keys) {
   std::chrono::steady_clock::time_point start;
   inForm(
-      kSort, [] { tavolix::FrmMain().mnuOrdina_Click(); },
+      kSort, [] { command("mnuOrdina")->trigger(); },
       [&] {
         for (std::size_t i = 0; i < keys.size(); ++i) {
           choose(kSort, QStringLiteral("cboCampo(%1)").arg(i), QString::fromLatin1(keys[i].field));
