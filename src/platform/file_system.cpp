@@ -12,8 +12,6 @@
 #include <cstdio>
 #include <vector>
 
-#include "store/failure.h"
-
 namespace platform {
 namespace {
 
@@ -34,57 +32,14 @@ class Descriptor final {
   int value_;
 };
 
-QString describe(int number) {
-  switch (number) {
-    case file_failure::kNotFound:
-      return "File non trovato";
-    case file_failure::kExists:
-      return "Il file esiste già";
-    case file_failure::kDiskFull:
-      return "Disco pieno";
-    case file_failure::kDenied:
-      return "Permesso negato";
-    case file_failure::kPathNotFound:
-      return "Percorso non trovato";
-    default:
-      return "Errore di accesso al percorso o al file";
-  }
-}
-
-[[noreturn]] void fail(int number, const QString& given) {
-  throw store::Failure(number, describe(number) + ": " + given);
-}
-
-bool hasFolder(const QString& path) {
-  return !path.isEmpty() && QFileInfo(QFileInfo(path).path()).isDir();
-}
-
-// The failure number of an error number of the system (errno).
-int numberOf(int error, const QString& path) {
-  switch (error) {
-    case ENOENT:
-      return hasFolder(path) ? file_failure::kNotFound : file_failure::kPathNotFound;
-    case ENOTDIR:
-      return file_failure::kPathNotFound;
-    case ENOSPC:
-    case EDQUOT:
-      return file_failure::kDiskFull;
-    case EACCES:
-    case EPERM:
-    case EROFS:
-    case EBUSY:
-    case ETXTBSY:
-      return file_failure::kDenied;
-    default:
-      return file_failure::kAccess;
-  }
-}
+using store::failAtFile;
+using store::fileFailureOf;
 
 // The path of an existing file.
 QString requireFile(const QString& given) {
   QString path = systemPath(given);
-  if (QFileInfo(path).isDir()) fail(file_failure::kAccess, given);
-  if (!QFileInfo::exists(path)) fail(numberOf(ENOENT, path), given);
+  if (QFileInfo(path).isDir()) failAtFile(file_failure::kAccess, given);
+  if (!QFileInfo::exists(path)) failAtFile(fileFailureOf(ENOENT, path), given);
   return path;
 }
 
@@ -145,13 +100,13 @@ int copyInto(int source, const QString& target) {
 void check(const QString& given, int flags, short lock) {
   const QString path = requireFile(given);
   const Descriptor file(path, flags);
-  if (!file.isOpen()) fail(numberOf(errno, path), given);
+  if (!file.isOpen()) failAtFile(fileFailureOf(errno, path), given);
   struct flock query {};
   query.l_type = lock;
   query.l_whence = SEEK_SET;
   // File systems without this kind of lock have nobody to wait for.
   if (::fcntl(file.value(), F_OFD_GETLK, &query) == 0 && query.l_type != F_UNLCK) {
-    fail(file_failure::kDenied, given);
+    failAtFile(file_failure::kDenied, given);
   }
 }
 
@@ -168,7 +123,7 @@ bool folderExists(const QString& path) {
 
 qint64 fileLength(const QString& path) {
   const QFileInfo info(systemPath(path));
-  if (!info.exists() || info.isDir()) fail(file_failure::kNotFound, path);
+  if (!info.exists() || info.isDir()) failAtFile(file_failure::kNotFound, path);
   return info.size();
 }
 
@@ -184,41 +139,42 @@ QStringList listFiles(const QString& pattern) {
 void copyFile(const QString& from, const QString& to) {
   const QString source = requireFile(from);
   const Descriptor in(source, O_RDONLY);
-  if (!in.isOpen()) fail(numberOf(errno, source), from);
+  if (!in.isOpen()) failAtFile(fileFailureOf(errno, source), from);
   const QString target = systemPath(to);
   const QFileInfo old(target);
-  if (target.isEmpty()) fail(file_failure::kPathNotFound, to);
-  if (old.isDir()) fail(file_failure::kAccess, to);
+  if (target.isEmpty()) failAtFile(file_failure::kPathNotFound, to);
+  if (old.isDir()) failAtFile(file_failure::kAccess, to);
   if (old.exists() && (!old.isWritable() || old == QFileInfo(source))) {
-    fail(file_failure::kDenied, to);
+    failAtFile(file_failure::kDenied, to);
   }
   // A device takes the bytes itself.
   const int error = old.exists() && !old.isFile()
                         ? copyBytes(in.value(), target)
                         : copyInto(in.value(), old.exists() ? old.canonicalFilePath() : target);
-  if (error != 0) fail(numberOf(error, target), to);
+  if (error != 0) failAtFile(fileFailureOf(error, target), to);
 }
 
 void deleteFile(const QString& path) {
   const QString file = requireFile(path);
-  if (::unlink(QFile::encodeName(file).constData()) != 0) fail(numberOf(errno, file), path);
+  if (::unlink(QFile::encodeName(file).constData()) != 0)
+    failAtFile(fileFailureOf(errno, file), path);
 }
 
 void renameFile(const QString& from, const QString& to) {
   const QString source = systemPath(from);
-  if (!QFileInfo::exists(source)) fail(numberOf(ENOENT, source), from);
+  if (!QFileInfo::exists(source)) failAtFile(fileFailureOf(ENOENT, source), from);
   const QString target = systemPath(to);
-  if (target.isEmpty()) fail(file_failure::kPathNotFound, to);
+  if (target.isEmpty()) failAtFile(file_failure::kPathNotFound, to);
   const QString spelled = QFileInfo(target).dir().filePath(QFileInfo(fullPath(to)).fileName());
   if (QFileInfo::exists(spelled) || (QFileInfo::exists(target) && target != source)) {
-    fail(file_failure::kExists, to);
+    failAtFile(file_failure::kExists, to);
   }
   const int error = renamePath(source, spelled);
   if (error == EXDEV && QFileInfo(source).isFile()) {
     copyFile(from, to);
     deleteFile(from);
   } else if (error != 0) {
-    fail(numberOf(error, spelled), to);
+    failAtFile(fileFailureOf(error, spelled), to);
   }
 }
 
@@ -226,7 +182,7 @@ void createFolder(const QString& path) {
   const QString folder = systemPath(path);
   if (::mkdir(QFile::encodeName(folder).constData(), 0777) == 0) return;
   const bool noParent = errno == ENOENT || errno == ENOTDIR;
-  fail(noParent ? file_failure::kPathNotFound : numberOf(errno, folder), path);
+  failAtFile(noParent ? file_failure::kPathNotFound : fileFailureOf(errno, folder), path);
 }
 
 void checkReadable(const QString& path) {

@@ -4,18 +4,12 @@
 #include <QStringList>
 
 #include "platform/system_path.h"
+#include "store/file_failure.h"
 
 namespace platform {
 
 // Numbers of the failures (store::Failure) of file operations.
-namespace file_failure {
-inline constexpr int kNotFound = 53;
-inline constexpr int kExists = 58;
-inline constexpr int kDiskFull = 61;
-inline constexpr int kDenied = 70;
-inline constexpr int kAccess = 75;
-inline constexpr int kPathNotFound = 76;
-}  // namespace file_failure
+namespace file_failure = store::file_failure;
 
 // All paths below are taken "as given" and go through systemPath first.
 

@@ -11,26 +11,16 @@
 #include "store/connection.h"
 #include "store/database.h"
 #include "store/page_checksum.h"
+#include "store/write_anew.h"
 
 namespace store {
 namespace {
-
-constexpr qint64 kHeader = 100;
-constexpr int kPageSizeAt = 16;
-
-const uchar* bytesOf(const QByteArray& data) {
-  return reinterpret_cast<const uchar*>(data.constData());
-}
 
 [[noreturn]] void unreadable(const QString& path) {
   throw Failure(failure::kDiskError, QStringLiteral("Impossibile leggere il file %1").arg(path));
 }
 
-// The header's 1 stands for 65,536 bytes.
-qint64 pageSizeIn(const QByteArray& header) {
-  const qint64 size = bytesOf(header)[kPageSizeAt] << 8 | bytesOf(header)[kPageSizeAt + 1];
-  return size == 1 ? 65536 : size;
-}
+constexpr int kStepsACall = 10000;
 
 void flushToDisk(const QString& path) {
   QFile file(path);
@@ -47,25 +37,54 @@ PageReport VerifyPages(const QString& path, const Progress& progress) {
     throw Failure(failure::kFileNotFound, QStringLiteral("File %1 non trovato").arg(path));
   }
   if (!file.open(QIODevice::ReadOnly)) unreadable(path);
-  PageReport report;
-  const QByteArray header = file.peek(kHeader);
-  report.hasChecksums = header.size() == kHeader && saysChecksums(bytesOf(header));
-  if (!report.hasChecksums) return report;
-  const qint64 size = pageSizeIn(header);
+  PageScan scan;
   const qint64 total = file.size();
-  for (qint64 done = 0; size > kChecksumBytes && done < total; done += size) {
+  for (qint64 done = 0; done < total && (done == 0 || scan.report().hasChecksums);) {
     if (progress && !progress(done, total)) {
+      PageReport report = scan.report();
       report.isComplete = false;
       return report;
     }
-    const QByteArray page = file.read(size);
-    if (page.isEmpty()) unreadable(path);
-    const qint64 number = done / size + 1;
-    if (page.size() != size || !isWholePage(bytesOf(page), size, number)) {
-      report.damaged.push_back(number);
-    }
+    const QByteArray piece = file.read(PageScan::kPiece);
+    if (piece.isEmpty()) unreadable(path);
+    scan.take(piece.constData(), piece.size());
+    done += piece.size();
   }
-  return report;
+  return scan.report();
+}
+
+void writeAnew(const QString& source, const QString& target, const std::function<bool()>& goesOn) {
+  const DatabasePtr archive = OpenDatabase(source);
+  Connection connection(archive->Name(), SQLite::OPEN_READWRITE | SQLite::OPEN_URI);
+  sqlite3* const handle = connection.database().getHandle();
+  sqlite3_limit(handle, SQLITE_LIMIT_ATTACHED, 1);
+  reserveChecksums(handle);
+  // In place of the limit of a query's steps.
+  auto callback = [](void* wanted) {
+    const auto& ask = *static_cast<const std::function<bool()>*>(wanted);
+    return ask && !ask() ? 1 : 0;
+  };
+  sqlite3_progress_handler(handle, kStepsACall, callback,
+                           const_cast<void*>(static_cast<const void*>(&goesOn)));
+  const QByteArray uri = QUrl::fromLocalFile(target).toEncoded() + "?checksums=1";
+  SQLite::Statement copy(connection.database(), "VACUUM INTO ?");
+  copy.bind(1, uri.toStdString());
+  const int code = copy.tryExecuteStep();
+  if (code == SQLITE_INTERRUPT) interrupted();
+  // The engine does not say of a disk's error that it was a page.
+  if (code == SQLITE_IOERR && !VerifyPages(archive->Name()).damaged.empty()) {
+    throw Failure(failure::kPageDamaged,
+                  QStringLiteral("L'archivio %1 e' danneggiato: occorre ripararlo").arg(source));
+  }
+  if (code != SQLITE_DONE) throwFailure(SQLite::Exception(handle, code));
+}
+
+void verifyAnew(const QString& path, const Progress& progress) {
+  const PageReport report = VerifyPages(path, progress);
+  if (!report.isComplete) interrupted();
+  if (report.hasChecksums && report.damaged.empty()) return;
+  throw Failure(failure::kPageDamaged,
+                QStringLiteral("Il file %1 non e' stato scritto per intero").arg(path));
 }
 
 void CompactDatabase(const QString& source, const QString& target) {
@@ -73,24 +92,10 @@ void CompactDatabase(const QString& source, const QString& target) {
   if (QFileInfo::exists(full)) {
     throw Failure(failure::kFileExists, QStringLiteral("Il file %1 esiste gia'").arg(target));
   }
-  const DatabasePtr archive = OpenDatabase(source);
   auto unfinished = qScopeGuard([&] { QFile::remove(full); });
-  guarded([&] {
-    Connection connection(archive->Name(), SQLite::OPEN_READWRITE | SQLite::OPEN_URI);
-    sqlite3* const handle = connection.database().getHandle();
-    sqlite3_limit(handle, SQLITE_LIMIT_ATTACHED, 1);
-    reserveChecksums(handle);
-    const QByteArray uri = QUrl::fromLocalFile(full).toEncoded() + "?checksums=1";
-    SQLite::Statement copy(connection.database(), "VACUUM INTO ?");
-    copy.bind(1, uri.toStdString());
-    copy.exec();
-  });
+  guarded([&] { writeAnew(source, full, {}); });
   flushToDisk(full);
-  const PageReport report = VerifyPages(full);
-  if (!report.hasChecksums || !report.damaged.empty()) {
-    throw Failure(failure::kPageDamaged,
-                  QStringLiteral("Il file %1 non e' stato scritto per intero").arg(target));
-  }
+  verifyAnew(full, {});
   unfinished.dismiss();
 }
 

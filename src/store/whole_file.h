@@ -1,19 +1,12 @@
 #pragma once
 
 #include <QString>
-#include <functional>
-#include <vector>
+
+#include "store/page_scan.h"
+#include "store/progress.h"
 
 namespace store {
 
-// Called with bytes done and bytes in all; false breaks the work off.
-using Progress = std::function<bool(qint64 done, qint64 total)>;
-
-struct PageReport {
-  bool hasChecksums = false;
-  bool isComplete = true;       // false if it was broken off
-  std::vector<qint64> damaged;  // numbers of pages from 1
-};
 // Reads all pages of an archive that this process does not have open (closing the file gives up the
 // locks on it). Fails with 3024 (no such file), 3043 (cannot be read).
 PageReport VerifyPages(const QString& path, const Progress& progress = {});
