@@ -41,9 +41,9 @@ void frmBasic::tim_Timer() {
 }
 
 void RegistraFormAssist() {
-  platform::forms().add(QStringLiteral("frmBasic"), [] { return std::make_unique<frmBasic>(); });
+  platform::forms().add<frmBasic>(QStringLiteral("frmBasic"));
   const auto basic = []() -> frmBasic& {
-    return static_cast<frmBasic&>(platform::forms()[QStringLiteral("frmBasic")]);
+    return platform::forms().as<frmBasic>(QStringLiteral("frmBasic"));
   };
   verbi().Lampeggia = [basic](QWidget* controllo, int colore, int millisecondi) {
     basic().StartFlash(controllo, colore, millisecondi);

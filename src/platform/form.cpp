@@ -1,21 +1,36 @@
 #include "platform/form.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QEventLoop>
 #include <QKeyEvent>
+#include <QPushButton>
 #include <QWindow>
 #include <algorithm>
 #include <cmath>
 
 #include "platform/commands.h"
 #include "platform/handlers.h"
+#include "platform/icons.h"
 #include "platform/key_handover.h"
 #include "platform/key_sender.h"
 #include "store/failure.h"
 
 namespace platform {
+namespace {
+
+// In a cell of a list that is being typed into.
+bool isInCell(const QWidget* widget) {
+  if (widget != nullptr) widget = widget->parentWidget();
+  while (widget != nullptr && qobject_cast<const QAbstractItemView*>(widget) == nullptr) {
+    widget = widget->parentWidget();
+  }
+  return widget != nullptr;
+}
+
+}  // namespace
 
 // A click may just have made a window active that has no input.
 QWidget* windowInFront() {
@@ -23,7 +38,7 @@ QWidget* windowInFront() {
   return modal != nullptr ? modal : QApplication::activeWindow();
 }
 
-Form::Form(const QString& name) {
+Form::Form(const QString& name, const Dialog& dialog) : dialog_(dialog) {
   setObjectName(name);
 }
 
@@ -31,6 +46,7 @@ Form::~Form() {
   if (window_) {
     qApp->removeEventFilter(this);
     delete window_;
+    Q_EMIT windowGone();
   }
 }
 
@@ -40,15 +56,16 @@ void Form::Load() {
   if (window_) return;
   QWidget* window = build();
   window->setObjectName(Name());
+  if (*dialog_.title != '\0') window->setWindowTitle(QString::fromUtf8(dialog_.title));
+  if (*dialog_.icon != '\0') window->setWindowIcon(windowIcon(QString::fromLatin1(dialog_.icon)));
   window_ = window;
   // The form sees keys before its controls do, wherever the focus is.
   qApp->installEventFilter(this);
   loaded();
 }
 
-bool Form::Unload() {
-  if (!window_) return true;
-  if (!queryUnload()) return false;
+void Form::Unload() {
+  if (!window_) return;
   qApp->removeEventFilter(this);
   window_->hide();
   // The window may be the sender of the event that is being handled.
@@ -59,7 +76,7 @@ bool Form::Unload() {
   if (window->parentWidget() != nullptr) window->setParent(nullptr);
   window->deleteLater();
   unloaded();
-  return true;
+  Q_EMIT windowGone();
 }
 
 QWidget* Form::Window() {
@@ -149,6 +166,13 @@ bool Form::keyDown(int, Qt::KeyboardModifiers) {
   return false;
 }
 
+bool Form::queryUnload() {
+  const char* button = *dialog_.box != '\0' ? dialog_.box : dialog_.escape;
+  if (*button == '\0') return true;
+  control<QAbstractButton>(QString::fromLatin1(button))->click();
+  return false;
+}
+
 // A key goes to the form whose window holds the focus: the nearest one above the control.
 bool Form::watchesKey(QObject* watched) const {
   auto* widget = qobject_cast<QWidget*>(watched);
@@ -184,8 +208,19 @@ bool Form::takesShortcut(QKeyEvent& key) {
 
 bool Form::pressKey(QKeyEvent& key) {
   QAbstractButton* button = key.modifiers() == Qt::AltModifier ? buttonOf(*window_, key) : nullptr;
-  if (button == nullptr) return keyDown(key.key(), key.modifiers());
+  if (button == nullptr) return pressDialogKey(key.key()) || keyDown(key.key(), key.modifiers());
   button->click();
+  return true;
+}
+
+bool Form::pressDialogKey(int key) {
+  const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
+  const char* name = enter ? dialog_.enter : dialog_.escape;
+  if (*name == '\0' || !(enter || key == Qt::Key_Escape)) return false;
+  if (isInCell(QApplication::focusWidget())) return false;
+  QAbstractButton* focused =
+      enter ? qobject_cast<QPushButton*>(QApplication::focusWidget()) : nullptr;
+  (focused != nullptr ? focused : control<QAbstractButton>(QString::fromLatin1(name)))->click();
   return true;
 }
 
@@ -213,7 +248,11 @@ bool Form::filtered(QObject* watched, QEvent& event) {
 
 // The answer may show a dialog: the close event must be over before.
 void Form::closeByBox() {
-  const auto close = [this] { runCommand([this] { Unload(); }); };
+  const auto close = [this] {
+    runCommand([this] {
+      if (queryUnload()) Unload();
+    });
+  };
   QMetaObject::invokeMethod(this, close, Qt::QueuedConnection);
 }
 

@@ -21,21 +21,30 @@ inline constexpr int kTwipsPerPixel = 15;
 int toPixels(int twips);  // to the nearest pixel
 int toTwips(int pixels);
 
+// The window of a dialog, and the buttons that keys and box press for the user.
+struct Dialog {
+  const char* title = "";
+  const char* icon = "";
+  const char* enter = "";   // pressed by Enter, unless another button has the focus
+  const char* escape = "";  // by Escape, but not in a cell that is being typed into
+  const char* box = "";     // by the window's box; without one, that of Escape
+};
+
 // A window known by its name. The object exists from the first touch, its widgets from Load: the
 // first use of a control, or the first showing. A class derived from it builds its widgets in
 // build(), gives each control its name as objectName, and keeps no other state in Qt objects.
 class Form : public QObject {
   Q_OBJECT
  public:
-  explicit Form(const QString& name);
+  explicit Form(const QString& name, const Dialog& dialog = {});
   ~Form() override;
 
   QString Name() const { return objectName(); }
   bool IsLoaded() const { return window_ != nullptr; }
   // Creates the window, hidden. Nothing happens if it is there.
   void Load();
-  // Asks queryUnload, then destroys the window; the form object stays. True if unloaded.
-  bool Unload();
+  // Destroys the window; the form object stays.
+  void Unload();
   QWidget* Window();  // loads
 
   void Show();                 // modeless
@@ -57,6 +66,9 @@ class Form : public QObject {
   }
   QObject* Part(const QString& name);
 
+ Q_SIGNALS:
+  void windowGone();
+
  protected:
   // Loads the form that this one stands in, whose loading may load this one in turn.
   virtual void loadOwner() {}
@@ -66,9 +78,11 @@ class Form : public QObject {
   virtual void unloaded() {}   // the window is gone
   virtual void activated() {}  // the window has come to the front, from another form's or anew
   virtual void resized() {}
-  // The user closes the window by its box: true lets it go (it is unloaded).
-  virtual bool queryUnload() { return true; }
-  // A key pressed in the window, seen before the control that has the focus.
+  // The user closes the window by its box: true lets it go (it is unloaded). By itself presses the
+  // button that the dialog has for it, if any.
+  virtual bool queryUnload();
+  // A key pressed in the window that none of the dialog's buttons takes, seen before the control
+  // that has the focus.
   // True if the key has been used up.
   virtual bool keyDown(int key, Qt::KeyboardModifiers modifiers);
   // True for a key that keyDown is to get even where it is a shortcut of the window.
@@ -84,6 +98,7 @@ class Form : public QObject {
   bool watchesKey(QObject* watched) const;
   bool takesShortcut(QKeyEvent& key);
   bool pressKey(QKeyEvent& key);
+  bool pressDialogKey(int key);
   void belongTo(Form* owner);
   void standOver(const QWidget& front);
   static QPointer<QWidget>& inFront();
@@ -98,6 +113,7 @@ class Form : public QObject {
 
   QObject* find(const QString& name);
 
+  Dialog dialog_;
   QPointer<QWidget> window_;
   QHash<QString, QPointer<QObject>> found_;  // by name, so that each is searched for once
 };
@@ -106,7 +122,16 @@ class Form : public QObject {
 class Forms final {
  public:
   void add(const QString& name, std::function<std::unique_ptr<Form>()> make);
+  template <typename F>
+  void add(const QString& name) {
+    add(name, [] { return std::make_unique<F>(); });
+  }
   Form& operator[](const QString& name);  // failure 3265 for an unknown name
+  // The same as what it was added as.
+  template <typename F>
+  F& as(const QString& name) {
+    return static_cast<F&>((*this)[name]);
+  }
   bool has(const QString& name) const;
   bool isLoaded(const QString& name) const;
   bool isFormWindow(const QWidget* widget) const;

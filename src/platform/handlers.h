@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAbstractButton>
 #include <QObject>
 #include <functional>
 #include <tuple>
@@ -88,6 +89,13 @@ template <typename Sender, typename Signal, typename F, typename... A>
 void onSignal(Sender* sender, Signal signal, F* form, void (F::*procedure)(A...)) {
   onSignal(sender, signal, static_cast<QObject*>(form),
            [form, procedure](A... arguments) { (form->*procedure)(arguments...); });
+}
+
+// Connects a button of a form, known by its name, to a command of the form.
+template <typename F, typename Handler>
+void onClick(F* form, const char* button, Handler handler) {
+  onCommand(form->template control<QAbstractButton>(QString::fromLatin1(button)),
+            &QAbstractButton::clicked, form, handler);
 }
 
 }  // namespace platform

@@ -12,14 +12,13 @@
 namespace tavolix {
 namespace {
 
-platform::Form& form(const char* name) {
-  return platform::forms()[QString::fromLatin1(name)];
-}
+using platform::forms;
+
 platform::Form& FormMain() {
-  return form("frmMain");
+  return forms()[QStringLiteral("frmMain")];
 }
 frmTrova& FormTrova() {
-  return static_cast<frmTrova&>(form("frmTrova"));
+  return forms().as<frmTrova>(QStringLiteral("frmTrova"));
 }
 
 // In the corner below the record, where it hides neither the list nor what is found. Where the
@@ -36,10 +35,10 @@ void placeBelowForm(platform::Form& form, const QWidget& main) {
 void mnuModFiltra_Click() {
   Puntatore(kClessidra);
   verbi().Salva();
-  auto& frmFiltro = static_cast<tavolix::frmFiltro&>(form("frmFiltro"));
-  frmFiltro.Carica();
+  auto& form = forms().as<frmFiltro>(QStringLiteral("frmFiltro"));
+  form.Carica();
   Puntatore(kPuntatoreNormale);
-  frmFiltro.ShowModal(&FormMain());
+  form.ShowModal(&FormMain());
   FormMain().Show();
   verbi().AbilitazionePannello();
 }
@@ -92,7 +91,7 @@ void followCollection() {
 
 void mnuOrdina_Click() {
   verbi().Salva();
-  form("frmOrdina").ShowModal(&FormMain());
+  forms()[QStringLiteral("frmOrdina")].ShowModal(&FormMain());
   FormMain().Show();
 }
 

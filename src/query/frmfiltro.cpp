@@ -1,6 +1,5 @@
 #include "query/frmfiltro.h"
 
-#include <QApplication>
 #include <QComboBox>
 #include <QDialog>
 #include <QGridLayout>
@@ -9,13 +8,13 @@
 #include <QScopeGuard>
 #include <QSignalBlocker>
 
+#include "core/dialogo.h"
 #include "core/modcuore.h"
 #include "core/modmain.h"
 #include "core/modutil.h"
 #include "model/raccolte.h"
 #include "platform/drop_down.h"
 #include "platform/handlers.h"
-#include "platform/icons.h"
 #include "platform/push_button.h"
 #include "platform/screen_reader.h"
 #include "platform/screen_room.h"
@@ -44,13 +43,14 @@ QHBoxLayout* newButtons(QWidget* window) {
 
 }  // namespace
 
-frmFiltro::frmFiltro() : platform::Form(QStringLiteral("frmFiltro")) {}
+frmFiltro::frmFiltro()
+    : platform::Form(
+          QStringLiteral("frmFiltro"),
+          {.title = "Filtro", .icon = "filtra", .enter = "cmdFiltro", .escape = "cmdEsci"}) {}
 frmFiltro::~frmFiltro() = default;
 
 QWidget* frmFiltro::build() {
   auto* window = new QDialog;
-  window->setWindowTitle(QStringLiteral("Filtro"));
-  window->setWindowIcon(platform::windowIcon(QStringLiteral("filtra")));
   auto* grid = new QGridLayout;
   const std::pair<Colonna, const char*> heads[] = {
       {kCampo, "Campo"}, {kCondizione, "Condizione"}, {kValore, "Valore"}};
@@ -98,22 +98,13 @@ QComboBox& frmFiltro::cboAltro(int iRiga) {
 }
 
 void frmFiltro::loaded() {
-  RegistraForm(*this);
+  PreparaDialogo(*this);
   iRaccolta_ = -1;
   for (int i = 0; i < kRighe; ++i) connectRow(i);
-  const auto press = [this](const char* name, const std::function<void()>& action) {
-    platform::onCommand(control<QPushButton>(QString::fromLatin1(name)), &QPushButton::clicked,
-                        this, action);
-  };
-  press("cmdFiltro", [this] { cmdFiltro_Click(); });
-  press("cmdAnnulla", [this] { applica({}); });
-  press("cmdEsci", [this] { Hide(); });
-  CollegaAiuto(*control<QPushButton>(QStringLiteral("cmdAiuto")));
+  platform::onClick(this, "cmdFiltro", &frmFiltro::cmdFiltro_Click);
+  platform::onClick(this, "cmdAnnulla", [this] { applica({}); });
+  platform::onClick(this, "cmdEsci", [this] { Hide(); });
   focus_.watch(Window());
-}
-
-void frmFiltro::unloaded() {
-  DeregistraForm(*this);
 }
 
 // The focus goes on where a row was taken from an open list; keys that go through the rows of a
@@ -212,31 +203,12 @@ void frmFiltro::applica(const QString& sFiltro) {
 }
 
 bool frmFiltro::keyDown(int key, Qt::KeyboardModifiers) {
-  if (key == Qt::Key_Escape) {
-    Hide();
-    return true;
-  }
-  if (key == Qt::Key_Return || key == Qt::Key_Enter) {
-    auto* button = qobject_cast<QPushButton*>(QApplication::focusWidget());
-    if (button != nullptr) {
-      button->click();
-    } else {
-      cmdFiltro_Click();
-    }
-    return true;
-  }
   EntryFocus::openList(key);
   return false;
 }
 
-// The window's box leaves the filter as it is, like the button.
-bool frmFiltro::queryUnload() {
-  Hide();
-  return false;
-}
-
 void RegistraFormFiltro() {
-  platform::forms().add(QStringLiteral("frmFiltro"), [] { return std::make_unique<frmFiltro>(); });
+  platform::forms().add<frmFiltro>(QStringLiteral("frmFiltro"));
 }
 
 }  // namespace tavolix

@@ -28,8 +28,6 @@ class frmFiltro final : public platform::Form {
 
   QWidget* build() override;
   void loaded() override;
-  void unloaded() override;
-  bool queryUnload() override;
   bool keyDown(int key, Qt::KeyboardModifiers modifiers) override;
 
   void buildRow(int iRiga, QWidget* window);

@@ -1,6 +1,5 @@
 #include "query/frmordina.h"
 
-#include <QApplication>
 #include <QComboBox>
 #include <QDialog>
 #include <QFormLayout>
@@ -8,13 +7,13 @@
 #include <QPushButton>
 #include <QRadioButton>
 
+#include "core/dialogo.h"
 #include "core/modcuore.h"
 #include "core/modutil.h"
 #include "model/raccolte.h"
 #include "platform/data_grid.h"
 #include "platform/drop_down.h"
 #include "platform/handlers.h"
-#include "platform/icons.h"
 #include "platform/option_button.h"
 #include "platform/push_button.h"
 
@@ -73,12 +72,14 @@ QString sClausolaOrdine(const QStringList& campi, bool bDecrescente) {
   return clausola;
 }
 
-frmOrdina::frmOrdina() : platform::Form(QStringLiteral("frmOrdina")) {}
+frmOrdina::frmOrdina()
+    : platform::Form(QStringLiteral("frmOrdina"), {.title = "Ordine elenco",
+                                                   .icon = "ordina",
+                                                   .enter = "cmdElabora",
+                                                   .escape = "cmdEsci"}) {}
 
 QWidget* frmOrdina::build() {
   auto* window = new QDialog;
-  window->setWindowTitle(QStringLiteral("Ordine elenco"));
-  window->setWindowIcon(platform::windowIcon(QStringLiteral("ordina")));
   auto* form = new QFormLayout;
   for (int i = 0; i < kCampiOrdine; ++i) {
     auto* combo = new platform::DropDown(window);
@@ -102,7 +103,7 @@ QComboBox& frmOrdina::cboCampo(int indice) {
 }
 
 void frmOrdina::loaded() {
-  RegistraForm(*this);
+  PreparaDialogo(*this);
   for (int i = 0; i < kCampiOrdine; ++i) {
     cboCampo(i).addItem({}, QString());
     for (int column = 0; column < elenco().ColumnCount(); ++column) {
@@ -110,21 +111,12 @@ void frmOrdina::loaded() {
       cboCampo(i).addItem(shown.caption, shown.dataField);
     }
   }
-  const auto press = [this](const char* name, const std::function<void()>& action) {
-    platform::onCommand(control<QPushButton>(QString::fromLatin1(name)), &QPushButton::clicked,
-                        this, action);
-  };
-  press("cmdElabora", [this] { cmdElabora_Click(); });
-  press("cmdEsci", [this] { Unload(); });
-  CollegaAiuto(*control<QPushButton>(QStringLiteral("cmdAiuto")));
+  platform::onClick(this, "cmdElabora", &frmOrdina::cmdElabora_Click);
+  platform::onClick(this, "cmdEsci", [this] { Unload(); });
   // The tips have no window yet.
   Control(QStringLiteral("cmdIdea"))->setEnabled(platform::forms().has(QStringLiteral("frmSin")));
   focus_.watch(Window());
   cboCampo(0).setFocus();
-}
-
-void frmOrdina::unloaded() {
-  DeregistraForm(*this);
 }
 
 void frmOrdina::cmdElabora_Click() {
@@ -136,23 +128,8 @@ void frmOrdina::cmdElabora_Click() {
   Unload();
 }
 
-bool frmOrdina::keyDown(int key, Qt::KeyboardModifiers) {
-  if (key == Qt::Key_Escape) {
-    Unload();
-    return true;
-  }
-  if (key != Qt::Key_Return && key != Qt::Key_Enter) return false;
-  auto* button = qobject_cast<QPushButton*>(QApplication::focusWidget());
-  if (button != nullptr) {
-    button->click();
-  } else {
-    cmdElabora_Click();
-  }
-  return true;
-}
-
 void RegistraFormOrdina() {
-  platform::forms().add(QStringLiteral("frmOrdina"), [] { return std::make_unique<frmOrdina>(); });
+  platform::forms().add<frmOrdina>(QStringLiteral("frmOrdina"));
 }
 
 }  // namespace tavolix

@@ -17,8 +17,6 @@ class frmOrdina final : public platform::Form {
  private:
   QWidget* build() override;
   void loaded() override;
-  void unloaded() override;
-  bool keyDown(int key, Qt::KeyboardModifiers modifiers) override;
 
   QComboBox& cboCampo(int indice);
   void cmdElabora_Click();

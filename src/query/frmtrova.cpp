@@ -9,6 +9,7 @@
 #include <QRadioButton>
 #include <QSet>
 
+#include "core/dialogo.h"
 #include "core/errore.h"
 #include "core/modcuore.h"
 #include "core/modmain.h"
@@ -18,7 +19,6 @@
 #include "platform/data_control.h"
 #include "platform/drop_down.h"
 #include "platform/handlers.h"
-#include "platform/icons.h"
 #include "query/trova_view.h"
 
 namespace tavolix {
@@ -42,7 +42,10 @@ QSet<qint64> parentsOf(const tRaccolta& sub, const QString& condition) {
 
 }  // namespace
 
-frmTrova::frmTrova() : platform::Form(QStringLiteral("frmTrova")) {}
+frmTrova::frmTrova()
+    : platform::Form(
+          QStringLiteral("frmTrova"),
+          {.title = "Trova", .icon = "trova", .enter = "cmdSuccessivo", .escape = "cmdEsci"}) {}
 frmTrova::~frmTrova() = default;
 
 QWidget* frmTrova::build() {
@@ -57,27 +60,21 @@ QWidget* frmTrova::build() {
 }
 
 void frmTrova::loaded() {
-  RegistraForm(*this);
+  PreparaDialogo(*this);
   connectControls();
   focus_.watch(Window());
 }
 
 void frmTrova::unloaded() {
   closeChildren();
-  DeregistraForm(*this);
 }
 
 void frmTrova::connectControls() {
-  const auto press = [this](const char* name, const std::function<void()>& action) {
-    platform::onCommand(control<QPushButton>(QString::fromLatin1(name)), &QPushButton::clicked,
-                        this, action);
-  };
-  press("CSCmdBtn1", [this] { Cerca(kPrimo); });
-  press("cmdPrecedente", [this] { Cerca(kPrecedente); });
-  press("cmdSuccessivo", [this] { Cerca(kSuccessivo); });
-  press("CSCmdBtn2", [this] { Cerca(kUltimo); });
-  press("cmdEsci", [this] { Hide(); });
-  CollegaAiuto(*control<QPushButton>(QStringLiteral("cmdAiuto")));
+  platform::onClick(this, "CSCmdBtn1", [this] { Cerca(kPrimo); });
+  platform::onClick(this, "cmdPrecedente", [this] { Cerca(kPrecedente); });
+  platform::onClick(this, "cmdSuccessivo", [this] { Cerca(kSuccessivo); });
+  platform::onClick(this, "CSCmdBtn2", [this] { Cerca(kUltimo); });
+  platform::onClick(this, "cmdEsci", [this] { Hide(); });
   platform::onCommand(control<QRadioButton>(QStringLiteral("optRac")), &QRadioButton::clicked, this,
                       [this] { Carica(false); });
   platform::onCommand(control<QRadioButton>(QStringLiteral("optSubRac")), &QRadioButton::clicked,
@@ -229,34 +226,13 @@ void frmTrova::showChild() {
 }
 
 bool frmTrova::keyDown(int key, Qt::KeyboardModifiers modifiers) {
-  if (key == Qt::Key_F3) {
-    Cerca(modifiers.testFlag(Qt::ShiftModifier) ? kPrecedente : kSuccessivo);
-    return true;
-  }
-  if (key == Qt::Key_Escape) {
-    Hide();
-    return true;
-  }
-  if (key == Qt::Key_Return || key == Qt::Key_Enter) {
-    auto* button = qobject_cast<QPushButton*>(QApplication::focusWidget());
-    if (button != nullptr) {
-      button->click();
-    } else {
-      runCommand([this] { Cerca(kSuccessivo); });
-    }
-    return true;
-  }
-  return false;
-}
-
-// The window's box hides it, like the button.
-bool frmTrova::queryUnload() {
-  Hide();
-  return false;
+  if (key != Qt::Key_F3) return false;
+  Cerca(modifiers.testFlag(Qt::ShiftModifier) ? kPrecedente : kSuccessivo);
+  return true;
 }
 
 void RegistraFormTrova() {
-  platform::forms().add(QStringLiteral("frmTrova"), [] { return std::make_unique<frmTrova>(); });
+  platform::forms().add<frmTrova>(QStringLiteral("frmTrova"));
 }
 
 }  // namespace tavolix

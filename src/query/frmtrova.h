@@ -30,7 +30,6 @@ class frmTrova final : public platform::Form {
   QWidget* build() override;
   void loaded() override;
   void unloaded() override;
-  bool queryUnload() override;
   bool keyDown(int key, Qt::KeyboardModifiers modifiers) override;
 
   void connectControls();

@@ -7,7 +7,6 @@
 #include <span>
 
 #include "platform/drop_down.h"
-#include "platform/icons.h"
 #include "platform/option_button.h"
 #include "platform/push_button.h"
 #include "platform/screen_reader.h"
@@ -47,8 +46,6 @@ QVBoxLayout* columnOf(const QWidget& window) {
 }  // namespace
 
 void addWhere(QWidget& window) {
-  window.setWindowTitle(QStringLiteral("Trova"));
-  window.setWindowIcon(platform::windowIcon(QStringLiteral("trova")));
   auto* column = new QVBoxLayout(&window);
   auto* where = new QGroupBox(QStringLiteral("Dove cercare:"), &window);
   auto* options = new QVBoxLayout(where);

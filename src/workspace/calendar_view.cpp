@@ -10,7 +10,6 @@
 
 #include "core/modutil.h"
 #include "platform/drop_down.h"
-#include "platform/icons.h"
 #include "platform/push_button.h"
 #include "workspace/calendario.h"
 
@@ -117,8 +116,6 @@ void DayCell::mouseDoubleClickEvent(QMouseEvent* event) {
 QWidget* buildCalendarWindow() {
   auto* window = new QDialog(nullptr, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
                                           Qt::WindowCloseButtonHint);
-  window->setWindowTitle(QStringLiteral("Calendario"));
-  window->setWindowIcon(platform::windowIcon(QStringLiteral("calendario")));
   auto* column = new QVBoxLayout(window);
   column->setSizeConstraint(QLayout::SetFixedSize);
   auto* head = new QHBoxLayout;

@@ -7,6 +7,7 @@
 #include <QScopedValueRollback>
 #include <QScreen>
 
+#include "core/dialogo.h"
 #include "core/modutil.h"
 #include "core/verbi.h"
 #include "platform/clock.h"
@@ -50,7 +51,10 @@ void setMark(QLabel& cell, bool marked) {
 
 }  // namespace
 
-frmCalendario::frmCalendario() : platform::Form(kCalendario) {}
+frmCalendario::frmCalendario()
+    : platform::Form(
+          kCalendario,
+          {.title = "Calendario", .icon = "calendario", .enter = "cmdOK", .escape = "Command1"}) {}
 
 QWidget* frmCalendario::build() {
   return buildCalendarWindow();
@@ -85,7 +89,7 @@ bool frmCalendario::isLocked() {
 }
 
 void frmCalendario::loaded() {
-  RegistraForm(*this);
+  PreparaDialogo(*this);
   CaricaMesi(*control<QComboBox>(QStringLiteral("cboMese")));
   CaricaAnni(*control<QComboBox>(QStringLiteral("cboAnno")));
   show(oggi());
@@ -94,18 +98,14 @@ void frmCalendario::loaded() {
 
 void frmCalendario::unloaded() {
   bIncorniciata_ = false;
-  DeregistraForm(*this);
 }
 
 void frmCalendario::connectControls() {
-  const auto press = [this](const char* name, auto action) {
-    platform::onCommand(control<QPushButton>(text(name)), &QPushButton::clicked, this, action);
-  };
-  press("cmdIndietro", [this] { show(mesePrecedente(giorno_)); });
-  press("cmdAvanti", [this] { show(meseSuccessivo(giorno_)); });
-  press("cmdOggi", [this] { show(oggi()); });
-  press("cmdOK", [this] { cmdOK_Click(); });
-  press("Command1", [this] { Hide(); });
+  platform::onClick(this, "cmdIndietro", [this] { show(mesePrecedente(giorno_)); });
+  platform::onClick(this, "cmdAvanti", [this] { show(meseSuccessivo(giorno_)); });
+  platform::onClick(this, "cmdOggi", [this] { show(oggi()); });
+  platform::onClick(this, "cmdOK", &frmCalendario::cmdOK_Click);
+  platform::onClick(this, "Command1", [this] { Hide(); });
   for (const char* name : {"cboMese", "cboAnno"}) {
     platform::onSignal(control<QComboBox>(text(name)), &QComboBox::currentIndexChanged, this,
                        [this] { cboClick(); });
@@ -206,7 +206,7 @@ void frmCalendario::keepOnScreen() {
 }
 
 // Walks the days by keys while they have the focus.
-bool frmCalendario::moveByKey(int key) {
+bool frmCalendario::keyDown(int key, Qt::KeyboardModifiers) {
   if (QApplication::focusWidget() != Control(QStringLiteral("panGiorni"))) return false;
   Giorno giorno = giorno_;
   switch (key) {
@@ -241,28 +241,10 @@ bool frmCalendario::moveByKey(int key) {
   return true;
 }
 
-bool frmCalendario::keyDown(int key, Qt::KeyboardModifiers) {
-  if (key == Qt::Key_Escape) {
-    Hide();
-    return true;
-  }
-  if (key != Qt::Key_Return && key != Qt::Key_Enter) return moveByKey(key);
-  auto* button = qobject_cast<QPushButton*>(QApplication::focusWidget());
-  if (button == nullptr) button = control<QPushButton>(QStringLiteral("cmdOK"));
-  button->click();
-  return true;
-}
-
-// The window's box gives up, like the button.
-bool frmCalendario::queryUnload() {
-  Hide();
-  return false;
-}
-
 void RegistraFormCalendario() {
-  platform::forms().add(kCalendario, [] { return std::make_unique<frmCalendario>(); });
+  platform::forms().add<frmCalendario>(kCalendario);
   verbi().ScegliData = [](const QDate& data, const QWidget& sotto) {
-    return static_cast<frmCalendario&>(platform::forms()[kCalendario]).Scegli(data, sotto);
+    return platform::forms().as<frmCalendario>(kCalendario).Scegli(data, sotto);
   };
 }
 

@@ -30,14 +30,12 @@ class frmCalendario final : public platform::Form {
   void loaded() override;
   void unloaded() override;
   void activated() override;
-  bool queryUnload() override;
   bool keyDown(int key, Qt::KeyboardModifiers modifiers) override;
 
   void connectControls();
   void cboClick();
   bool isLocked();
   void keepOnScreen();
-  bool moveByKey(int key);
   void show(const Giorno& giorno);
   void fillCells();
   void markDay();

@@ -166,7 +166,7 @@ void frmGrid::grd_Menu(int iColonna, bool bCella, const QPoint& dove) {
 }
 
 void RegistraFormGrid() {
-  platform::forms().add(QStringLiteral("frmGrid"), [] { return std::make_unique<frmGrid>(); });
+  platform::forms().add<frmGrid>(QStringLiteral("frmGrid"));
 }
 
 }  // namespace tavolix

@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "core/dialogo.h"
 #include "core/errore.h"
 #include "core/modcuore.h"
 #include "core/modini.h"
@@ -40,6 +41,7 @@ namespace {
 
 using platform::forms;
 
+const QString kMain = QStringLiteral("frmMain");
 constexpr int kOverlap = 8;         // twips by which the form stands over the list
 constexpr int kPageMargin = 90;     // twips between the form's height and its pages
 constexpr int kLeastWindow = 3000;  // twips
@@ -85,11 +87,11 @@ QVector<QRect> screens() {
 }  // namespace
 
 frmMain& FrmMain() {
-  return static_cast<frmMain&>(forms()[QStringLiteral("frmMain")]);
+  return forms().as<frmMain>(kMain);
 }
 
 void RegistraFormWorkspace() {
-  forms().add(QStringLiteral("frmMain"), [] { return std::make_unique<frmMain>(); });
+  forms().add<frmMain>(kMain);
   offerVerbs();
   RegistraComandiWorkspace();
   RegistraFormGrid();
@@ -99,7 +101,7 @@ void RegistraFormWorkspace() {
   RegistraFormCalendario();
 }
 
-frmMain::frmMain() : platform::Form(QStringLiteral("frmMain")) {}
+frmMain::frmMain() : platform::Form(kMain) {}
 
 QWidget* frmMain::build() {
   return buildMainWindow();
@@ -319,7 +321,7 @@ bool frmMain::TastiGestMain(int key, Qt::KeyboardModifiers modifiers) {
 }
 
 void frmMain::loaded() {
-  RegistraForm(*this);
+  PreparaDialogo(*this);
   place_ = new platform::WindowPlace(Window());
   growForList();
   PosRegistra(*this, Griglia().Window(), 2, 2);
@@ -401,15 +403,11 @@ void frmMain::extendAtStart() {
 }
 
 void frmMain::connectButtons() {
-  const auto press = [this](const char* name, void (frmMain::*procedure)()) {
-    platform::onCommand(control<QPushButton>(QString::fromLatin1(name)), &QPushButton::clicked,
-                        this, procedure);
-  };
-  press("cmdAddNew", &frmMain::TastoAddNew);
-  press("cmdCancella", &frmMain::TastoCancella);
-  press("cmdDuplica", &frmMain::TastoDuplica);
-  press("cmdSubRac", &frmMain::cmdSubRac_Click);
-  press("cmdEspandi", &frmMain::cmdEspandi_Click);
+  platform::onClick(this, "cmdAddNew", &frmMain::TastoAddNew);
+  platform::onClick(this, "cmdCancella", &frmMain::TastoCancella);
+  platform::onClick(this, "cmdDuplica", &frmMain::TastoDuplica);
+  platform::onClick(this, "cmdSubRac", &frmMain::cmdSubRac_Click);
+  platform::onClick(this, "cmdEspandi", &frmMain::cmdEspandi_Click);
   auto* timer = new QTimer(Window());
   platform::onSignal(timer, &QTimer::timeout, this, &frmMain::tick);
   timer->start(1000);
@@ -422,10 +420,6 @@ void frmMain::tick() {
       ->setText(QLocale().toString(now.date(), QLocale::ShortFormat));
   control<QLabel>(QStringLiteral("lblOra"))
       ->setText(QLocale().toString(now.time(), QLocale::ShortFormat));
-}
-
-void frmMain::unloaded() {
-  DeregistraForm(*this);
 }
 
 void frmMain::resized() {

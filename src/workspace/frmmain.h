@@ -61,7 +61,6 @@ class frmMain final : public platform::Form {
  private:
   QWidget* build() override;
   void loaded() override;
-  void unloaded() override;
   void resized() override;
   bool queryUnload() override;
 

@@ -4,6 +4,7 @@
 #include <QScopeGuard>
 #include <QStackedLayout>
 
+#include "core/dialogo.h"
 #include "core/errore.h"
 #include "core/modcuore.h"
 #include "core/modmain.h"
@@ -23,6 +24,8 @@
 namespace tavolix {
 namespace {
 
+const QString kSub = QStringLiteral("frmSub");
+
 QString shownText(int iRac, int iCampo) {
   return aCampi(iRac, iCampo).oControllo->Text();
 }
@@ -30,10 +33,10 @@ QString shownText(int iRac, int iCampo) {
 }  // namespace
 
 frmSub& FrmSub() {
-  return static_cast<frmSub&>(platform::forms()[QStringLiteral("frmSub")]);
+  return platform::forms().as<frmSub>(kSub);
 }
 
-frmSub::frmSub() : platform::Form(QStringLiteral("frmSub")) {}
+frmSub::frmSub() : platform::Form(kSub, {.icon = "tavolix", .escape = "cmdEsci"}) {}
 
 QWidget* frmSub::build() {
   return buildSubWindow();
@@ -52,27 +55,18 @@ store::RecordsetPtr frmSub::rows() {
 }
 
 void frmSub::loaded() {
-  RegistraForm(*this);
+  PreparaDialogo(*this);
   iSubCorrente_ = -1;
   dbSubCurr().SetDatabaseName(platform::systemPath(sPathArc));
   focus_.watch(Window());
   connectControls();
 }
 
-void frmSub::unloaded() {
-  DeregistraForm(*this);
-}
-
 void frmSub::connectControls() {
-  const auto press = [this](const char* name, void (frmSub::*command)()) {
-    platform::onCommand(control<QPushButton>(QString::fromLatin1(name)), &QPushButton::clicked,
-                        this, command);
-  };
-  press("cmdAddNew", &frmSub::cmdAddNew_Click);
-  press("cmdDuplica", &frmSub::cmdDuplica_Click);
-  press("cmdCancella", &frmSub::cmdCancella_Click);
-  press("cmdEsci", &frmSub::cmdEsci_Click);
-  CollegaAiuto(*control<QPushButton>(QStringLiteral("cmdAiuto")));
+  platform::onClick(this, "cmdAddNew", &frmSub::cmdAddNew_Click);
+  platform::onClick(this, "cmdDuplica", &frmSub::cmdDuplica_Click);
+  platform::onClick(this, "cmdCancella", &frmSub::cmdCancella_Click);
+  platform::onClick(this, "cmdEsci", &frmSub::cmdEsci_Click);
   platform::onSignal(&grdSub(), &platform::DataGrid::beforeUpdate, this,
                      [this] { grdSub_BeforeUpdate(); });
   connect(&grdSub(), &platform::DataGrid::writeFailed, this, SegnalaErrore);
@@ -218,10 +212,6 @@ void frmSub::grdSub_BeforeUpdate() {
 }
 
 bool frmSub::keyDown(int key, Qt::KeyboardModifiers) {
-  if (key == Qt::Key_Escape && !grdSub().IsEditing()) {
-    cmdEsci_Click();
-    return true;
-  }
   return focus_.keyDown(key);
 }
 
@@ -231,14 +221,8 @@ void frmSub::cmdEsci_Click() {
   Hide();
 }
 
-// The window's box closes like the button.
-bool frmSub::queryUnload() {
-  cmdEsci_Click();
-  return false;
-}
-
 void RegistraFormSub() {
-  platform::forms().add(QStringLiteral("frmSub"), [] { return std::make_unique<frmSub>(); });
+  platform::forms().add<frmSub>(kSub);
   verbi().MostraSottoraccolta = [](int iSub, int iPadre, qint64 lID) {
     FrmSub().Mostra(iSub, iPadre, lID);
   };

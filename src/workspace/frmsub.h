@@ -33,8 +33,6 @@ class frmSub final : public platform::Form {
  private:
   QWidget* build() override;
   void loaded() override;
-  void unloaded() override;
-  bool queryUnload() override;
   bool keyDown(int key, Qt::KeyboardModifiers modifiers) override;
 
   void connectControls();

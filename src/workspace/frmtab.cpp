@@ -3,6 +3,7 @@
 #include <QHeaderView>
 #include <QPushButton>
 
+#include "core/dialogo.h"
 #include "core/errore.h"
 #include "core/modcuore.h"
 #include "core/modmain.h"
@@ -38,7 +39,7 @@ platform::GridColumn column(const char* caption, const QString& field, const sto
 }
 
 std::optional<qint64> editTable(int iRac, int iCampo, qint64 lVoce, const QString& sDaAggiungere) {
-  auto& form = static_cast<frmTab&>(platform::forms()[kTab]);
+  auto& form = platform::forms().as<frmTab>(kTab);
   form.Load();
   form.CaricaTAB(iRac, iCampo);
   form.ImpostaValoreCorrente(lVoce);
@@ -50,7 +51,8 @@ std::optional<qint64> editTable(int iRac, int iCampo, qint64 lVoce, const QStrin
 
 }  // namespace
 
-frmTab::frmTab() : platform::Form(kTab) {}
+frmTab::frmTab()
+    : platform::Form(kTab, {.title = "Tabella", .icon = "tavolix", .box = "cmdEsci"}) {}
 
 QWidget* frmTab::build() {
   return buildTabWindow();
@@ -73,27 +75,21 @@ store::RecordsetPtr frmTab::rows() {
 }
 
 void frmTab::loaded() {
-  RegistraForm(*this);
+  PreparaDialogo(*this);
   dbTab().SetDatabaseName(platform::systemPath(sPathArc));
   focus_.watch(Window());
   connectControls();
 }
 
-void frmTab::unloaded() {
-  DeregistraForm(*this);
-}
-
 void frmTab::connectControls() {
   const auto press = [this](const char* name, void (frmTab::*command)()) {
-    platform::onCommand(control<QPushButton>(QString::fromLatin1(name)), &QPushButton::clicked,
-                        this, [this, command] { afterEdit(command); });
+    platform::onClick(this, name, [this, command] { afterEdit(command); });
   };
   press("cmdAdd", &frmTab::cmdAdd_Click);
   press("cmdElimina", &frmTab::cmdElimina_Click);
   press("cmdPredefinito", &frmTab::ImpostaPredefinito);
   press("cmdNoPredefinito", &frmTab::CancellaPredefinito);
   press("cmdEsci", &frmTab::cmdEsci_Click);
-  CollegaAiuto(*control<QPushButton>(QStringLiteral("cmdAiuto")));
   platform::onSignal(&dbTab(), &platform::DataControl::recordsetChanged, this, &frmTab::followList);
   platform::onSignal(&txtAdd(), &QLineEdit::textChanged, this, [this] { txtAdd_Change(); });
   platform::onCommand(&txtAdd(), &QLineEdit::returnPressed, this,
@@ -301,14 +297,8 @@ void frmTab::abandon() {
   cmdEsci_Click();
 }
 
-// The window's box closes like the button.
-bool frmTab::queryUnload() {
-  afterEdit(&frmTab::cmdEsci_Click);
-  return false;
-}
-
 void RegistraFormTab() {
-  platform::forms().add(kTab, [] { return std::make_unique<frmTab>(); });
+  platform::forms().add<frmTab>(kTab);
   verbi().ModificaTabella = editTable;
 }
 

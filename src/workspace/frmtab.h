@@ -41,9 +41,7 @@ class frmTab final : public platform::Form {
  private:
   QWidget* build() override;
   void loaded() override;
-  void unloaded() override;
   void activated() override;
-  bool queryUnload() override;
   bool keyDown(int key, Qt::KeyboardModifiers modifiers) override;
 
   void connectControls();

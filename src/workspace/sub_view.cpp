@@ -12,7 +12,6 @@
 #include "model/raccolte.h"
 #include "platform/data_control.h"
 #include "platform/data_grid.h"
-#include "platform/icons.h"
 #include "platform/push_button.h"
 #include "platform/screen_room.h"
 #include "workspace/form_pages.h"
@@ -82,7 +81,6 @@ QWidget* newButtons(QWidget* parent) {
 
 QWidget* buildSubWindow() {
   auto* window = new QDialog;
-  window->setWindowIcon(platform::windowIcon(QStringLiteral("tavolix")));
   auto* dbSubCurr = new platform::DataControl(window);
   dbSubCurr->setObjectName(QStringLiteral("dbSubCurr"));
   auto* both = new QSplitter(window);

@@ -10,7 +10,6 @@
 #include "platform/data_control.h"
 #include "platform/data_grid.h"
 #include "platform/form.h"
-#include "platform/icons.h"
 #include "platform/push_button.h"
 #include "platform/screen_room.h"
 #include "platform/text_box.h"
@@ -64,8 +63,6 @@ QVBoxLayout* newButtons(QWidget* window) {
 
 QWidget* buildTabWindow() {
   auto* window = new QDialog;
-  window->setWindowTitle(QStringLiteral("Tabella"));
-  window->setWindowIcon(platform::windowIcon(QStringLiteral("tavolix")));
   auto* dbTab = new platform::DataControl(window);
   dbTab->setObjectName(QStringLiteral("dbTab"));
   // Made in the order of the Tab key.

@@ -1,5 +1,6 @@
 #include "desk.h"
 
+#include <QCloseEvent>
 #include <QKeySequence>
 #include <QTimer>
 
@@ -109,6 +110,12 @@ void Desk::trigger(const QString& name) {
 }
 void Desk::click(QWidget* widget) {
   QTest::mouseClick(widget, Qt::LeftButton);
+  QApplication::processEvents();
+}
+void Desk::closeByBox(const QString& form) {
+  QCloseEvent close;
+  QSpontaneKeyEvent::setSpontaneous(&close);
+  qApp->notify(platform::forms()[form].Window(), &close);
   QApplication::processEvents();
 }
 void Desk::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {

@@ -81,6 +81,7 @@ class Desk : public ::testing::Test {
   static void selectByTab(int collection);
   static void trigger(const QString& name);
   static void click(QWidget* widget);
+  static void closeByBox(const QString& form);
   // Keys go to whatever has the focus, as on a keyboard. Several have names, parted by blanks.
   static void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
   static void press(const QString& names);

@@ -1,6 +1,5 @@
 #include <QtTest/qtestspontaneevent.h>
 
-#include <QCloseEvent>
 #include <QPushButton>
 #include <QScreen>
 #include <QTimer>
@@ -49,11 +48,7 @@ class Layout : public Desk {
   }
 
   static void byMenu() { action("mnuFileChiudi")->trigger(); }
-  static void byBox() {
-    QCloseEvent close;
-    QSpontaneKeyEvent::setSpontaneous(&close);
-    qApp->notify(window(), &close);
-  }
+  static void byBox() { closeByBox("frmMain"); }
 
   QVector<int> gaps_;
 };

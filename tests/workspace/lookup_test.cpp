@@ -165,7 +165,7 @@ TEST_F(Lookup, HoldsWhoeverLeavesABadText) {
       [] { push("cmdElimina"); },
       [] { push("cmdPredefinito"); },
       [] { part("txtAdd")->setFocus(); },
-      [] { platform::forms()["frmTab"].Unload(); },
+      [] { closeByBox("frmTab"); },
       clickMark,
   };
   open(kLingua, [&] {

@@ -111,7 +111,7 @@ TEST_F(Sub, AddsCopiesAndDeletes) {
       EXPECT_EQ(count(own), left);
     }
     expectEmpty();
-    platform::forms()["frmSub"].Unload();  // by the window's box
+    closeByBox("frmSub");
     EXPECT_EQ(colour(), before);
   });
   EXPECT_EQ(iRacCorr, 1);
