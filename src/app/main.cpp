@@ -60,6 +60,7 @@ int tellOfFirst(const platform::SingleInstance& instance) {
 
 int run(const QString& commandLine) {
   tavolix::RegistraArchivi();
+  tavolix::RegistraFormArchivi();
   tavolix::RegistraFormAssist();
   tavolix::RegistraFormWorkspace();
   tavolix::RegistraFormQuery();

@@ -1,15 +1,25 @@
 #include "archives/modmanarc.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
+#include "archives/codice_accesso.h"
+#include "archives/frmask.h"
+#include "archives/frmaskpassword.h"
+#include "archives/frmconfig.h"
+#include "archives/frmcopiesicurezza.h"
+#include "archives/frmmanarc.h"
+#include "archives/frmmanarccfg.h"
+#include "archives/frmrecupero.h"
+#include "archives/frmsceltadir.h"
+#include "archives/percorsi.h"
 #include "archives/preparazione.h"
 #include "core/errore.h"
 #include "core/modini.h"
 #include "core/modmain.h"
 #include "core/modutil.h"
 #include "core/verbi.h"
-#include "model/cifratura.h"
 #include "platform/file_system.h"
 #include "platform/message_box.h"
 
@@ -33,27 +43,27 @@ QString nameFromSettings() {
   return path;
 }
 
-// The manager asks for an archive; while the program has none, the reason is told.
-QString askForArchive(const QString& tried) {
-  if (!verbi().ScegliArchivio.bOfferto()) {
-    iMsg(tried.isEmpty()
-             ? QStringLiteral("Nessun archivio da aprire.")
-             : QStringLiteral("L'archivio %1 non esiste o non e' utilizzabile.").arg(tried),
-         0);
-    return {};
-  }
-  return verbi().ScegliArchivio();
+// A failure of the file itself, by which a repair may help.
+bool isDamage(const store::Failure& failure) {
+  using namespace store::failure;
+  static constexpr int kDamages[] = {kDamaged, kPageDamaged, kDiskError};
+  return std::find(std::begin(kDamages), std::end(kDamages), failure.number()) !=
+         std::end(kDamages);
 }
 
-void reportUnusable(const store::Failure& failure, const QString& sPath) {
-  const QString text = QStringLiteral("Errore nr.%1:%2 durante apertura %3")
-                           .arg(failure.number())
-                           .arg(failure.description(), sPath);
-  if (verbi().RecuperaArchivio.bOfferto()) {
-    verbi().RecuperaArchivio(text, sPath);
-  } else {
-    iMsg(text, 0);
-  }
+// Something that every archive has is not there.
+bool isIncomplete(const store::Failure& failure) {
+  using namespace store::failure;
+  static constexpr int kGaps[] = {kTableNotFound, kUnknownName, kItemNotFound, kIndexNotFound,
+                                  kNoCurrentRecord};
+  return std::find(std::begin(kGaps), std::end(kGaps), failure.number()) != std::end(kGaps);
+}
+
+void offerRecovery(const store::Failure& failure, const QString& sPath) {
+  RecuperaArchivio(QStringLiteral("Errore nr.%1:%2 durante apertura %3")
+                       .arg(failure.number())
+                       .arg(failure.description(), sPath),
+                   sPath);
 }
 
 struct Stamp {
@@ -93,27 +103,14 @@ bool isCompatible(const Stamp& archive) {
   return false;
 }
 
-// Until the program can ask for it, an archive with an access code stays closed.
-bool isOpenToAll(const store::RecordsetPtr& rs) {
-  QString stored;
-  double number = 0;
-  bConfRead(rs, QStringLiteral("PWD"), stored, number);
-  const QString code = sCodiceDecifrato(stored);
-  if (code == QLatin1String(kSenzaCodice)) return true;
-  iMsg(code.isEmpty() ? QStringLiteral("Codice d'accesso manomesso dall'esterno!")
-                      : QStringLiteral("L'archivio e' protetto da un codice di accesso e non puo' "
-                                       "essere aperto."),
-       0);
-  return false;
-}
-
-bool accepts(const store::DatabasePtr& db, int& iVersione, bool bControllaCodice) {
+bool accepts(const store::DatabasePtr& db, const QString& sPath, int& iVersione,
+             bool bControllaCodice) {
   const store::RecordsetPtr rs =
       db->OpenRecordset(QStringLiteral("CFG"), store::RecordsetType::Table);
   rs->SetIndex(QStringLiteral("1u"));
   const Stamp stamp = stampOf(rs, iVersione);
   iVersione = stamp.version;
-  const bool accepted = isCompatible(stamp) && (!bControllaCodice || isOpenToAll(rs));
+  const bool accepted = isCompatible(stamp) && (!bControllaCodice || bRichiediPWD(sPath));
   rs->Close();
   return accepted;
 }
@@ -130,27 +127,23 @@ void tellOfJournal(const store::Database& db) {
 
 Outcome tryArchive(const QString& sPath, store::DatabasePtr& db, int& iVersione,
                    bool bControllaCodice) {
-  const bool opened = [&] {
-    try {
-      db = store::OpenDatabase(platform::systemPath(sPath));
-      return true;
-    } catch (const store::Failure& failure) {
-      reportUnusable(failure, sPath);
-      return false;
-    }
-  }();
-  if (!opened) return Outcome::Unusable;
+  const auto unopened = fallimentoDi([&] { db = store::OpenDatabase(platform::systemPath(sPath)); });
+  if (unopened) {
+    offerRecovery(*unopened, sPath);
+    return Outcome::Unusable;
+  }
   bool accepted = false;
-  const bool finished = protetto("modManArc!bManArc", [&] {
+  const auto failure = fallimentoDi([&] {
     tellOfJournal(*db);
-    const bool fits = accepts(db, iVersione, bControllaCodice);
+    const bool fits = accepts(db, sPath, iVersione, bControllaCodice);
     if (fits) PreparaArchivio(*db);
     accepted = fits;
-    return true;
   });
   if (accepted) return Outcome::Accepted;
   db->Close();
-  return finished ? Outcome::Refused : Outcome::Unusable;
+  if (!failure) return Outcome::Refused;
+  ArchivioInservibile(*failure, "modManArc!bManArc", sPath);
+  return Outcome::Unusable;
 }
 
 bool openArchive(int iModo, const QString& sFileIni, const QString& sSezione,
@@ -163,7 +156,7 @@ bool openArchive(int iModo, const QString& sFileIni, const QString& sSezione,
   if (iModo == 0) sPath = nameFromSettings();
   for (;;) {
     if (sPath.isEmpty() || !platform::exists(sPath) || platform::folderExists(sPath)) {
-      sPath = askForArchive(sPath);
+      sPath = sScegliArchivio();
       if (sPath.isEmpty()) return false;
     }
     Cedi();
@@ -171,11 +164,10 @@ bool openArchive(int iModo, const QString& sFileIni, const QString& sSezione,
     if (outcome == Outcome::Unusable) return false;
     if (outcome == Outcome::Accepted) break;
     sPath.clear();
-    if (!verbi().ScegliArchivio.bOfferto()) return false;
   }
   ImpostaFileIni(sFileIni);
   ImpostaSezioneIni(sSezione);
-  bScriviStr(QStringLiteral("db_LastNameOpen"), sPath);
+  ScriviPercorso(QStringLiteral("db_LastNameOpen"), sPath);
   return true;
 }
 
@@ -209,8 +201,30 @@ void ConfWrite(const store::RecordsetPtr& rs, const QString& sChiave, const QStr
   });
 }
 
+void ArchivioInservibile(const store::Failure& failure, const char* sProc, const QString& sPath) {
+  if (!isDamage(failure)) {
+    Errore(failure.number(), failure.description(), QString::fromUtf8(sProc));
+  }
+  if (isDamage(failure) || isIncomplete(failure)) {
+    offerRecovery(failure, sPath);
+  } else {
+    ChiediArchivioAllAvvio();
+  }
+}
+
 void RegistraArchivi() {
   verbi().ApriArchivio = openArchive;
+}
+
+void RegistraFormArchivi() {
+  RegistraFormAsk();
+  RegistraFormAskPassword();
+  RegistraFormManArc();
+  RegistraFormManArcCfg();
+  RegistraFormSceltaDir();
+  RegistraFormCopieSicurezza();
+  RegistraFormRecupero();
+  RegistraFormConfig();
 }
 
 }  // namespace tavolix

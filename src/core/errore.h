@@ -2,6 +2,7 @@
 
 #include <QScopeGuard>
 #include <QString>
+#include <optional>
 #include <type_traits>
 #include <utility>
 
@@ -50,6 +51,17 @@ bool ignorando(Work&& work) {
     return true;
   } catch (const store::Failure&) {
     return false;
+  }
+}
+
+// Runs work whose failure is dealt with by its kind; that failure, if there was one.
+template <typename Work>
+std::optional<store::Failure> fallimentoDi(Work&& work) {
+  try {
+    std::forward<Work>(work)();
+    return std::nullopt;
+  } catch (const store::Failure& failure) {
+    return failure;
   }
 }
 

@@ -24,9 +24,15 @@ Seam& seam() {
   return state;
 }
 
-QString suffixOf(const QString& filter) {
-  static const QRegularExpression extension("\\*\\.(\\w+)");
-  return extension.match(filter).captured(1);
+// "tvx" of "*.tvx"; empty for a pattern of other kinds.
+QString suffixOf(const QString& pattern) {
+  static const QRegularExpression extension("^\\*\\.(\\w+)$");
+  return extension.match(pattern).captured(1);
+}
+
+// "*.*" means all files, those without an extension, too.
+QString patternOf(const FileKind& kind) {
+  return kind.pattern == "*.*" ? QString("*") : kind.pattern;
 }
 
 QString run(QFileDialog& dialog) {
@@ -47,18 +53,39 @@ QString startFolder(const QString& folder) {
   return folder.isEmpty() ? currentDirectory() : systemPath(folder);
 }
 
+void prepare(QFileDialog& dialog, const FileRequest& request) {
+  // The texts stand alone: their patterns are not told behind them.
+  dialog.setOption(QFileDialog::HideNameFilterDetails);
+  QStringList filters;
+  for (const FileKind& kind : request.kinds) {
+    filters << kind.text + " (" + patternOf(kind) + ")";
+  }
+  dialog.setNameFilters(filters);
+  dialog.selectNameFilter(filters.value(request.kind - 1));
+  if (!request.name.isEmpty()) dialog.selectFile(request.name);
+}
+
 }  // namespace
 
-QString openFile(const QString& title, const QString& filter, const QString& folder) {
-  QFileDialog dialog(QApplication::activeWindow(), title, startFolder(folder), filter);
+QString openFile(const FileRequest& request) {
+  QFileDialog dialog(QApplication::activeWindow(), request.title, startFolder(request.folder));
   dialog.setFileMode(QFileDialog::ExistingFile);
+  prepare(dialog, request);
   return run(dialog);
 }
 
-QString saveFile(const QString& title, const QString& filter, const QString& folder) {
-  QFileDialog dialog(QApplication::activeWindow(), title, startFolder(folder), filter);
+QString saveFile(const FileRequest& request) {
+  QFileDialog dialog(QApplication::activeWindow(), request.title, startFolder(request.folder));
   dialog.setAcceptMode(QFileDialog::AcceptSave);
-  dialog.setDefaultSuffix(suffixOf(filter));
+  dialog.setFileMode(QFileDialog::AnyFile);
+  prepare(dialog, request);
+  const auto follow = [&](const QString& filter) {
+    for (const FileKind& kind : request.kinds) {
+      if (filter.startsWith(kind.text)) dialog.setDefaultSuffix(suffixOf(kind.pattern));
+    }
+  };
+  follow(dialog.selectedNameFilter());
+  QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, follow);
   return run(dialog);
 }
 

@@ -1,15 +1,31 @@
 #pragma once
 
 #include <QString>
+#include <QVector>
 
 namespace platform {
 
-// The dialogs for files and folders, over the active window. `filter` is in the way of Qt
-// ("Archivi (*.mdb);;Tutti i file (*)"), `folder` a path as the settings have it, empty for the
-// current folder. The result is a full path of the system, empty if the user gave up.
-QString openFile(const QString& title, const QString& filter, const QString& folder = {});
-// A name typed without an extension gets the first one of the filter.
-QString saveFile(const QString& title, const QString& filter, const QString& folder = {});
+// A kind of files: what the dialog calls it, and the pattern of their names.
+struct FileKind {
+  QString text;
+  QString pattern;
+};
+
+// What a dialog for files begins with.
+struct FileRequest {
+  QString title;
+  QVector<FileKind> kinds;
+  int kind = 1;    // the one that is chosen at first, from 1
+  QString folder;  // a path as the settings have it; empty for the current folder
+  QString name;    // proposed
+};
+
+// The dialogs for files and folders, over the active window. The result is a full path of the
+// system, empty if the user gave up.
+QString openFile(const FileRequest& request);
+// A name typed without an extension gets that of the kind that is chosen. The dialog asks before
+// an older file is replaced.
+QString saveFile(const FileRequest& request);
 QString chooseFolder(const QString& title, const QString& folder = {});
 
 // Answers the dialogs in a test, without a window.

@@ -127,6 +127,17 @@ qint64 fileLength(const QString& path) {
   return info.size();
 }
 
+bool isSameFile(const QString& left, const QString& right) {
+  struct stat first {};
+  struct stat second {};
+  const auto look = [](const QString& path, struct stat& found) {
+    return ::stat(QFile::encodeName(systemPath(path)).constData(), &found) == 0 &&
+           S_ISREG(found.st_mode);
+  };
+  return look(left, first) && look(right, second) && first.st_dev == second.st_dev &&
+         first.st_ino == second.st_ino;
+}
+
 QStringList listFiles(const QString& pattern) {
   const QFileInfo full(fullPath(pattern));
   if (full.filePath().isEmpty()) return {};

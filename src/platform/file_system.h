@@ -22,6 +22,9 @@ qint64 fileLength(const QString& path);
 // means all. Empty if there is no such folder.
 QStringList listFiles(const QString& pattern);
 
+// True if two paths lead to one existing file, by whatever name or link.
+bool isSameFile(const QString& left, const QString& right);
+
 // Copies the bytes of a file, over an older one if there is one; that one stays as it is until the
 // copy is complete. 53, 61, 70 (also for a file onto itself), 75 (a folder), 76.
 // Not for an archive the process has open: closing the source drops the process's locks on it.

@@ -1,0 +1,77 @@
+#include "archives/frmask.h"
+
+#include <QDialog>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "archives/dialogo.h"
+#include "platform/icons.h"
+#include "platform/push_button.h"
+#include "platform/screen_room.h"
+#include "platform/text_box.h"
+
+namespace tavolix {
+namespace {
+
+constexpr int kCharacters = 44;
+
+}  // namespace
+
+frmAsk::frmAsk() : platform::Form(QStringLiteral("frmAsk")) {}
+
+QWidget* frmAsk::build() {
+  auto* window = new QDialog;
+  window->setWindowTitle(QStringLiteral("Tavolix"));
+  window->setWindowIcon(platform::windowIcon(QStringLiteral("tavolix")));
+  auto* txtAsk = new platform::TextBox(window);
+  txtAsk->setObjectName(QStringLiteral("txtAsk"));
+  txtAsk->setMinimumWidth(platform::widthOfCharacters(txtAsk, kCharacters));
+  auto* lblAsk = new QLabel(window);
+  lblAsk->setObjectName(QStringLiteral("lblAsk"));
+  lblAsk->setTextFormat(Qt::PlainText);
+  lblAsk->setWordWrap(true);
+  lblAsk->setBuddy(txtAsk);
+  auto* buttons = new QHBoxLayout;
+  buttons->addStretch(1);
+  buttons->addWidget(platform::newButton({"cmdConferma", "&Conferma"}, window));
+  buttons->addWidget(platform::newButton({"cmdAnnulla", "&Annulla"}, window));
+  auto* column = new QVBoxLayout(window);
+  column->addWidget(lblAsk);
+  column->addWidget(txtAsk);
+  column->addStretch(1);
+  column->addLayout(buttons);
+  return window;
+}
+
+void frmAsk::loaded() {
+  Collega(*this, "cmdConferma", [this] { Hide(); });
+  Collega(*this, "cmdAnnulla", [this] { cmdAnnulla_Click(); });
+  focus_.watch(Window());
+}
+
+void frmAsk::activated() {
+  Control(QStringLiteral("txtAsk"))->setFocus();
+}
+
+void frmAsk::cmdAnnulla_Click() {
+  control<QLineEdit>(QStringLiteral("txtAsk"))->clear();
+  Hide();
+}
+
+// The window's box gives up; what has been answered may go.
+bool frmAsk::queryUnload() {
+  if (!IsVisible()) return true;
+  cmdAnnulla_Click();
+  return false;
+}
+
+bool frmAsk::keyDown(int key, Qt::KeyboardModifiers) {
+  return bTastoDialogo(*this, key, "cmdConferma", "cmdAnnulla");
+}
+
+void RegistraFormAsk() {
+  platform::forms().add(QStringLiteral("frmAsk"), [] { return std::make_unique<frmAsk>(); });
+}
+
+}  // namespace tavolix

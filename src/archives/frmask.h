@@ -1,0 +1,28 @@
+#pragma once
+
+#include "core/entry_focus.h"
+#include "platform/form.h"
+
+namespace tavolix {
+
+// Asks for a line of text, which is empty if the user gives up.
+class frmAsk final : public platform::Form {
+  Q_OBJECT
+ public:
+  frmAsk();
+
+ private:
+  QWidget* build() override;
+  void loaded() override;
+  void activated() override;
+  bool queryUnload() override;
+  bool keyDown(int key, Qt::KeyboardModifiers modifiers) override;
+
+  void cmdAnnulla_Click();
+
+  EntryFocus focus_;
+};
+
+void RegistraFormAsk();
+
+}  // namespace tavolix

@@ -1,0 +1,272 @@
+#include "archives/frmmanarc.h"
+
+#include <QLabel>
+#include <QListWidget>
+#include <QLocale>
+#include <QPixmap>
+#include <QPushButton>
+
+#include "archives/copie_sicurezza.h"
+#include "archives/dialogo.h"
+#include "archives/file_archivio.h"
+#include "archives/frmcopiesicurezza.h"
+#include "archives/frmsceltadir.h"
+#include "archives/manarc_view.h"
+#include "archives/nome_archivio.h"
+#include "archives/percorsi.h"
+#include "core/errore.h"
+#include "core/modini.h"
+#include "core/modutil.h"
+#include "platform/file_system.h"
+#include "platform/handlers.h"
+#include "platform/icons.h"
+
+namespace tavolix {
+namespace {
+
+constexpr const char* kOfSelected[] = {"cmdAprire",     "cmdEliminare",   "cmdRinominare",
+                                       "cmdCorreggere", "cmdEseguiCopie", "cmdDuplica"};
+
+// The picture that the settings name, else ours.
+QIcon iconOfArchives() {
+  QString file;
+  if (bLeggiStr(QStringLiteral("Icon"), file)) {
+    const QPixmap picture(platform::systemPath(sPathCompleto(file)));
+    if (!picture.isNull()) return picture;
+  }
+  return platform::icon(QStringLiteral("archivi"));
+}
+
+}  // namespace
+
+frmManArc::frmManArc() : platform::Form(QStringLiteral("frmManArc")) {}
+
+QWidget* frmManArc::build() {
+  return buildManArcWindow();
+}
+
+QListWidget& frmManArc::lstFile() {
+  return *control<QListWidget>(QStringLiteral("lstFile"));
+}
+
+void frmManArc::loaded() {
+  connectCommands();
+  protetto("frmManArc!frmLoad", [&] {
+    FileName_.clear();
+    directory_ = sCartellaArchivi();
+    extension_ = sEstensioneArchivi();
+    int help = 0;
+    if (bLeggiInt(QStringLiteral("HelpID"), help)) Window()->setProperty("HelpContextID", help);
+    icon_ = iconOfArchives();
+    RicaricaFiles();
+  });
+}
+
+void frmManArc::connectCommands() {
+  const std::pair<const char*, void (frmManArc::*)()> commands[] = {
+      {"cmdAprire", &frmManArc::cmdAprire_Click},
+      {"cmdCreare", &frmManArc::CreaNuovo},
+      {"cmdDuplica", &frmManArc::cmdDuplica_Click},
+      {"cmdRinominare", &frmManArc::cmdRinominare_Click},
+      {"cmdEliminare", &frmManArc::cmdEliminare_Click},
+      {"cmdCorreggere", &frmManArc::cmdCorreggere_Click},
+      {"cmdEseguiCopie", &frmManArc::cmdEseguiCopie_Click},
+      {"cmdRecupero", &frmManArc::cmdRecupero_Click},
+      {"cmdDirectory", &frmManArc::cmdDirectory_Click},
+      {"cmdImpostazioni", &frmManArc::cmdImpostazioni_Click},
+      {"cmdEsci", &frmManArc::cmdEsci_Click},
+  };
+  for (const auto& [name, procedure] : commands) {
+    Collega(*this, name, [this, procedure = procedure] { (this->*procedure)(); });
+  }
+  CollegaAiuto(*control<QPushButton>(QStringLiteral("cmdAiuto")));
+  platform::onCommand(&lstFile(), &QListWidget::itemDoubleClicked, this,
+                      &frmManArc::cmdAprire_Click);
+  platform::onSignal(&lstFile(), &QListWidget::currentRowChanged, this, [this] {
+    if (lstFile().count() != 0) MostraInfoFile();
+  });
+}
+
+void frmManArc::activated() {
+  if (lstFile().count() != 0) {
+    lstFile().setFocus();
+  } else {
+    Control(QStringLiteral("cmdCreare"))->setFocus();
+  }
+}
+
+void frmManArc::write(const char* label, const QString& text) {
+  control<QLabel>(QString::fromLatin1(label))->setText(text);
+}
+
+void frmManArc::RicaricaFiles() {
+  protetto("frmManArc!RicaricaFiles", [&] {
+    write("lblDir", u' ' + directory_);
+    fillList();
+    showArchives(*Window(), lstFile().count() != 0);
+    MostraInfoFile();
+    AbilitazionePulsanti();
+  });
+}
+
+// What is selected is told once, at the end.
+void frmManArc::fillList() {
+  const QSignalBlocker quiet(lstFile());
+  lstFile().clear();
+  for (const QString& name : platform::listFiles(directory_ + u'*' + extension_)) {
+    lstFile().addItem(new QListWidgetItem(icon_, name));
+  }
+  if (lstFile().count() != 0) lstFile().setCurrentRow(0);
+}
+
+void frmManArc::MostraInfoFile() {
+  const QString name = selectedName();
+  if (name.isEmpty()) return write("lblFileInfo", {});
+  const qint64 length = platform::fileLength(pathOf(name));
+  write("lblFileInfo", QStringLiteral(" Archivio selezionato: %1 (%2 bytes)")
+                           .arg(name, QLocale().toString(length)));
+}
+
+void frmManArc::AbilitazionePulsanti() {
+  for (const char* name : kOfSelected) {
+    Control(QString::fromLatin1(name))->setEnabled(lstFile().count() != 0);
+  }
+}
+
+QString frmManArc::selectedName() {
+  const QListWidgetItem* item = lstFile().currentItem();
+  return item == nullptr ? QString() : item->text();
+}
+
+void frmManArc::cmdAprire_Click() {
+  const QString name = selectedName();
+  if (name.isEmpty()) return;
+  FileName_ = pathOf(name);
+  Hide();
+}
+
+void frmManArc::CreaNuovo() {
+  const QString name =
+      sChiediNomeArchivio(directory_, QStringLiteral("Nome del nuovo archivio"), extension_);
+  if (name.isEmpty()) return;
+  const bool made = protetto("modManArc!CreaNuovo", [&] {
+    QString source;
+    bLeggiStr(QStringLiteral("db_Source"), source);
+    return CopiaArchivio(sCartellaProgramma() + u'\\' + source, pathOf(name),
+                         QStringLiteral("Nuovo archivio")) == Esito::kFatto;
+  });
+  if (made) RicaricaFiles();
+}
+
+void frmManArc::cmdDuplica_Click() {
+  const QString from = selectedName();
+  if (from.isEmpty()) return;
+  const QString name =
+      sChiediNomeArchivio(directory_, QStringLiteral("Nome del nuovo archivio "), extension_);
+  if (name.isEmpty()) return;
+  const bool made = protetto("modManArc!cmdDuplicare", [&] {
+    return CopiaArchivio(pathOf(from), pathOf(name), QStringLiteral("Duplicazione archivio")) ==
+           Esito::kFatto;
+  });
+  if (made) RicaricaFiles();
+}
+
+void frmManArc::cmdRinominare_Click() {
+  const QString from = selectedName();
+  if (from.isEmpty()) return;
+  const QString name =
+      sChiediNomeArchivio(directory_, QStringLiteral("Nuovo nome arc. ") + from, extension_);
+  if (name.isEmpty()) return;
+  const bool renamed = protetto("modManArc!cmdRinominare", [&] {
+    RinominaArchivio(pathOf(from), pathOf(name));
+    return true;
+  });
+  if (renamed) RicaricaFiles();
+}
+
+void frmManArc::cmdEliminare_Click() {
+  const QString name = selectedName();
+  if (name.isEmpty()) return;
+  const QString question = QStringLiteral(
+      "Sei veramente sicuro di volere eliminare l'archivio %1 con tutti i dati in esso contenuti?");
+  if (iMsg(question.arg(name), 2) != 1) return;
+  const bool deleted = protetto("modManArc!cmdEliminare", [&] {
+    EliminaArchivio(pathOf(name));
+    return true;
+  });
+  if (deleted) RicaricaFiles();
+}
+
+void frmManArc::cmdCorreggere_Click() {
+  const QString name = selectedName();
+  if (name.isEmpty()) return;
+  protetto("modManArc!cmdCorreggere", [&] {
+    Puntatore(kClessidra);
+    RiparaArchivio(pathOf(name));
+    const Esito esito = ComprimiArchivio(pathOf(name));
+    Puntatore(kPuntatoreNormale);
+    if (esito != Esito::kFatto) return;
+    iMsg(QStringLiteral("Riparazione e compressione dell'archivio avvenuta con successo!"), 0);
+  });
+}
+
+void frmManArc::cmdEseguiCopie_Click() {
+  const QString name = selectedName();
+  if (name.isEmpty()) return;
+  FileName_ = pathOf(name);
+  FrmCopieSicurezza().SetPath(FileName_);
+  FrmCopieSicurezza().ShowModal(this);
+  FileName_.clear();
+}
+
+void frmManArc::cmdRecupero_Click() {
+  if (bRecuperaCopia(directory_, extension_)) RicaricaFiles();
+}
+
+void frmManArc::cmdDirectory_Click() {
+  directory_ = sScegliDir(*this, directory_);
+  RicaricaFiles();
+}
+
+void frmManArc::cmdImpostazioni_Click() {
+  platform::forms()[QStringLiteral("frmManArcCfg")].ShowModal(this);
+}
+
+void frmManArc::cmdEsci_Click() {
+  FileName_.clear();
+  Hide();
+}
+
+// The window's box is the way out; what has been answered may go.
+bool frmManArc::queryUnload() {
+  if (!IsVisible()) return true;
+  cmdEsci_Click();
+  return false;
+}
+
+bool frmManArc::keyDown(int key, Qt::KeyboardModifiers) {
+  const bool inList = lstFile().hasFocus();
+  if (inList && key == Qt::Key_F2) {
+    runCommand([this] { cmdRinominare_Click(); });
+  } else if (inList && key == Qt::Key_Delete) {
+    runCommand([this] { cmdEliminare_Click(); });
+  } else {
+    return bTastoDialogo(*this, key, "cmdAprire", "cmdEsci");
+  }
+  return true;
+}
+
+QString sScegliArchivio() {
+  auto& manager = static_cast<frmManArc&>(platform::forms()[QStringLiteral("frmManArc")]);
+  manager.Load();
+  manager.ShowModal(nullptr);
+  const QString chosen = manager.FileName();
+  manager.Unload();
+  return chosen;
+}
+
+void RegistraFormManArc() {
+  platform::forms().add(QStringLiteral("frmManArc"), [] { return std::make_unique<frmManArc>(); });
+}
+
+}  // namespace tavolix

@@ -1,0 +1,132 @@
+#include "archives/frmmanarccfg.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QRadioButton>
+
+#include "archives/dialogo.h"
+#include "archives/frmsceltadir.h"
+#include "archives/manarccfg_view.h"
+#include "archives/percorsi.h"
+#include "core/errore.h"
+#include "core/modini.h"
+#include "core/modutil.h"
+#include "platform/file_system.h"
+#include "platform/handlers.h"
+
+namespace tavolix {
+namespace {
+
+struct Scelta {
+  const char* option;
+  const char* key;
+};
+
+// In the order in which they are read and written.
+constexpr Scelta kChoices[] = {
+    {"optAsk", "db_AskOpen"}, {"optUltimo", "db_LastOpen"}, {"optApri", "db_DefaultOpen"}};
+
+// With a separator at its end, as it may have been typed without.
+QString typedFolder(const QLineEdit& box) {
+  return sCartellaMostrata(box.text());
+}
+
+}  // namespace
+
+frmManArcCfg::frmManArcCfg() : platform::Form(QStringLiteral("frmManArcCfg")) {}
+
+QWidget* frmManArcCfg::build() {
+  return buildManArcCfgWindow();
+}
+
+QRadioButton& frmManArcCfg::option(const char* name) {
+  return *control<QRadioButton>(QString::fromLatin1(name));
+}
+QLineEdit& frmManArcCfg::box(const char* name) {
+  return *control<QLineEdit>(QString::fromLatin1(name));
+}
+QComboBox& frmManArcCfg::cboArc() {
+  return *control<QComboBox>(QStringLiteral("cboArc"));
+}
+
+void frmManArcCfg::loaded() {
+  readSettings();
+  followOption();
+  for (const Scelta& choice : kChoices) {
+    platform::onSignal(&option(choice.option), &QRadioButton::toggled, this,
+                       [this] { followOption(); });
+  }
+  platform::onSignal(control<QCheckBox>(QStringLiteral("chkModPos")), &QCheckBox::toggled, this,
+                     [this] { chkModPos_Click(); });
+  Collega(*this, "cmdDirArc", [this] { cmdDirArc_Click(); });
+  Collega(*this, "cmdDirCopie", [this] { cmdDirCopie_Click(); });
+  Collega(*this, "cmdConferma", [this] { cmdConferma_Click(); });
+  Collega(*this, "cmdAnnulla", [this] { Unload(); });
+  focus_.watch(Window());
+}
+
+void frmManArcCfg::readSettings() {
+  box("txtDirArc").setText(sCartellaArchivi());
+  box("txtDirCopie").setText(sCartellaCopie(sCartellaProgramma() + QStringLiteral("\\copie\\")));
+  CaricaArchivi();
+  for (const Scelta& choice : kChoices) {
+    int chosen = 0;
+    bLeggiInt(QString::fromLatin1(choice.key), chosen);
+    if (chosen != 0) option(choice.option).setChecked(true);
+  }
+  QString name;
+  if (bLeggiStr(QStringLiteral("db_DefaultNameOpen"), name)) {
+    SelezionaVoceLista(cboArc(), sNomeFile(name));
+  }
+}
+
+void frmManArcCfg::CaricaArchivi() {
+  protetto("frmManArcCfg!CaricaArchivi", [&] {
+    cboArc().clear();
+    cboArc().addItems(
+        platform::listFiles(typedFolder(box("txtDirArc")) + u'*' + sEstensioneArchivi()));
+    cboArc().setCurrentIndex(cboArc().count() == 0 ? -1 : 0);
+  });
+}
+
+void frmManArcCfg::followOption() {
+  cboArc().setEnabled(option("optApri").isChecked());
+}
+
+void frmManArcCfg::chkModPos_Click() {
+  Control(QStringLiteral("frmPos"))
+      ->setEnabled(control<QCheckBox>(QStringLiteral("chkModPos"))->isChecked());
+}
+
+void frmManArcCfg::cmdDirArc_Click() {
+  box("txtDirArc").setText(sScegliDir(*this, box("txtDirArc").text()));
+  CaricaArchivi();
+}
+
+void frmManArcCfg::cmdDirCopie_Click() {
+  box("txtDirCopie").setText(sScegliDir(*this, box("txtDirCopie").text()));
+}
+
+void frmManArcCfg::cmdConferma_Click() {
+  const QString archives = typedFolder(box("txtDirArc"));
+  ScriviPercorso(QStringLiteral("db_DirArc"), archives);
+  ScriviPercorso(QStringLiteral("db_DirCopie"), typedFolder(box("txtDirCopie")));
+  for (const Scelta& choice : kChoices) {
+    bScriviStr(QString::fromLatin1(choice.key),
+               option(choice.option).isChecked() ? QStringLiteral("-1") : QStringLiteral("0"));
+  }
+  ScriviPercorso(QStringLiteral("db_DefaultNameOpen"), archives + cboArc().currentText());
+  Unload();
+}
+
+bool frmManArcCfg::keyDown(int key, Qt::KeyboardModifiers) {
+  return bTastoDialogo(*this, key, "cmdConferma", "cmdAnnulla");
+}
+
+void RegistraFormManArcCfg() {
+  platform::forms().add(QStringLiteral("frmManArcCfg"),
+                        [] { return std::make_unique<frmManArcCfg>(); });
+}
+
+}  // namespace tavolix

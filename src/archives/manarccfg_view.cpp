@@ -1,0 +1,116 @@
+#include "archives/manarccfg_view.h"
+
+#include <QCheckBox>
+#include <QDialog>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+
+#include "platform/drop_down.h"
+#include "platform/icons.h"
+#include "platform/option_button.h"
+#include "platform/push_button.h"
+#include "platform/screen_reader.h"
+#include "platform/screen_room.h"
+#include "platform/text_box.h"
+
+namespace tavolix {
+namespace {
+
+constexpr int kArchiveCharacters = 34;
+constexpr int kFolderCharacters = 50;
+
+struct Folder {
+  const char* label;
+  const char* box;
+  platform::ButtonSpec button;
+  const char* purpose;  // of the button, which looks like the other one
+};
+
+constexpr Folder kFolders[] = {
+    {"Posizione predefinita degli archivi",
+     "txtDirArc",
+     {"cmdDirArc", "Directory..."},
+     "Directory degli archivi"},
+    {"Posizione predefinita delle copie di sicurezza",
+     "txtDirCopie",
+     {"cmdDirCopie", "Directory..."},
+     "Directory delle copie di sicurezza"},
+};
+
+QGroupBox* newStart(QWidget* window) {
+  auto* group = new QGroupBox(QStringLiteral(" All'avvio "), window);
+  auto* cboArc = new platform::DropDown(group);
+  cboArc->setObjectName(QStringLiteral("cboArc"));
+  platform::nameControl(*cboArc, QStringLiteral("Archivio da aprire"));
+  cboArc->setMinimumWidth(platform::widthOfCharacters(cboArc, kArchiveCharacters));
+  cboArc->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  cboArc->setEnabled(false);
+  auto* grid = new QGridLayout(group);
+  grid->addWidget(
+      platform::newOption("optAsk", QStringLiteral("Richiedere l'archivio da aprire"), group), 0, 0,
+      1, 2);
+  grid->addWidget(platform::newOption(
+                      "optUltimo", QStringLiteral("Aprire l'archivio usato l'ultima volta"), group),
+                  1, 0, 1, 2);
+  grid->addWidget(platform::newOption("optApri", QStringLiteral("Aprire l'archivio: "), group), 2,
+                  0);
+  grid->addWidget(cboArc, 2, 1);
+  grid->setColumnStretch(1, 1);
+  QWidget::setTabOrder(group->findChild<QWidget*>(QStringLiteral("optApri")), cboArc);
+  return group;
+}
+
+QGroupBox* newFolders(QWidget* window) {
+  auto* group = new QGroupBox(QStringLiteral(" Directory predefinite "), window);
+  group->setObjectName(QStringLiteral("frmPos"));
+  auto* grid = new QGridLayout(group);
+  int row = 0;
+  for (const Folder& folder : kFolders) {
+    auto* box = new platform::TextBox(group);
+    box->setObjectName(QString::fromLatin1(folder.box));
+    box->setMinimumWidth(platform::widthOfCharacters(box, kFolderCharacters));
+    auto* label = new QLabel(QString::fromLatin1(folder.label), group);
+    label->setBuddy(box);
+    auto* button = platform::newButton(folder.button, group);
+    button->setAccessibleDescription(QString::fromLatin1(folder.purpose));
+    grid->addWidget(label, row++, 0, 1, 2);
+    grid->addWidget(box, row, 0);
+    grid->addWidget(button, row++, 1);
+  }
+  grid->setColumnStretch(0, 1);
+  group->setEnabled(false);
+  return group;
+}
+
+QHBoxLayout* newButtons(QWidget* window) {
+  auto* row = new QHBoxLayout;
+  row->addStretch(1);
+  row->addWidget(platform::newButton({"cmdConferma", "&Conferma"}, window));
+  row->addWidget(platform::newButton({"cmdAnnulla", "&Annulla"}, window));
+  return row;
+}
+
+}  // namespace
+
+QWidget* buildManArcCfgWindow() {
+  auto* window = new QDialog;
+  window->setWindowTitle(QStringLiteral("Impostazioni manutenzione archivi"));
+  window->setWindowIcon(platform::windowIcon(QStringLiteral("archivi")));
+  auto* column = new QVBoxLayout(window);
+  column->addWidget(newStart(window));
+  auto* chkModPos = new QCheckBox(
+      QStringLiteral(
+          "Modificare la posizione degli archivi (funzione consigliata ad utenti esperti)"),
+      window);
+  chkModPos->setObjectName(QStringLiteral("chkModPos"));
+  column->addWidget(chkModPos);
+  column->addWidget(newFolders(window));
+  column->addStretch(1);
+  column->addLayout(newButtons(window));
+  return window;
+}
+
+}  // namespace tavolix
