@@ -1,6 +1,7 @@
 #include "archives/frmcopiesicurezza.h"
 
 #include <QDialog>
+#include <QDir>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -123,6 +124,8 @@ void frmCopieSicurezza::cmdManuale_Click() {
   request.title = QStringLiteral("Copia di sicurezza");
   request.kinds = TipiDiFile(extension);
   request.kind = 2;
+  const QString copies = sCartellaCopie({});
+  request.folder = platform::folderExists(copies) ? copies : QDir::homePath();
   EseguiCopiaSicur(sPath_, platform::saveFile(request), true);
   Unload();
 }

@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QRadioButton>
+#include <algorithm>
 
 #include "archives/dialogo.h"
 #include "archives/frmsceltadir.h"
@@ -90,7 +91,15 @@ void frmManArcCfg::CaricaArchivi() {
   });
 }
 
+// Without any choice the Tab key has to come to the first.
 void frmManArcCfg::followOption() {
+  const bool any = std::any_of(std::begin(kChoices), std::end(kChoices), [this](const Scelta& c) {
+    return option(c.option).isChecked();
+  });
+  if (!any) option(kChoices[0].option).setFocusPolicy(Qt::StrongFocus);
+  if (any && !option(kChoices[0].option).isChecked()) {
+    option(kChoices[0].option).setFocusPolicy(Qt::ClickFocus);
+  }
   cboArc().setEnabled(option("optApri").isChecked());
 }
 

@@ -18,10 +18,9 @@ namespace tavolix {
 namespace {
 
 constexpr QSize kCharacters(104, 26);  // of the window
-constexpr int kItemCharacters = 20;
-constexpr int kItemLines = 3;  // of a name
+constexpr int kListCharacters = 38;
 constexpr int kLeastLines = 6;
-constexpr int kIcon = 32;
+constexpr int kIcon = 24;
 constexpr int kColumns = 2;
 
 // From left to right, from the top down; an empty row parts the last two from the others.
@@ -53,14 +52,9 @@ QListWidget* newList(QWidget* parent) {
   auto* lstFile = new QListWidget(parent);
   lstFile->setObjectName(QStringLiteral("lstFile"));
   platform::nameControl(*lstFile, QStringLiteral("Archivi"));
-  lstFile->setViewMode(QListView::IconMode);
-  lstFile->setMovement(QListView::Static);
-  lstFile->setResizeMode(QListView::Adjust);
   lstFile->setUniformItemSizes(true);
-  lstFile->setWordWrap(true);
+  lstFile->setTextElideMode(Qt::ElideMiddle);
   lstFile->setIconSize({kIcon, kIcon});
-  lstFile->setGridSize({platform::widthOfCharacters(lstFile, kItemCharacters),
-                        kIcon + lstFile->fontMetrics().lineSpacing() * kItemLines});
   lstFile->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   return lstFile;
 }
@@ -85,7 +79,7 @@ QWidget* newArchives(QWidget* parent) {
   auto* stack = new QStackedLayout(place);
   stack->addWidget(newList(place));
   stack->addWidget(newAdvice(place));
-  place->setMinimumSize(platform::widthOfCharacters(place, 2 * kItemCharacters),
+  place->setMinimumSize(platform::widthOfCharacters(place, kListCharacters),
                         place->fontMetrics().lineSpacing() * kLeastLines);
   return place;
 }
