@@ -35,10 +35,10 @@ bool isReady(const QString& drive) {
 enum class Tentativo { kFatto, kProtetto, kLasciato };
 
 Tentativo tryCopy(const QString& from, const QString& to) {
-  Esito esito = Esito::kInterrotto;
+  EsitoFile esito = EsitoFile::kInterrotto;
   const auto failure = fallimentoDi(
       [&] { esito = CopiaArchivio(from, to, QStringLiteral("Copia di sicurezza")); });
-  if (!failure) return esito == Esito::kFatto ? Tentativo::kFatto : Tentativo::kLasciato;
+  if (!failure) return esito == EsitoFile::kFatto ? Tentativo::kFatto : Tentativo::kLasciato;
   if (failure->number() == platform::file_failure::kDiskFull) {
     iMsg(QString::fromUtf8(kDiscoPieno), 0);
   } else if (failure->number() == platform::file_failure::kDenied) {
@@ -129,7 +129,7 @@ bool bRecuperaCopia(const QString& sDir, const QString& sExt) {
     if (platform::exists(target) && !mayReplace(sNomeFile(chosen))) return false;
     Puntatore(kClessidra);
     Cedi();
-    if (CopiaArchivio(chosen, target, request.title) != Esito::kFatto) return false;
+    if (CopiaArchivio(chosen, target, request.title) != EsitoFile::kFatto) return false;
     Puntatore(kPuntatoreNormale);
     iMsg(QStringLiteral("Recupero copia di sicurezza eseguito!"), 0);
     return true;

@@ -38,18 +38,18 @@ bool acceptsDamage(const QString& path, std::size_t pages) {
 
 }  // namespace
 
-Esito CopiaArchivio(const QString& sOrigine, const QString& sDestinazione, const QString& sCosa) {
+EsitoFile CopiaArchivio(const QString& sOrigine, const QString& sDestinazione, const QString& sCosa) {
   const QString source = requirePlace(sOrigine);
   const QString target = requirePlace(sDestinazione);
   platform::ProgressWindow progress(sCosa);
   settle(source);
   const auto report = [&](qint64 done, qint64 total) { return progress.report(done, total); };
   const store::PageReport pages = store::VerifyPages(source, report);
-  if (!pages.isComplete) return Esito::kInterrotto;
-  if (pages.hasChecksums && !acceptsDamage(source, pages.damaged.size())) return Esito::kInterrotto;
+  if (!pages.isComplete) return EsitoFile::kInterrotto;
+  if (pages.hasChecksums && !acceptsDamage(source, pages.damaged.size())) return EsitoFile::kInterrotto;
   platform::copyFile(source, target);
   store::removeJournals(target);
-  return Esito::kFatto;
+  return EsitoFile::kFatto;
 }
 
 void RinominaArchivio(const QString& sDa, const QString& sA) {
@@ -72,7 +72,7 @@ void RiparaArchivio(const QString& sPath) {
   settle(path);
 }
 
-Esito ComprimiArchivio(const QString& sPath) {
+EsitoFile ComprimiArchivio(const QString& sPath) {
   const QString path = requirePlace(sPath);
   const QString partial = path + QStringLiteral(".parziale");
   QFile::remove(partial);
@@ -80,7 +80,7 @@ Esito ComprimiArchivio(const QString& sPath) {
   if (QFile::rename(path, path + QStringLiteral(".prima")) && QFile::rename(partial, path)) {
     QFile::remove(path + QStringLiteral(".prima"));
   }
-  return Esito::kFatto;
+  return EsitoFile::kFatto;
 }
 
 }  // namespace tavolix

@@ -70,6 +70,18 @@ bool frmAsk::keyDown(int key, Qt::KeyboardModifiers) {
   return bTastoDialogo(*this, key, "cmdConferma", "cmdAnnulla");
 }
 
+QString sChiediTesto(const QString& sEtichetta, const QString& sValore, int iLunghezza) {
+  platform::Form& form = platform::forms()[QStringLiteral("frmAsk")];
+  form.control<QLabel>(QStringLiteral("lblAsk"))->setText(sEtichetta);
+  auto* txtAsk = form.control<QLineEdit>(QStringLiteral("txtAsk"));
+  txtAsk->setMaxLength(iLunghezza);
+  txtAsk->setText(sValore);
+  form.ShowModal(nullptr);
+  const QString answer = txtAsk->text();
+  form.Unload();
+  return answer;
+}
+
 void RegistraFormAsk() {
   platform::forms().add(QStringLiteral("frmAsk"), [] { return std::make_unique<frmAsk>(); });
 }

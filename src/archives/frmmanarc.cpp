@@ -87,7 +87,8 @@ void frmManArc::connectCommands() {
   });
 }
 
-void frmManArc::activated() {
+// What the user is to do next: choose, or make the first.
+void frmManArc::takeFocus() {
   if (lstFile().count() != 0) {
     lstFile().setFocus();
   } else {
@@ -106,6 +107,7 @@ void frmManArc::RicaricaFiles() {
     showArchives(*Window(), lstFile().count() != 0);
     MostraInfoFile();
     AbilitazionePulsanti();
+    takeFocus();
   });
 }
 
@@ -153,7 +155,7 @@ void frmManArc::CreaNuovo() {
     QString source;
     bLeggiStr(QStringLiteral("db_Source"), source);
     return CopiaArchivio(sCartellaProgramma() + u'\\' + source, pathOf(name),
-                         QStringLiteral("Nuovo archivio")) == Esito::kFatto;
+                         QStringLiteral("Nuovo archivio")) == EsitoFile::kFatto;
   });
   if (made) RicaricaFiles();
 }
@@ -166,7 +168,7 @@ void frmManArc::cmdDuplica_Click() {
   if (name.isEmpty()) return;
   const bool made = protetto("modManArc!cmdDuplicare", [&] {
     return CopiaArchivio(pathOf(from), pathOf(name), QStringLiteral("Duplicazione archivio")) ==
-           Esito::kFatto;
+           EsitoFile::kFatto;
   });
   if (made) RicaricaFiles();
 }
@@ -203,9 +205,9 @@ void frmManArc::cmdCorreggere_Click() {
   protetto("modManArc!cmdCorreggere", [&] {
     Puntatore(kClessidra);
     RiparaArchivio(pathOf(name));
-    const Esito esito = ComprimiArchivio(pathOf(name));
+    const EsitoFile esito = ComprimiArchivio(pathOf(name));
     Puntatore(kPuntatoreNormale);
-    if (esito != Esito::kFatto) return;
+    if (esito != EsitoFile::kFatto) return;
     iMsg(QStringLiteral("Riparazione e compressione dell'archivio avvenuta con successo!"), 0);
   });
 }

@@ -26,7 +26,6 @@ class frmManArc final : public platform::Form {
  private:
   QWidget* build() override;
   void loaded() override;
-  void activated() override;
   bool queryUnload() override;
   bool keyDown(int key, Qt::KeyboardModifiers modifiers) override;
 
@@ -44,6 +43,7 @@ class frmManArc final : public platform::Form {
   QListWidget& lstFile();
   void connectCommands();
   void fillList();
+  void takeFocus();
   void write(const char* label, const QString& text);
   QString selectedName();  // empty without any
   QString pathOf(const QString& name) const { return directory_ + name; }

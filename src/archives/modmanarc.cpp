@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "archives/codice_accesso.h"
+#include "archives/comandi_archivi.h"
 #include "archives/frmask.h"
 #include "archives/frmaskpassword.h"
 #include "archives/frmconfig.h"
@@ -225,6 +226,7 @@ void RegistraFormArchivi() {
   RegistraFormCopieSicurezza();
   RegistraFormRecupero();
   RegistraFormConfig();
+  RegistraComandiArchivi();
 }
 
 }  // namespace tavolix

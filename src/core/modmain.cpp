@@ -70,6 +70,14 @@ QString archiveOf(const QString& rigaComando) {
   return platform::exists(here) ? platform::systemPath(here) : path;
 }
 
+void openRecordsets() {
+  rsCfg = dbArc->OpenRecordset(QStringLiteral("CFG"), store::RecordsetType::Table);
+  rsCfg->SetIndex(QStringLiteral("1u"));
+  rsTab = dbArc->OpenRecordset(QStringLiteral("TAB"), store::RecordsetType::Table);
+  rsTab->SetIndex(QStringLiteral("1u"));
+  rsCont = dbArc->OpenRecordset(QStringLiteral("CONT"), store::RecordsetType::Dynaset);
+}
+
 bool openAtStart(const QString& path) {
   return path.isEmpty() ? bApriDB(0, {}, true, true) : bApriDB(2, path, true, true);
 }
@@ -90,23 +98,22 @@ bool bApriDB(int iModo, const QString& sPath, bool bPrimoPiano, bool bOpzione) {
                             bOpzione)) {
     return false;
   }
-  return protetto("modMain!bApriDB", [&] {
+  const auto failure = fallimentoDi([&] {
     Cedi();
     if (bPrimoPiano) raiseSplash();
     Cedi();
-    rsCfg = dbArc->OpenRecordset(QStringLiteral("CFG"), store::RecordsetType::Table);
-    rsCfg->SetIndex(QStringLiteral("1u"));
-    rsTab = dbArc->OpenRecordset(QStringLiteral("TAB"), store::RecordsetType::Table);
-    rsTab->SetIndex(QStringLiteral("1u"));
-    rsCont = dbArc->OpenRecordset(QStringLiteral("CONT"), store::RecordsetType::Dynaset);
+    openRecordsets();
     DimenticaListe();
     tellDataControls();
     forms()[kMain].Window()->setWindowTitle(
         QStringLiteral("%1 %2 Rev. %3 - Archivio in uso: %4")
             .arg(QLatin1String(kNomeProgramma), QLatin1String(kVersione), QLatin1String(kRevisione),
                  sNomeFile(sPathArc)));
-    return true;
   });
+  if (!failure) return true;
+  ChiudiWorkspace();
+  verbi().ArchivioInservibile(*failure, "modMain!bApriDB", sPathArc);
+  return false;
 }
 
 bool ChiudiDB(const store::DatabasePtr& db) {

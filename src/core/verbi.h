@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "store/database.h"
+#include "store/failure.h"
 
 class QWidget;
 
@@ -54,6 +55,10 @@ struct Verbi {
   // Offers to recover an archive that cannot be opened, for the reason given.
   Verbo<void(const QString& sDescrizione, const QString& sPath)> RecuperaArchivio{
       "RecuperaArchivio"};
+  // Tells a failure met with an archive after it was opened, and sees to it that the next start
+  // does not end the same way. The archive is closed; `sProc` is the procedure that failed.
+  Verbo<void(const store::Failure& failure, const char* sProc, const QString& sPath)>
+      ArchivioInservibile{"ArchivioInservibile"};
   // Asks for a text of at most `iLunghezza` characters; empty if it was given up.
   Verbo<QString(const QString& sEtichetta, const QString& sValore, int iLunghezza)> ChiediTesto{
       "ChiediTesto"};

@@ -70,13 +70,9 @@ constexpr Comando kComandi[] = {
 
 // Those whose windows the program does not have: each goes to the table of its area with them.
 constexpr Comando kSenzaFinestra[] = {
-    {"mnuFile", 10, "mnuGestArc", "&Apertura / gestione archivi", "", 13, nullptr, {}, {5, 11, "archivi", "Apertura / gestione archivi"}},
-    {"mnuFile", 30, "mnuFileCopie", "&Copie di sicurezza", "", 2, nullptr, {}, {7, 12, "copia", "Esegui copia di sicurezza"}},
     {"mnuFile", 40, "mnuFileEsporta", "Es&portazioni", "", 3},
     {"mnuImportazioni", 10, "mnuImportaRubKPZ3", "Importa rubrica Velmar Casaro 3/3.5", "", 14},
-    {"mnuFile", 60, "mnuCodiceAccesso", "C&odice di accesso", "", 15},
     {"mnuFile", 70, "mnuFileStampe", "&Stampe", "", 16, nullptr, {}, {6, 13, "stampa", "Stampa"}},
-    {"mnuFile", 90, "mnuConfigurazione", "Con&figurazione", "", 1},
     {"mnuRaccolte", 100, "mnuAnalisiInfoAcc", "Analisi elenchi multiraccolta", "", 7, nullptr, {}, {10, 32, "multiraccolta", "Analisi elenchi multiraccolta"}},
     {"mnuRacCorrente", 50, "mnuAnalisiRaggruppamenti", "Analisi &raggruppamenti", "", 6, nullptr, {}, {1, 31, "raggruppamenti", "Analisi raggruppamenti"}},
     {"mnuAiuto", 10, "mnuGuida", "Guida in linea", "", 0, nullptr, {}, {4, 42, "guida", "Guida in linea"}},

@@ -47,6 +47,7 @@ void Desk::end() {
   for (store::RecordsetPtr* rs : {&rsCfg, &rsTab, &rsCont}) rs->reset();
   dbArc.reset();
   DimenticaListe();
+  RegistraFormArchivi();
   RegistraFormAssist();
   RegistraFormWorkspace();
   RegistraFormQuery();
