@@ -31,8 +31,8 @@ bool asksForChange() {
 
 bool knowsOldCode(const QString& old) {
   if (old.isEmpty() || old == QLatin1String(kSenzaCodice)) return true;
-  if (FrmAskPassword().sChiediCodice(
-          QStringLiteral(" Digitare il vecchio codice d'accesso ")) == old) {
+  if (FrmAskPassword().sChiediCodice(QStringLiteral(" Digitare il vecchio codice d'accesso ")) ==
+      old) {
     return true;
   }
   wrongCode();

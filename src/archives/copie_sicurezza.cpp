@@ -36,8 +36,8 @@ enum class Tentativo { kFatto, kProtetto, kLasciato };
 
 Tentativo tryCopy(const QString& from, const QString& to) {
   EsitoFile esito = EsitoFile::kInterrotto;
-  const auto failure = fallimentoDi(
-      [&] { esito = CopiaArchivio(from, to, QStringLiteral("Copia di sicurezza")); });
+  const auto failure =
+      fallimentoDi([&] { esito = CopiaArchivio(from, to, QStringLiteral("Copia di sicurezza")); });
   if (!failure) return esito == EsitoFile::kFatto ? Tentativo::kFatto : Tentativo::kLasciato;
   if (failure->number() == platform::file_failure::kDiskFull) {
     iMsg(QString::fromUtf8(kDiscoPieno), 0);
@@ -45,8 +45,7 @@ Tentativo tryCopy(const QString& from, const QString& to) {
     iMsg(QString::fromUtf8(kDiscoProtetto), 0);
     return Tentativo::kProtetto;
   } else {
-    Errore(failure->number(), failure->description(),
-           QStringLiteral("modManArc!EseguiCopiaSicur"));
+    Errore(failure->number(), failure->description(), QStringLiteral("modManArc!EseguiCopiaSicur"));
   }
   return Tentativo::kLasciato;
 }

@@ -30,15 +30,16 @@ void settle(const QString& path) {
 
 bool acceptsDamage(const QString& path, std::size_t pages) {
   if (pages == 0) return true;
-  const QString text =
-      QStringLiteral("L'archivio %1 ha pagine danneggiate: %2. La copia le conterra' come sono. "
-                     "Vuoi continuare?");
+  const QString text = QStringLiteral(
+      "L'archivio %1 ha pagine danneggiate: %2. La copia le conterra' come sono. "
+      "Vuoi continuare?");
   return iMsg(text.arg(sNomeFile(path), QLocale().toString(static_cast<qlonglong>(pages))), 2) == 1;
 }
 
 }  // namespace
 
-EsitoFile CopiaArchivio(const QString& sOrigine, const QString& sDestinazione, const QString& sCosa) {
+EsitoFile CopiaArchivio(const QString& sOrigine, const QString& sDestinazione,
+                        const QString& sCosa) {
   const QString source = requirePlace(sOrigine);
   const QString target = requirePlace(sDestinazione);
   platform::ProgressWindow progress(sCosa);
@@ -46,7 +47,8 @@ EsitoFile CopiaArchivio(const QString& sOrigine, const QString& sDestinazione, c
   const auto report = [&](qint64 done, qint64 total) { return progress.report(done, total); };
   const store::PageReport pages = store::VerifyPages(source, report);
   if (!pages.isComplete) return EsitoFile::kInterrotto;
-  if (pages.hasChecksums && !acceptsDamage(source, pages.damaged.size())) return EsitoFile::kInterrotto;
+  if (pages.hasChecksums && !acceptsDamage(source, pages.damaged.size()))
+    return EsitoFile::kInterrotto;
   platform::copyFile(source, target);
   store::removeJournals(target);
   return EsitoFile::kFatto;

@@ -11,7 +11,8 @@ enum class EsitoFile { kFatto, kInterrotto };
 
 // A copy beside the target, read back, then put in its place. Progress is shown under `sCosa`.
 // A source with damaged pages is told before, and the user may break off.
-EsitoFile CopiaArchivio(const QString& sOrigine, const QString& sDestinazione, const QString& sCosa);
+EsitoFile CopiaArchivio(const QString& sOrigine, const QString& sDestinazione,
+                        const QString& sCosa);
 void RinominaArchivio(const QString& sDa, const QString& sA);
 void EliminaArchivio(const QString& sPath);
 // Repairs an archive if it is damaged, the original being kept beside it.

@@ -77,9 +77,9 @@ QWidget* frmConfig::build() {
   window->setWindowIcon(platform::windowIcon(QStringLiteral("tavolix")));
   auto* column = new QVBoxLayout(window);
   column->addWidget(newStart(window));
-  column->addWidget(
-      newOptions(" Visualizzazione elenco record ",
-                 {{"optExtMax", "Estensione massima "}, {"optExtMin", "Estensione minima"}}, window));
+  column->addWidget(newOptions(
+      " Visualizzazione elenco record ",
+      {{"optExtMax", "Estensione massima "}, {"optExtMin", "Estensione minima"}}, window));
   column->addWidget(newOptions(" Posizione finestra principale ",
                                {{"optPosUlt", "Come da ultimo utilizzo"},
                                 {"optPosPred", "Come da impostazione predefinita"}},

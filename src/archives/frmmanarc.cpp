@@ -125,8 +125,9 @@ void frmManArc::MostraInfoFile() {
   const QString name = selectedName();
   if (name.isEmpty()) return write("lblFileInfo", {});
   const qint64 length = platform::fileLength(pathOf(name));
-  write("lblFileInfo", QStringLiteral(" Archivio selezionato: %1 (%2 bytes)")
-                           .arg(name, QLocale().toString(length)));
+  write(
+      "lblFileInfo",
+      QStringLiteral(" Archivio selezionato: %1 (%2 bytes)").arg(name, QLocale().toString(length)));
 }
 
 void frmManArc::AbilitazionePulsanti() {

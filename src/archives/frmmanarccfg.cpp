@@ -93,9 +93,8 @@ void frmManArcCfg::CaricaArchivi() {
 
 // Without any choice the Tab key has to come to the first.
 void frmManArcCfg::followOption() {
-  const bool any = std::any_of(std::begin(kChoices), std::end(kChoices), [this](const Scelta& c) {
-    return option(c.option).isChecked();
-  });
+  const bool any = std::any_of(std::begin(kChoices), std::end(kChoices),
+                               [this](const Scelta& c) { return option(c.option).isChecked(); });
   if (!any) option(kChoices[0].option).setFocusPolicy(Qt::StrongFocus);
   if (any && !option(kChoices[0].option).isChecked()) {
     option(kChoices[0].option).setFocusPolicy(Qt::ClickFocus);

@@ -33,8 +33,8 @@ class frmSceltaDir final : public platform::Form {
   void goUp();
   void cmdAnnulla_Click();
 
-  QString sDir_;     // the one that was given
-  QString opened_;   // a path of the system
+  QString sDir_;    // the one that was given
+  QString opened_;  // a path of the system
   QStringList radici_;
 };
 

@@ -44,7 +44,8 @@ constexpr const char* kWithoutArchives =
     "In questa directory non ci sono archivi.\n\n"
     "Un archivio contiene tutte le raccolte: libri, riviste, audio, video, software, medicinali, "
     "oggetti vari e persone.\n\n"
-    "Con \"Crea nuovo\" si sceglie un nome e si ottiene un archivio vuoto, che con \"Apri\" diventa "
+    "Con \"Crea nuovo\" si sceglie un nome e si ottiene un archivio vuoto, che con \"Apri\" "
+    "diventa "
     "quello in uso. Con \"Directory...\" si cercano archivi altrove, con \"Recupera copie\" si "
     "riprende una copia di sicurezza.";
 

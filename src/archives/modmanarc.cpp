@@ -128,7 +128,8 @@ void tellOfJournal(const store::Database& db) {
 
 Outcome tryArchive(const QString& sPath, store::DatabasePtr& db, int& iVersione,
                    bool bControllaCodice) {
-  const auto unopened = fallimentoDi([&] { db = store::OpenDatabase(platform::systemPath(sPath)); });
+  const auto unopened =
+      fallimentoDi([&] { db = store::OpenDatabase(platform::systemPath(sPath)); });
   if (unopened) {
     offerRecovery(*unopened, sPath);
     return Outcome::Unusable;

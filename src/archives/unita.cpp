@@ -15,8 +15,8 @@ namespace {
 // Where desktops mount what the user plugs in.
 constexpr const char* kForUsers[] = {"/media/", "/run/media/"};
 // What the system keeps for itself.
-constexpr const char* kOfSystem[] = {"/boot", "/dev", "/etc", "/proc", "/run", "/snap",
-                                     "/sys",  "/tmp", "/usr", "/var"};
+constexpr const char* kOfSystem[] = {"/boot", "/dev", "/etc", "/proc", "/run",
+                                     "/snap", "/sys", "/tmp", "/usr",  "/var"};
 
 bool liesIn(const QString& path, const QString& folder) {
   return path == folder || folder == u'/' || path.startsWith(folder + u'/');
@@ -56,8 +56,8 @@ QVector<Volume> Volumi() {
   for (const QStorageInfo& info : QStorageInfo::mountedVolumes()) {
     if (!info.isValid() || !info.isReady() || !QFileInfo(info.rootPath()).isDir()) continue;
     const QString device = QFile::decodeName(info.device());
-    all.append({info.rootPath(), device, QString::fromLatin1(info.fileSystemType()),
-                isRemovable(device)});
+    all.append(
+        {info.rootPath(), device, QString::fromLatin1(info.fileSystemType()), isRemovable(device)});
   }
   return all;
 }

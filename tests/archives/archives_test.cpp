@@ -1,12 +1,15 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
+#include <QLabel>
 
 #include "archives/modmanarc.h"
 #include "core/modmain.h"
 #include "core/program_folder.h"
 #include "core/verbi.h"
+#include "platform/form.h"
 #include "platform/message_box.h"
+#include "user.h"
 
 namespace tavolix {
 namespace {
@@ -17,11 +20,13 @@ class Archives : public ::testing::Test {
  protected:
   Archives() {
     RegistraArchivi();
+    RegistraFormArchivi();
     MessageBoxSeam::setNoWindow(true);
   }
   ~Archives() override {
     if (db_) db_->Close();
     store::CloseWorkspace();
+    platform::forms().clear();
     MessageBoxSeam::reset();
   }
 
@@ -51,6 +56,7 @@ class Archives : public ::testing::Test {
   QString path_;
   int version_ = 0;
   QString told_;
+  User user_;
 };
 
 TEST_F(Archives, ReadAndWriteNamedValues) {
@@ -69,17 +75,15 @@ TEST_F(Archives, ReadAndWriteNamedValues) {
 }
 
 TEST_F(Archives, TakeTheNameFromTheSettings) {
-  const QString none = "Attenzione! 48 Nessun archivio da aprire.";
-  const QString missing = "Attenzione! 48 L'archivio altro.tvx non esiste o non e' utilizzabile.";
   const struct {
     const char *lastOpen, *lastName, *defaultOpen, *defaultName;
-    QString opened, message;
+    QString opened;  // without one the manager asks
   } cases[] = {
-      {"-1", "esempio.tvx", "0", "modello.tvx", "esempio.tvx", ""},
-      {"-1", "esempio.tvx", "-1", "modello.tvx", "modello.tvx", ""},
-      {"0", "esempio.tvx", "0", "modello.tvx", "", none},
-      {"-1", "", "0", "", "", none},
-      {"-1", "altro.tvx", "0", "", "", missing},
+      {"-1", "esempio.tvx", "0", "modello.tvx", "esempio.tvx"},
+      {"-1", "esempio.tvx", "-1", "modello.tvx", "modello.tvx"},
+      {"0", "esempio.tvx", "0", "modello.tvx", ""},
+      {"-1", "", "0", "", ""},
+      {"-1", "altro.tvx", "0", "", ""},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.lastName);
@@ -87,9 +91,10 @@ TEST_F(Archives, TakeTheNameFromTheSettings) {
     folder_.set("ManArc", "db_LastNameOpen", c.lastName);
     folder_.set("ManArc", "db_DefaultOpen", c.defaultOpen);
     folder_.set("ManArc", "db_DefaultNameOpen", c.defaultName);
+    if (c.opened.isEmpty()) user_.clicks("frmManArc", "cmdEsci");
     EXPECT_EQ(open(0), !c.opened.isEmpty());
     EXPECT_EQ(path_, c.opened);
-    EXPECT_EQ(told_, c.message);
+    EXPECT_EQ(told_, QString());
     EXPECT_EQ(lastName(), c.opened.isEmpty() ? QString(c.lastName) : c.opened);
   }
 }
@@ -97,8 +102,7 @@ TEST_F(Archives, TakeTheNameFromTheSettings) {
 TEST_F(Archives, AreJudgedByTheirStamps) {
   const QString required =
       " 0 TavolixViene richiesto un database V.1/Tavolix mentre il database aperto e': V.";
-  const QString locked =
-      "Attenzione! 48 L'archivio e' protetto da un codice di accesso e non puo' essere aperto.";
+  const QString locked = "Attenzione! 48 Codice d'accesso errato!";
   const QString tampered = "Attenzione! 48 Codice d'accesso manomesso dall'esterno!";
   const struct {
     const char* statement;
@@ -111,7 +115,7 @@ TEST_F(Archives, AreJudgedByTheirStamps) {
       {"UPDATE CFG SET nVal = NULL WHERE dsc = 'DB_VERSION'", "", 0},
       {"UPDATE CFG SET sVal = 'tavolix' WHERE sVal = 'Tavolix'", required + "1/tavolix", 1},
       {"DELETE FROM CFG", required + "0/", 0},
-      {"UPDATE CFG SET sVal = 'xyz' WHERE dsc = 'PWD'", locked, 1},
+      {"UPDATE CFG SET sVal = 'xyz' WHERE dsc = 'PWD'", locked + '\n' + locked, 1},
       {"UPDATE CFG SET sVal = 'xyz' WHERE dsc = 'PWD'", "", 1, false},
       {"UPDATE CFG SET sVal = NULL WHERE dsc = 'PWD'", tampered, 1},
       {"UPDATE CFG SET sVal = 'Ω' WHERE dsc = 'PWD'", tampered, 1},
@@ -124,6 +128,11 @@ TEST_F(Archives, AreJudgedByTheirStamps) {
     QFile::copy(folder_.path("modello.tvx"), folder_.path("prova.tvx"));
     folder_.outside(c.statement, "prova.tvx");
     folder_.set("ManArc", "db_LastNameOpen", "prima.tvx");
+    if (c.message.startsWith(locked)) {
+      user_.types("frmAskPassword", "abc");
+      user_.types("frmAskPassword", "");
+    }
+    if (!c.message.isEmpty()) user_.in("frmManArc", [] { User::press(Qt::Key_Escape); });
     EXPECT_EQ(open(2, "prova.tvx", c.askCode), c.message.isEmpty());
     EXPECT_EQ(told_, c.message);
     EXPECT_EQ(version_, c.version);
@@ -139,20 +148,36 @@ TEST_F(Archives, HaveAVersionOfSixteenBits) {
   }
 }
 
+// Each leads to a start that asks which archive to open, and to an offer where a repair may help.
 TEST_F(Archives, AreNotAnyFiles) {
   folder_.writeFile("testo.tvx", "Questo non e' un archivio.\n");
   QDir(folder_.path()).mkdir("cartella.tvx");
   store::CreateDatabase(folder_.path("senza.tvx"), "CREATE TABLE MAIN (ID INTEGER)")->Close();
   const char* const cases[][3] = {
-      {"testo.tvx", "Attenzione! 48 Errore nr.3343:", " durante apertura testo.tvx"},
-      {"cartella.tvx", "Attenzione! 48 L'archivio cartella.tvx", "non e' utilizzabile."},
-      {"senza.tvx", " 65552 Si e' verificato un errore", "Procedura: modManArc!bManArc"},
+      {"testo.tvx", "", "Errore nr.3343:Il file non e' un archivio riconosciuto"},
+      {"senza.tvx", " 65552 Si e' verificato un errore", "Errore nr.3078:"},
   };
-  for (const auto& [name, begin, end] : cases) {
+  for (const auto& [name, told, described] : cases) {
+    for (const char* key : {"db_LastOpen", "db_DefaultOpen"}) folder_.set("ManArc", key, "-1");
+    QString text;
+    user_.in("frmRecupero", [&] {
+      platform::Form& recovery = platform::forms()["frmRecupero"];
+      text = recovery.control<QLabel>("lblDsc")->text();
+      EXPECT_EQ(recovery.control<QLabel>("lblio")->text(), QString(name));
+      User::press(Qt::Key_Escape);
+    });
     EXPECT_FALSE(open(2, name));
-    EXPECT_TRUE(told_.startsWith(begin) && told_.endsWith(end)) << qPrintable(told_);
+    EXPECT_EQ(told_.isEmpty(), *told == 0);
+    EXPECT_TRUE(told_.contains(told)) << qPrintable(told_);
+    EXPECT_TRUE(text.startsWith(described)) << qPrintable(text);
+    EXPECT_TRUE(text.endsWith(QString(" durante apertura ") + name)) << qPrintable(text);
     EXPECT_EQ(lastName(), QString("esempio.tvx"));
+    EXPECT_EQ(folder_.setting("ManArc", "db_AskOpen"), QString("-1"));
+    EXPECT_EQ(folder_.setting("ManArc", "db_LastOpen"), QString("0"));
+    EXPECT_EQ(folder_.setting("ManArc", "db_DefaultOpen"), QString("0"));
   }
+  user_.clicks("frmManArc", "cmdEsci");
+  EXPECT_FALSE(open(2, "cartella.tvx"));
 }
 
 // Of an older program, or with a counter that was lost: brought up to date before it is used, but
@@ -164,6 +189,7 @@ TEST_F(Archives, AreMadeReadyForUse) {
   folder_.outside(
       "ALTER TABLE MAIN DROP COLUMN Voto; ALTER TABLE MAIN DROP COLUMN Valore; DELETE FROM CONT;"
       "UPDATE CFG SET nVal = 2 WHERE dsc = 'DB_VERSION'");
+  user_.clicks("frmManArc", "cmdEsci");
   EXPECT_FALSE(open(2, "esempio.tvx"));
   EXPECT_EQ(folder_.found(columns), QString("0"));
   folder_.outside("UPDATE CFG SET nVal = 1 WHERE dsc = 'DB_VERSION'");
@@ -190,22 +216,26 @@ TEST_F(Archives, AreMadeReadyForUse) {
 
 TEST_F(Archives, AreAskedForUntilOneFitsOrTheUserGivesUp) {
   folder_.outside("UPDATE CFG SET nVal = 2 WHERE dsc = 'DB_VERSION'", "modello.tvx");
-  QStringList answers;
-  // With no answer left the user gives up.
-  verbi().ScegliArchivio = [&] { return answers.isEmpty() ? QString() : answers.takeFirst(); };
-  const std::tuple<int, QString, QStringList, QString, bool> cases[] = {
-      {1, "modello.tvx", {"esempio.tvx"}, "esempio.tvx", false},
-      {2, "assente.tvx", {"modello.tvx", "esempio.tvx"}, "esempio.tvx", true},
-      {2, "modello.tvx", {}, "", true},
+  // The list's rows: esempio.tvx, modello.tvx.
+  const auto choose = [&](int row) {
+    user_.in("frmManArc", [row] {
+      for (int i = 0; i < row; ++i) User::press(Qt::Key_Down);
+      User::press(Qt::Key_Return);
+    });
   };
-  for (const auto& [mode, path, given, opened, tells] : cases) {
-    answers = given;
-    EXPECT_EQ(open(mode, path), !opened.isEmpty());
-    EXPECT_EQ(path_, opened);
+  const std::tuple<int, const char*, std::vector<int>, bool> cases[] = {
+      {1, "modello.tvx", {0}, false},
+      {2, "assente.tvx", {1, 0}, true},
+      {2, "modello.tvx", {}, true},
+  };
+  for (const auto& [mode, path, rows, tells] : cases) {
+    for (const int row : rows) choose(row);
+    if (rows.empty()) user_.clicks("frmManArc", "cmdEsci");
+    EXPECT_EQ(open(mode, path), !rows.empty());
+    EXPECT_EQ(path_, rows.empty() ? QString() : folder_.path("esempio.tvx"));
     EXPECT_EQ(told_.isEmpty(), !tells);
-    EXPECT_TRUE(answers.isEmpty());
+    EXPECT_EQ(user_.left(), 0U);
   }
-  verbi().ScegliArchivio = nullptr;
 }
 
 }  // namespace

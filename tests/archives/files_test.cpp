@@ -1,0 +1,242 @@
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <QDir>
+
+#include "archives/copie_sicurezza.h"
+#include "archives/frmsceltadir.h"
+#include "archives/modmanarc.h"
+#include "archives/nome_archivio.h"
+#include "archives/percorsi.h"
+#include "archives/unita.h"
+#include "core/program_folder.h"
+#include "platform/file_system.h"
+#include "platform/form.h"
+#include "platform/message_box.h"
+#include "user.h"
+
+namespace tavolix {
+namespace {
+
+using platform::MessageBoxSeam;
+
+TEST(NomeArchivio, HoldsLettersDigitsAndThreeMore) {
+  const std::pair<const char*, bool> names[] = {
+      {"Casa 2", true}, {"a-Z_09", true}, {"", true},      {"Città", false}, {"casa.tvx", false},
+      {"a/b", false},   {"a@b", false},   {"a[b", false},  {"a`b", false},   {"a{b", false},
+      {"a:b", false},   {"ı", false},     {"a\\b", false}, {"a,b", false}};
+  for (const auto& [name, valid] : names) EXPECT_EQ(bNomeArchivioValido(name), valid) << name;
+  const std::pair<const char*, QString> typed[] = {
+      {"Casa", "Casa"}, {" Casa.tvx ", "Casa"}, {"Casa.TVX", "Casa"}, {".tvx", ""}, {"tvx", "tvx"}};
+  for (const auto& [text, name] : typed) EXPECT_EQ(sSenzaEstensione(text, ".tvx"), name) << text;
+}
+
+TEST(Percorsi, KeepTheirSpellingInTheSettings) {
+  const std::tuple<const char*, const char*, const char*> written[] = {
+      {"/media/x/", "", "/media/x/"},
+      {"/media/x/", "C:\\media\\x", "C:\\media\\x"},
+      {"/media/y/", "C:\\media\\x", "\\media\\y\\"},
+      {"/media/y/", "/media/x", "/media/y/"},
+      {"/media/x/casa.tvx", "\\media\\x\\casa.tvx", "\\media\\x\\casa.tvx"},
+      {"/media/x/altra.tvx", "\\media\\x\\casa.tvx", "\\media\\x\\altra.tvx"},
+      {"A:\\", "A:", "A:"},
+  };
+  for (const auto& [shown, before, after] : written) {
+    EXPECT_EQ(sPercorsoScritto(shown, before), QString(after)) << shown << ' ' << before;
+  }
+  EXPECT_EQ(sCartellaMostrata("C:\\media\\x"), QString("/media/x/"));
+  EXPECT_EQ(sCartellaMostrata("a:\\copie"), QString("a:\\copie\\"));
+  EXPECT_EQ(sCartellaMostrata(" "), QString());
+}
+
+TEST(Unita, AreWhatIsMountedOrWhatTheSettingsName) {
+  const Volume root{"/", "/dev/sda1", "ext4", false};
+  const Volume home{"/home", "/dev/sda2", "ext4", false};
+  const Volume boot{"/boot/efi", "/dev/sdb9", "vfat", true};
+  const Volume disc{"/media/anna/CD", "/dev/sr0", "iso9660", true};
+  const Volume stick{"/media/anna/CHIAVETTA", "/dev/sdb1", "vfat", true};
+  const Volume disk{"/run/media/anna/DISCO", "/dev/sdc1", "ext4", false};
+  const struct {
+    QVector<Volume> volumes;
+    Unita set;
+    const char *a, *b;
+  } cases[] = {
+      {{root, home, boot, disc}, {}, "", ""},
+      {{root, stick}, {}, "/media/anna/CHIAVETTA", ""},
+      {{root, disk, stick}, {}, "/run/media/anna/DISCO", "/media/anna/CHIAVETTA"},
+      {{root, stick}, {{}, "/srv/b"}, "/media/anna/CHIAVETTA", "/srv/b"},
+      {{root, {"/mnt/usb", "/dev/sdd1", "vfat", true}}, {"/srv/a", {}}, "/srv/a", ""},
+  };
+  for (const auto& c : cases) {
+    const Unita found = UnitaDischetti(c.volumes, c.set);
+    EXPECT_EQ(found.sA, QString(c.a));
+    EXPECT_EQ(found.sB, QString(c.set.sB.isEmpty() ? QString(c.b) : c.set.sB));
+  }
+  const QStringList roots = sRadici({root, home, boot, disc, stick}, "/home/anna");
+  EXPECT_EQ(roots.join(' '), QString("/ /home/anna /home /media/anna/CD /media/anna/CHIAVETTA"));
+  const std::pair<const char*, int> folders[] = {
+      {"/etc", 0}, {"/home/anna/x", 1}, {"/home/annabella", 2}, {"/media/anna/CHIAVETTA/", 4}};
+  for (const auto& [folder, place] : folders) EXPECT_EQ(iRadiceDi(roots, folder), place) << folder;
+}
+
+// Files as they lie in a folder, with windows where they ask.
+class Files : public ::testing::Test {
+ protected:
+  Files() {
+    RegistraArchivi();
+    RegistraFormArchivi();
+    MessageBoxSeam::setNoWindow(true);
+    QDir(folder_.path()).mkdir("copie");
+    QDir(folder_.path()).mkdir("disco");
+  }
+  ~Files() override {
+    platform::setDriveFolder('A', {});
+    platform::forms().clear();
+    MessageBoxSeam::reset();
+  }
+
+  static void answer(std::initializer_list<int> answers) {
+    for (const int pressed : answers) MessageBoxSeam::setNextAnswer(pressed);
+  }
+  // The begins of the messages since the last call, parted by "|".
+  static QString told() {
+    QStringList begins;
+    for (const auto& shown : MessageBoxSeam::shown()) begins << shown.text.left(34);
+    MessageBoxSeam::reset();
+    MessageBoxSeam::setNoWindow(true);
+    return begins.join('|');
+  }
+  QByteArray bytes(const QString& name) const {
+    QFile file(folder_.path(name));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+  }
+
+  ProgramFolder folder_;
+  User user_;
+};
+
+TEST_F(Files, AskForANameUntilItIsGood) {
+  const QString invalid = "Nome dell'archivio non valido: puo",
+                taken = "Nome archivio gia' esistente!";
+  folder_.writeFile("à.tvx", "");
+  const struct {
+    QStringList typed;
+    const char* name;
+    QString told;
+  } cases[] = {
+      {{""}, "", ""},
+      {{" Casa "}, "Casa.tvx", ""},
+      {{"Esempio.TVX"}, "Esempio.tvx", ""},  // another name here, as case tells files apart
+      {{"esempio", "a.b", "à", "Casa.tvx"},
+       "Casa.tvx",
+       taken + '|' + invalid + '|' + invalid + '|' + taken},
+      {{QString(40, 'x')}, "xxxxxxxxxxxxxxxxxxxxxxxxxxxxxx.tvx", ""},
+  };
+  for (const auto& c : cases) {
+    for (const QString& text : c.typed) user_.types("frmAsk", text);
+    answer({1, 1, 1, 1});
+    EXPECT_EQ(sChiediNomeArchivio(folder_.path() + '/', "Nome", ".tvx"), QString(c.name));
+    EXPECT_EQ(told(), c.told);
+  }
+  user_.in("frmAsk", [] {
+    QTest::keyClicks(QApplication::focusWidget(), "abc");
+    User::press(Qt::Key_Escape);
+  });
+  EXPECT_EQ(sChiediNomeArchivio(folder_.path() + '/', "Nome", ".tvx"), QString());
+}
+
+TEST_F(Files, KnowOneFileByAllItsNames) {
+  QFile::link(folder_.path("esempio.tvx"), folder_.path("legame.tvx"));
+  ASSERT_EQ(::link(qPrintable(folder_.path("esempio.tvx")), qPrintable(folder_.path("duro.tvx"))),
+            0);
+  QFile::copy(folder_.path("esempio.tvx"), folder_.path("copia.tvx"));
+  const std::pair<const char*, bool> others[] = {{"./copie/../esempio.tvx", true},
+                                                 {"legame.tvx", true},
+                                                 {"duro.tvx", true},
+                                                 {"copia.tvx", false},
+                                                 {"manca.tvx", false},
+                                                 {"copie", false}};
+  for (const auto& [name, same] : others) {
+    EXPECT_EQ(bStessoFile(folder_.path(name), folder_.path("esempio.tvx")), same) << name;
+  }
+}
+
+// Each way that a copy may end, told by messages and by what lies there afterwards.
+TEST_F(Files, AreCopiedOrLeftAsTheyWere) {
+  const QString drive = "Inserire un dischetto formattato n", done = "Copia di sicurezza eseguita!";
+  const QString full = "Impossibile eseguire la copia: dis",
+                shut = "Disco protetto da scrittura: per s";
+  const QString here = "Impossibile eseguire copie di sicu",
+                failed = "Si e' verificato un errore durante";
+  folder_.writeFile("disco/vecchia.tvx", "vecchia");
+  QFile::link("/dev/full", folder_.path("pieno.tvx"));
+  const QString own = folder_.path("esempio.tvx");
+  using platform::kNo, platform::kYes, platform::kOk;
+  const struct {
+    QString from, to;
+    std::vector<int> answers;
+    QString told;
+    const char* copy;  // that is to be there
+  } cases[] = {
+      {own, folder_.path("copie/uno.tvx"), {kOk}, done, "copie/uno.tvx"},
+      {own, folder_.path("disco/vecchia.tvx"), {kOk}, done, "disco/vecchia.tvx"},
+      {own, "A:\\due.tvx", {kNo}, drive, ""},
+      {own, "A:\\due.tvx", {kYes, kOk}, drive + '|' + done, "disco/due.tvx"},
+      {own, "b:\\due.tvx", {kYes, kOk}, drive + '|' + failed, ""},
+      {own, "  ", {}, "", ""},
+      {own, folder_.path("copie/../esempio.tvx"), {kOk}, here, ""},
+      {own, folder_.path("manca/x.tvx"), {kOk}, failed, ""},
+      {own, folder_.path("copie"), {kOk}, failed, ""},
+      {folder_.path("manca.tvx"), folder_.path("copie/x.tvx"), {kOk}, failed, ""},
+  };
+  folder_.set("Unita", "A", folder_.path("disco"));
+  for (const auto& c : cases) {
+    for (const int pressed : c.answers) MessageBoxSeam::setNextAnswer(pressed);
+    EXPECT_EQ((EseguiCopiaSicur(c.from, c.to, true), told()), c.told) << qPrintable(c.to);
+    EXPECT_TRUE(*c.copy == 0 || bytes(c.copy) == bytes("esempio.tvx")) << c.copy;
+  }
+  EXPECT_EQ(QDir(folder_.path("copie")).entryList(QDir::Files).join(' '), QString("uno.tvx"));
+  if (::geteuid() != 0) {
+    QFile::setPermissions(folder_.path("copie"), QFile::ReadOwner | QFile::ExeOwner);
+    answer({kOk, kOk});
+    EseguiCopiaSicur(own, folder_.path("copie/tre.tvx"), true);
+    EXPECT_EQ(told(), shut + '|' + shut);
+  }
+}
+
+TEST_F(Files, LetAFolderBePicked) {
+  for (const char* name : {"albero/ramo/foglia", "albero/.nascosto/dentro", "albero/altro"}) {
+    QDir(folder_.path()).mkpath(name);
+  }
+  const QString tree = folder_.path("albero");
+  EXPECT_EQ(sSottocartelle(tree, tree + "/ramo").join(' '), QString("altro ramo"));
+  EXPECT_EQ(sSottocartelle(tree, tree + "/.nascosto/").join(' '), QString(".nascosto altro ramo"));
+  const struct {
+    const char* begin;
+    std::vector<Qt::Key> keys;
+    QString picked;
+  } cases[] = {
+      {"/ramo", {Qt::Key_Backspace}, tree + '/'},
+      {"/ramo", {Qt::Key_Down, Qt::Key_Return}, tree + "/ramo/foglia/"},
+      // Coming from below, the list stands on where one was.
+      {"/ramo/foglia", {Qt::Key_Return, Qt::Key_Return}, tree + "/ramo/foglia/"},
+      {"", {Qt::Key_Backspace, Qt::Key_Return}, tree + '/'},
+  };
+  for (const auto& c : cases) {
+    user_.in("frmSceltaDir", [&] {
+      for (const Qt::Key key : c.keys) User::press(key);
+      User::click("frmSceltaDir", "cmdConferma");
+    });
+    EXPECT_EQ(sScegliDir(platform::forms()["frmManArc"], tree + c.begin), c.picked) << c.begin;
+  }
+  user_.in("frmSceltaDir", [] {
+    User::press(Qt::Key_Backspace);
+    User::press(Qt::Key_Escape);
+  });
+  answer({platform::kOk});
+  EXPECT_EQ(sScegliDir(platform::forms()["frmManArc"], tree + "/manca"), tree + "/manca");
+  EXPECT_EQ(told(), QString("Si e' verificato un errore durante"));
+}
+
+}  // namespace
+}  // namespace tavolix
