@@ -50,13 +50,13 @@ void showOrder(const QString& sOrdine) {
 }
 
 // The text stands out where the list is not the whole collection.
-void showCount(QLabel& lblStatus) {
-  lblStatus.setText((bElencoFiltrato ? QStringLiteral("Elenco filtrato: ")
-                                     : QStringLiteral("Elenco completo: ")) +
-                    QString::number(lRecordElenco()) + QStringLiteral(" records"));
-  lblStatus.setForegroundRole(bElencoFiltrato ? QPalette::Link : QPalette::WindowText);
+void showCount(QLabel& lblStatus, bool filtered) {
+  lblStatus.setText(
+      (filtered ? QStringLiteral("Elenco filtrato: ") : QStringLiteral("Elenco completo: ")) +
+      QString::number(lRecordElenco()) + QStringLiteral(" records"));
+  lblStatus.setForegroundRole(filtered ? QPalette::Link : QPalette::WindowText);
   QFont font = lblStatus.font();
-  font.setBold(bElencoFiltrato);
+  font.setBold(filtered);
   lblStatus.setFont(font);
 }
 
@@ -101,7 +101,10 @@ void AggiornaBarraStato() {
   frmMain()
       .Control(QStringLiteral("cmdBar(8)"))
       ->setEnabled(!aRaccolte(iRacCorr).sFiltro.isEmpty());
-  showCount(*frmMain().control<QLabel>(QStringLiteral("lblStatus")));
+  // Beside a list the filter that it was made with counts, which may not be the one now in force.
+  const bool filtered =
+      dbElenco().Recordset() != nullptr ? bElencoFiltrato : !aRaccolte(iRacCorr).sFiltro.isEmpty();
+  showCount(*frmMain().control<QLabel>(QStringLiteral("lblStatus")), filtered);
 }
 
 void CollegaCampi(bool bCollega, int iRac) {

@@ -35,7 +35,10 @@ bool isTyping(const QKeyEvent* event) {
 }  // namespace
 
 DataGrid::DataGrid(QWidget* parent)
-    : QTableView(parent), model_(new RecordModel(this)), heading_(new GridHeading(this)) {
+    : QTableView(parent),
+      model_(new RecordModel(this)),
+      heading_(new GridHeading(this)),
+      notice_(new ReadNotice(*this)) {
   setHorizontalHeader(heading_);
   // A view that does not sort by itself takes the mark away from the heading it is given.
   heading_->setSortIndicatorShown(true);
@@ -48,6 +51,7 @@ DataGrid::DataGrid(QWidget* parent)
   setItemDelegate(new CellDelegate(
       [this](const QModelIndex& cell, const QVariant& value) { writeCell(cell, value); }, this));
   bindModel();
+  bindNotice();
 }
 
 void DataGrid::setUpLook() {
@@ -71,17 +75,6 @@ void DataGrid::setRowHeight() {
 
 // Connected after setModel: the selection has then taken note of the model's changes.
 void DataGrid::bindModel() {
-  auto* notice = new ReadNotice(*this);
-  connect(model_, &RecordModel::readFailed, notice,
-          [notice](int, const QString& description) { notice->Tell(description); });
-  connect(model_, &RecordModel::readFailed, this, &DataGrid::readFailed);
-  connect(model_, &RecordModel::readRestored, notice, &QWidget::hide);
-  connect(model_, &RecordModel::readRestored, this, &DataGrid::readRestored);
-  connect(notice, &ReadNotice::retryAsked, this, [this] {
-    setFocus();
-    model_->readAgain();
-  });
-  connect(notice, &ReadNotice::leaveAsked, this, &DataGrid::leaveAsked);
   connect(model_, &RecordModel::rowReached, this, &DataGrid::showCurrentRow);
   connect(model_, &RecordModel::leavingRow, this, [this](bool* stays) {
     if (!CommitCell()) *stays = true;
@@ -100,13 +93,41 @@ void DataGrid::bindModel() {
   });
 }
 
+void DataGrid::bindNotice() {
+  connect(model_, &RecordModel::readFailed, notice_, [this](int, const QString& description) {
+    notice_->Tell(QStringLiteral("L'archivio non si legge: ") + description);
+  });
+  connect(model_, &RecordModel::readFailed, this, &DataGrid::readFailed);
+  connect(model_, &RecordModel::readRestored, notice_, &QWidget::hide);
+  connect(model_, &RecordModel::readRestored, this, &DataGrid::readRestored);
+  connect(notice_, &ReadNotice::retryAsked, this, &DataGrid::tryAgain);
+  connect(notice_, &ReadNotice::leaveAsked, this, &DataGrid::leaveAsked);
+}
+
+void DataGrid::TellMissing(const QString& text) {
+  notice_->Tell(text);
+}
+
+void DataGrid::tryAgain() {
+  if (model_->recordset() == nullptr) {
+    Q_EMIT reloadAsked();
+    return;
+  }
+  setFocus();
+  model_->readAgain();
+}
+
+void DataGrid::showRecordset() {
+  model_->setRecordset(source_->Recordset());
+  if (model_->recordset() != nullptr) notice_->hide();
+}
+
 void DataGrid::SetDataSource(DataControl* source) {
   if (source_ != nullptr) source_->disconnect(this);
   source_ = source;
   model_->setRecordset(source == nullptr ? nullptr : source->Recordset());
   if (source == nullptr) return;
-  connect(source, &DataControl::recordsetChanged, this,
-          [this] { model_->setRecordset(source_->Recordset()); });
+  connect(source, &DataControl::recordsetChanged, this, &DataGrid::showRecordset);
   connect(source, &QObject::destroyed, this, [this] { model_->setRecordset(nullptr); });
 }
 

@@ -12,6 +12,8 @@
 
 namespace platform {
 
+class ReadNotice;
+
 // The rows of a data control as a table. Its current row and that of the recordset are the same:
 // whoever moves one moves the other. Columns are told by their place from 0.
 class DataGrid final : public QTableView {
@@ -37,6 +39,8 @@ class DataGrid final : public QTableView {
   bool IsRefused() const { return refused_ && IsEditing(); }
   // True while the list shows that its rows cannot be read.
   bool IsUnreadable() const { return model_->isUnreadable(); }
+  // Shows the notice of a list that could not be opened, until there is one.
+  void TellMissing(const QString& text);
   // Gives up what is being typed into a cell.
   void AbandonCell();
   // Puts the current cell on the clipboard: a text as it is stored, anything else as it is shown.
@@ -71,6 +75,7 @@ class DataGrid final : public QTableView {
   // try again, or to leave the window.
   void readFailed(int number, const QString& description);
   void readRestored();
+  void reloadAsked();  // of a list that could not be opened
   void leaveAsked();
 
  protected:
@@ -95,6 +100,9 @@ class DataGrid final : public QTableView {
   void askForMenu();
   bool isSearching() const;
   void bindModel();
+  void bindNotice();
+  void showRecordset();
+  void tryAgain();
   void setColumnWidths();
   void showCurrentRow();
   void moveRecordset(int row);
@@ -111,6 +119,7 @@ class DataGrid final : public QTableView {
 
   RecordModel* model_;
   GridHeading* heading_;
+  ReadNotice* notice_;
   QPointer<DataControl> source_;
   QString pendingField_;
   QVariant pendingValue_;

@@ -32,8 +32,8 @@ ReadNotice::ReadNotice(QWidget& list)
   hide();
 }
 
-void ReadNotice::Tell(const QString& description) {
-  text_->setText(QStringLiteral("L'archivio non si legge: ") + description);
+void ReadNotice::Tell(const QString& text) {
+  text_->setText(text);
   place();
   show();
   raise();

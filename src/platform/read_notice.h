@@ -13,8 +13,8 @@ class ReadNotice final : public QFrame {
   // Hidden at first; keeps to the lower border of its list by itself.
   explicit ReadNotice(QWidget& list);
 
-  // Shows the notice; `description` is the store's.
-  void Tell(const QString& description);
+  // Shows the notice, with the reason.
+  void Tell(const QString& text);
 
  Q_SIGNALS:
   void retryAsked();

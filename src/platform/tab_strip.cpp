@@ -60,9 +60,10 @@ void TabStrip::addTab(const QIcon& icon, const QString& caption, const QString& 
 
 // The tab in front may not have been chosen yet.
 void TabStrip::mousePressEvent(QMouseEvent* event) {
-  QTabBar::mousePressEvent(event);
   const int index = tabAt(event->position().toPoint());
-  if (index >= 0 && index == currentIndex() && announced_ != index) announce(index);
+  const bool inFront = index >= 0 && index == currentIndex();
+  QTabBar::mousePressEvent(event);
+  if (inFront && announced_ != index) announce(index);
 }
 
 // Too much is loaded and written by a change of tabs to be done on the way past.

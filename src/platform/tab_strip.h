@@ -20,6 +20,8 @@ class TabStrip final : public QTabBar {
   QString SelectedTag() const { return Tag(currentIndex() + 1); }
   // Selects a tab. The first choice is announced too where that tab is in front by itself.
   void Select(int tab);
+  // What the tab in front stands for could not be had: choosing it again is announced again.
+  void ForgetChoice() { announced_ = -1; }
 
  Q_SIGNALS:
   // Another tab has been selected, by the user or by the program.

@@ -84,7 +84,10 @@ void searchOn(bool bAvanti) {
 
 // The open window goes along with the collection.
 void followCollection() {
-  if (bFormRegistrata(QStringLiteral("frmTrova")) && FormTrova().IsVisible()) {
+  if (!bFormRegistrata(QStringLiteral("frmTrova")) || !FormTrova().IsVisible()) return;
+  if (iRacCorr < 0) {
+    FormTrova().Hide();
+  } else {
     FormTrova().Carica(false);
   }
 }

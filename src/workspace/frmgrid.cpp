@@ -103,6 +103,7 @@ void frmGrid::connectControls() {
                      [] { CorreggiValoriGriglia(6); });
   connect(grd, &platform::DataGrid::writeFailed, this, SegnalaErrore);
   connect(grd, &platform::DataGrid::readFailed, &FrmMain(), &frmMain::SegnalaLettura);
+  platform::onCommand(grd, &platform::DataGrid::reloadAsked, &FrmMain(), &frmMain::InizializzaTab);
   platform::onCommand(grd, &platform::DataGrid::leaveAsked, &FrmMain(),
                       &frmMain::mnuFileChiudi_Click);
   connect(part<platform::DataControl>(QStringLiteral("dbCurr")),

@@ -11,6 +11,7 @@
 #include <QTimer>
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 #include "core/dialogo.h"
 #include "core/errore.h"
@@ -27,6 +28,7 @@
 #include "platform/push_button.h"
 #include "platform/screen_reader.h"
 #include "platform/screen_room.h"
+#include "platform/tab_strip.h"
 #include "workspace/frmcalendario.h"
 #include "workspace/frmgrid.h"
 #include "workspace/frmrac.h"
@@ -150,37 +152,62 @@ void frmMain::PermettiInput(bool bPermetti) {
 }
 
 void frmMain::InizializzaTab() {
-  protetto("frmMain!InizializzaTab", [&] {
-    PermettiInput(false);
-    Puntatore(kClessidra);
-    Cedi();
-    const int iVecchia = iRacCorr;
-    iRacCorr = iSelRaccolta(-1);
-    const tRaccolta& raccolta = aRaccolte(iRacCorr);
-    title(QStringLiteral("Caricamento raccolta ") + raccolta.sNome +
-          QStringLiteral(" in corso..."));
-    QWidget* panGrd = Griglia().Control(QStringLiteral("panGrd"));
-    panGrd->setVisible(false);
-    // Where a collection cannot be read, another one can be chosen.
-    const auto goOn = infine([this, panGrd] {
-      panGrd->setVisible(true);
-      PermettiInput(true);
-    });
-    unloadOldForm(iVecchia);
-    Cedi();
-    CaricaFinestra();
-    loadList();
-    panGrd->setVisible(true);
-    if (control<QPushButton>(QStringLiteral("cmdEspandi"))->isChecked()) raccolta.oForm->Show();
-    dbElenco().UpdateControls();
-    grd()->setFocus();
-    Cedi();
-    AbilitazionePannello();
-    showSubCollection();
-    verbi().SegueRicerca();
-    showCollection();
-    Puntatore(kPuntatoreNormale);
-  });
+  const bool loaded = protetto("frmMain!InizializzaTab", [&] { return loadCollection(), true; });
+  if (!loaded) ignorando([&] { giveUpCollection(); });
+}
+
+void frmMain::loadCollection() {
+  PermettiInput(false);
+  Puntatore(kClessidra);
+  Cedi();
+  const int iVecchia = std::exchange(iRacCorr, iSelRaccolta(-1));
+  const tRaccolta& raccolta = aRaccolte(iRacCorr);
+  title(QStringLiteral("Caricamento raccolta ") + raccolta.sNome + QStringLiteral(" in corso..."));
+  Griglia().Control(QStringLiteral("panGrd"))->setVisible(false);
+  unloadOldForm(iVecchia);
+  Cedi();
+  CaricaFinestra();
+  loadList();
+  Griglia().Control(QStringLiteral("panGrd"))->setVisible(true);
+  if (control<QPushButton>(QStringLiteral("cmdEspandi"))->isChecked()) raccolta.oForm->Show();
+  dbElenco().UpdateControls();
+  grd()->setFocus();
+  Cedi();
+  AbilitazionePannello();
+  showSubCollection();
+  verbi().SegueRicerca();
+  PermettiInput(true);
+  showCollection();
+  Puntatore(kPuntatoreNormale);
+}
+
+// Of a collection that was loaded in part nothing is left that could be worked on: there is none
+// until it, or another one, can be loaded.
+void frmMain::giveUpCollection() {
+  const QString name = aRaccolte(iSelRaccolta(-1)).sNome;
+  for (int iRac = 0; iRac < kRaccoltePrincipali; ++iRac) {
+    if (aRaccolte(iRac).oForm->IsLoaded()) unloadOldForm(iRac);
+  }
+  iRacCorr = -1;
+  dbElenco().SetRecordset(nullptr);
+  grd()->RemoveColumns();
+  platform::nameControl(*grd(), QStringLiteral("Elenco dei record"));
+  control<QLabel>(QStringLiteral("lblStatus"))->clear();
+  verbi().SegueRicerca();
+  title(QStringLiteral("Raccolta ") + name + QStringLiteral(" non caricata"));
+  offerReload(QStringLiteral("L'archivio non si legge: la raccolta ") + name +
+              QStringLiteral(" non e' stata caricata."));
+  for (const char* menu : {"mnuFile", "mnuRaccolte"})
+    control<QMenu>(QString::fromLatin1(menu))->menuAction()->setEnabled(true);
+  Griglia().Control(QStringLiteral("tabSelez"))->setEnabled(true);
+  Griglia().Control(QStringLiteral("panGrd"))->setVisible(true);
+  Griglia().Control(QStringLiteral("cmdRiprova"))->setFocus();
+}
+
+// The same collection can be chosen again too.
+void frmMain::offerReload(const QString& why) {
+  Griglia().control<platform::TabStrip>(QStringLiteral("tabSelez"))->ForgetChoice();
+  grd()->TellMissing(why);
 }
 
 void frmMain::showCollection() {
@@ -202,12 +229,18 @@ void frmMain::unloadOldForm(int iVecchia) {
 void frmMain::loadList() {
   grd()->SetRedraw(false);
   auto redraw = infine([] { grd()->SetRedraw(true); });
+  const tRaccolta& raccolta = aRaccolte(iRacCorr);
   // A list that cannot be read must not leave another collection's rows beside the new form.
   dbElenco().SetRecordset(nullptr);
+  // Columns first: an archive that cannot be read ends it here, and is told once.
+  CaricaGrigliaConfig(raccolta.sQuery, *grd());
   DBRefresh();
   Cedi();
-  platform::nameControl(*grd(), QStringLiteral("Elenco ") + aRaccolte(iRacCorr).sNome);
-  CaricaGrigliaConfig(aRaccolte(iRacCorr).sQuery, *grd());
+  platform::nameControl(*grd(), QStringLiteral("Elenco ") + raccolta.sNome);
+  if (dbElenco().Recordset() == nullptr) {
+    offerReload(QStringLiteral("L'elenco della raccolta ") + raccolta.sNome +
+                QStringLiteral(" non si apre."));
+  }
   grd()->SetRedraw(true);
   redraw.dismiss();
   CollegaCampi(true, iRacCorr);

@@ -71,8 +71,11 @@ class frmMain final : public platform::Form {
   void restorePosition();
   void writePosition();
   void extendAtStart();
+  void loadCollection();
   void unloadOldForm(int iVecchia);
   void loadList();
+  void giveUpCollection();
+  void offerReload(const QString& why);
   void showSubCollection();
   void showCollection();
   void setExtended(bool extended);

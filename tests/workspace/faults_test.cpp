@@ -94,6 +94,7 @@ TEST_F(Faults, AListThatIsNotThere) {
   selectByTab(3);
   EXPECT_TRUE(message().contains("3078"));
   EXPECT_EQ(list(), nullptr);
+  EXPECT_EQ(status(), complete(0));
   press("Alt+C");
   EXPECT_EQ(message(), QString("-"));
   EXPECT_EQ(count("MAIN"), all);
@@ -155,6 +156,40 @@ TEST_F(Faults, ALockedArchive) {
     end();
   }
   store::mostPatience = 2000;
+}
+
+// Without its columns a collection is none, and what works on one does nothing. It can be chosen
+// again in every way.
+TEST_F(Faults, ACollectionThatCannotBeLoaded) {
+  ASSERT_TRUE(start());
+  auto* notice = control("frmGrid", "avvisoLettura");
+  const function<void()> again[] = {[&] { click(notice->findChild<QWidget*>("cmdRiprova")); },
+                                    [] { selectByTab(5); },
+                                    [] { trigger("mnuRaccolteMedicinali"); }};
+  for (const auto& choose : again) {
+    selectByTab(0);
+    aRaccolte(0).sFiltro = " WHERE MAIN.ID > 3";
+    DBRefresh();
+    folder_.outside("ALTER TABLE GRDCONFIG RENAME TO ALTRA");
+    const QString before =
+        folder_.found("SELECT * FROM ALTRA") + folder_.found("SELECT * FROM MED");
+    answer(platform::kOk);
+    trigger("mnuRaccolteMedicinali");
+    EXPECT_TRUE(message().contains("InizializzaTab")) << message().toStdString();
+    EXPECT_TRUE(notice->isVisible());
+    EXPECT_EQ(title(), QString("Raccolta Medicinali non caricata"));
+    for (const char* name : kCommands) trigger(name);
+    press("F12 Alt+N Alt+C Alt+D F9 Ctrl+F");
+    EXPECT_FALSE(aRaccolte(5).oForm->IsLoaded());
+    EXPECT_EQ(grid()->ColumnCount(), 0);
+    EXPECT_EQ(folder_.found("SELECT * FROM ALTRA") + folder_.found("SELECT * FROM MED"), before);
+    folder_.outside("ALTER TABLE ALTRA RENAME TO GRDCONFIG");
+    choose();
+    EXPECT_EQ(title(), QString("Raccolta Medicinali"));
+    EXPECT_EQ(status(), complete(count("MED")));
+    EXPECT_FALSE(notice->isVisible());
+    EXPECT_EQ(boxText("txtCod"), cell(0, "Cod"));
+  }
 }
 
 TEST_F(Faults, AnArchiveThatStaysLocked) {
