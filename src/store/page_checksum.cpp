@@ -40,13 +40,8 @@ bool isPage(int size, sqlite3_int64 from) {
          from % size == 0;
 }
 
-quint64 checksumOf(const uchar* page, qsizetype size, qint64 number) {
-  return XXH3_64bits_withSeed(page, static_cast<std::size_t>(size - kChecksumBytes),
-                              static_cast<XXH64_hash_t>(number));
-}
-
 void seal(uchar* page, int size, sqlite3_int64 from) {
-  qToLittleEndian(checksumOf(page, size, from / size + 1), page + size - kChecksumBytes);
+  qToLittleEndian(pageChecksum(page, size, from / size + 1), page + size - kChecksumBytes);
 }
 
 template <auto method, typename... Arguments>
@@ -153,8 +148,14 @@ bool saysChecksums(const uchar* header) {
          qFromBigEndian<quint32>(header + kApplicationAt) == kApplicationId;
 }
 
+quint64 pageChecksum(const uchar* page, qsizetype size, qint64 number) {
+  return XXH3_64bits_withSeed(page, static_cast<std::size_t>(size - kChecksumBytes),
+                              static_cast<XXH64_hash_t>(number));
+}
+
 bool isWholePage(const uchar* page, qsizetype size, qint64 number) {
-  return checksumOf(page, size, number) == qFromLittleEndian<quint64>(page + size - kChecksumBytes);
+  return pageChecksum(page, size, number) ==
+         qFromLittleEndian<quint64>(page + size - kChecksumBytes);
 }
 
 void reserveChecksums(sqlite3* database) {

@@ -14,6 +14,7 @@ inline constexpr quint32 kApplicationId = 0x54564c58;
 
 // What a file's first 100 bytes say: an archive whose pages have checksums.
 bool saysChecksums(const uchar* header);
+quint64 pageChecksum(const uchar* page, qsizetype size, qint64 number);
 bool isWholePage(const uchar* page, qsizetype size, qint64 number);
 
 // Name of the engine's file layer that sets the checksum of a page when an archive writes it, and

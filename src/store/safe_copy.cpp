@@ -66,6 +66,7 @@ Condition settle(const QString& path) {
         return Condition::NoArchive;
       case failure::kDamaged:
       case failure::kPageDamaged:
+      case failure::kDiskError:  // the engine does not always say that it was a page
         return Condition::Damaged;
       default:
         throw;
