@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 
 #include "core/modcuore.h"
+#include "file_work.h"
 #include "hand.h"
 #include "harm/chance.h"
 #include "model/raccolte.h"
@@ -83,6 +84,7 @@ class Role final : public ::testing::Environment {
     if (role.isEmpty()) return;
     const QStringList arguments = QCoreApplication::arguments();
     if (role == "hold") holdArchive(arguments.value(1), arguments.value(2));
+    if (role == "files") workOnFiles(arguments.value(1), arguments.value(2));
     Worker(arguments.value(1), arguments.value(2).toUInt(), arguments.value(3).toInt())
         .run(arguments.value(4).toInt());
     ::_exit(1);
