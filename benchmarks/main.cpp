@@ -13,7 +13,7 @@ using namespace bench;
 
 QVector<Figure> allFigures() {
   return windowFigures() + rowFigures() + fieldFigures() + newRecordFigures() + deletionFigures() +
-         listFigures() + queryFigures() + memoryFigures();
+         listFigures() + queryFigures() + fileFigures() + memoryFigures();
 }
 
 QVector<Figure> chosen(const QString& name) {
