@@ -75,13 +75,12 @@ Connection::Connection(const QString& path, int flags)
   patience_.waitFor(database_.getHandle());
   harden(database_.getHandle());
   addLanguage(database_.getHandle());
-  keyTable_.addTo(database_.getHandle());
   sqlite3_update_hook(
       database_.getHandle(),
-      [](void* kept, int, const char*, const char* table, sqlite3_int64) {
-        static_cast<KeyCache*>(kept)->wrote(table);
+      [](void* log, int, const char*, const char* table, sqlite3_int64 row) {
+        static_cast<WriteLog*>(log)->wrote(table, row);
       },
-      &keptKeys_);
+      &writtenRows_);
   sqlite3_progress_handler(
       database_.getHandle(), kStepsACall,
       [](void* self) { return static_cast<Connection*>(self)->isTooMuchWork() ? 1 : 0; }, this);
@@ -230,7 +229,8 @@ void Connection::lookForWrites() {
 
 void Connection::forgetQueries() {
   queries_.clear();
-  keptKeys_.wroteAll();
+  writtenRows_.wroteAll();
+  keptKeys_.forgetAll();
 }
 
 }  // namespace store

@@ -10,7 +10,6 @@
 #include "store/catalog.h"
 #include "store/failure.h"
 #include "store/key_cache.h"
-#include "store/key_table.h"
 #include "store/patience.h"
 #include "store/sql_printer.h"
 
@@ -103,10 +102,9 @@ class Connection final : public Catalog {
   quint64 writes() const { return writes_; }
   void lookForWrites();
 
-  // The keys of lists read lately.
+  // Which rows those were, and the keys of lists read lately.
+  const WriteLog& writtenRows() const { return writtenRows_; }
   KeyCache& keptKeys() { return keptKeys_; }
-  // The list that is searched, as statements name it.
-  KeyTable& keyTable() { return keyTable_; }
 
  private:
   void readTable(TableInfo& table) const;
@@ -129,8 +127,8 @@ class Connection final : public Catalog {
   mutable QHash<QString, QString> queries_;
   int depth_ = 0;
   mutable qint64 work_ = 0;
-  KeyCache keptKeys_;
-  KeyTable keyTable_;
+  WriteLog writtenRows_;
+  KeyCache keptKeys_{writtenRows_};
   quint64 writes_ = 0;
   qint64 dataVersion_ = 0;
 };

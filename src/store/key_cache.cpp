@@ -1,5 +1,7 @@
 #include "store/key_cache.h"
 
+#include <algorithm>
+
 namespace store {
 namespace {
 
@@ -7,16 +9,15 @@ constexpr std::size_t kMostKeys = 1 << 20;
 
 }  // namespace
 
-quint64 KeyCache::writesTo(const std::vector<QByteArray>& tables) const {
-  quint64 sum = 0;
-  for (const QByteArray& table : tables) sum += writes_.value(table);
-  return sum;
-}
-
 const KeyCache::Keys* KeyCache::find(const QString& text) const {
   const auto found = lists_.constFind(text);
-  if (found == lists_.constEnd() || found->at != writesTo(found->tables)) return nullptr;
-  return &found->keys;
+  if (found == lists_.constEnd()) return nullptr;
+  const std::vector<QByteArray>& tables = found->tables;
+  const bool good = std::all_of(tables.begin(), tables.end(), [&](const QByteArray& table) {
+    const auto written = writes_.since(found->at, table);
+    return written && written->empty();
+  });
+  return good ? &found->keys : nullptr;
 }
 
 void KeyCache::keep(const QString& text, const Keys& keys, const std::vector<QByteArray>& tables) {
@@ -24,12 +25,12 @@ void KeyCache::keep(const QString& text, const Keys& keys, const std::vector<QBy
     size_ -= replaced->keys.size();
     lists_.erase(replaced);
   }
-  if (size_ + keys.size() > kMostKeys) wroteAll();
+  if (size_ + keys.size() > kMostKeys) forgetAll();
   size_ += keys.size();
-  lists_.insert(text, {keys, tables, writesTo(tables)});
+  lists_.insert(text, {keys, tables, writes_.now()});
 }
 
-void KeyCache::wroteAll() {
+void KeyCache::forgetAll() {
   lists_.clear();
   size_ = 0;
 }

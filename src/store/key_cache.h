@@ -1,9 +1,9 @@
 #pragma once
 
-#include <QByteArray>
 #include <QHash>
 #include <QString>
-#include <vector>
+
+#include "store/write_log.h"
 
 namespace store {
 
@@ -13,14 +13,13 @@ class KeyCache final {
  public:
   using Keys = std::vector<quint64>;
 
+  explicit KeyCache(const WriteLog& writes) : writes_(writes) {}
+
   // Null if the list is not kept or no longer good.
   const Keys* find(const QString& text) const;
   // `tables` are those whose rows decide what is in the list, and in which order.
   void keep(const QString& text, const Keys& keys, const std::vector<QByteArray>& tables);
-
-  void wrote(const char* table) { ++writes_[QByteArray(table)]; }
-  // Anything may have been written, or stored queries changed.
-  void wroteAll();
+  void forgetAll();
 
  private:
   struct Kept {
@@ -28,11 +27,9 @@ class KeyCache final {
     std::vector<QByteArray> tables;
     quint64 at = 0;
   };
-  // Writes to all of the tables: grows with each.
-  quint64 writesTo(const std::vector<QByteArray>& tables) const;
 
+  const WriteLog& writes_;
   QHash<QString, Kept> lists_;
-  QHash<QByteArray, quint64> writes_;
   std::size_t size_ = 0;
 };
 

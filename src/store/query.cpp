@@ -164,6 +164,14 @@ void Query::printKeys(sql::Printer& printer) const {
   }
 }
 
+void Query::printKeyTests(sql::Printer& printer, bool first) const {
+  for (const Source* source : keyTables_) {
+    printer.text(first ? " WHERE " : " AND ").text(sql::quoteName(source->alias));
+    printer.text(".rowid = ?");
+    first = false;
+  }
+}
+
 // Lists that only give texts decide neither which rows there are nor their order: the engine need
 // not weigh ways to them.
 sql::Resolved Query::sourcesOf(const std::vector<ExprPtr>& conditions) const {
@@ -225,21 +233,36 @@ std::vector<QByteArray> Query::tables() const {
   return names;
 }
 
-sql::Statement Query::placesWhere(const ExprPtr& condition) const {
+sql::Statement Query::keysWhere(const ExprPtr& condition, bool listed) const {
   sql::Printer printer;
   if (keyTables_.empty()) {
-    printer.text("SELECT rowid - 1 FROM ").text(sql::quoteName(resultName()));
+    printer.text("SELECT rowid FROM ").text(sql::quoteName(resultName()));
     return printer.where(condition, nullptr).take();
   }
-  printer.text("SELECT tvx_rows.rowid FROM tvx_rows JOIN ").sources(sourcesOf({condition}));
-  printer.where(condition, nullptr);
-  const char* column = "first";
-  for (const Source* source : keyTables_) {
-    printer.text(" AND ").text(sql::quoteName(source->alias)).text(".rowid = tvx_rows.");
-    printer.text(column);
-    column = "second";
-  }
+  const ExprPtr own = listed ? resolved_->where : nullptr;
+  printKeys(printer);
+  return printer.text(" FROM ").sources(sourcesOf({own, condition})).where(own, condition).take();
+}
+
+sql::Statement Query::testByKeys(const ExprPtr& condition) const {
+  sql::Printer printer;
+  printer.text("SELECT 1 FROM ").sources(sourcesOf({condition})).where(condition, nullptr);
+  printKeyTests(printer, false);
   return printer.take();
+}
+
+bool Query::listsByRow() const {
+  bool byRow = true;
+  Walk walk;
+  walk.expression = [&](const Expr& expr) {
+    const auto end = keyTables_.end();
+    if (expr.kind == ExprKind::Subquery) byRow = false;
+    if (expr.kind == ExprKind::Column) {
+      byRow = byRow && std::find(keyTables_.begin(), end, sourceOf(expr)) != end;
+    }
+  };
+  walk.through(resolved_->where);
+  return byRow;
 }
 
 int Query::keyTableOf(int field) const {
@@ -267,12 +290,7 @@ sql::Statement Query::rowByKeys(const QVector<int>& fields) const {
         .take();
   }
   printer.text(" FROM ").sources(*resolved_);
-  first = true;
-  for (const Source* source : keyTables_) {
-    printer.text(first ? " WHERE " : " AND ").text(sql::quoteName(source->alias));
-    printer.text(".rowid = ?");
-    first = false;
-  }
+  printKeyTests(printer, true);
   return printer.take();
 }
 

@@ -39,16 +39,20 @@ class Query final {
   bool leavesSorting() const { return !sortTerms_.empty() && !hasIndexOrder(); }
   // Keys of all rows, in the stored order.
   sql::Statement keys() const;
-  // The same from the first table alone, as if each row that it points at were there: `targets` are
-  // the numbers of those that are. Nothing where a condition or order needs the second table.
+  // The same from the first table alone, as if each row that it points at were there: `targets` is
+  // the sum of those that are (see keyMark). Nothing where a condition or order needs the second
+  // table.
   struct Halves {
     sql::Statement pointers;
     sql::Statement targets;
   };
   std::optional<Halves> halves() const;
-  // Places of the rows of a list, which is in the table of KeyTable, that meet a condition; in any
-  // order.
-  sql::Statement placesWhere(const sql::ExprPtr& condition) const;
+  // Keys of the rows that meet a condition, in any order: of those that keys() lists, or of all.
+  sql::Statement keysWhere(const sql::ExprPtr& condition, bool listed) const;
+  // Has a row if that of the keys, which are the statement's last values, meets a condition.
+  sql::Statement testByKeys(const sql::ExprPtr& condition) const;
+  // True if whether keys() lists a row is said by the row itself.
+  bool listsByRow() const;
   // Some fields of one row by its keys, which are the statement's values behind those given.
   sql::Statement rowByKeys(const QVector<int>& fields) const;
   // Place in keyTables() of the table whose key a field is, -1 if it is none.
@@ -56,7 +60,7 @@ class Query final {
   sql::ExprPtr condition(const QString& text, const Catalog& catalog) const;
 
   // Without keys, all rows are to be copied to a table of this name and with these columns, in
-  // order; placesWhere(), rowByKeys() and condition() are about that table, its row number the key.
+  // order; keysWhere(), rowByKeys() and condition() are about that table, its row number the key.
   sql::Statement everything() const;
   static QString resultName() { return QStringLiteral("result"); }
   static QString resultColumn(int field) { return QStringLiteral("c%1").arg(field); }
@@ -74,6 +78,7 @@ class Query final {
   sql::ExprPtr orderColumn() const;
   sql::Resolved sourcesOf(const std::vector<sql::ExprPtr>& conditions) const;
   void printKeys(sql::Printer& printer) const;
+  void printKeyTests(sql::Printer& printer, bool first) const;
   sql::Statement pointersOf(const sql::Source& first, const QString& pointer) const;
   bool fixesColumn() const;
   bool fixedColumns(const sql::ExprPtr& where, QVector<int>& columns) const;

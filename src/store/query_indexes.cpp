@@ -72,10 +72,9 @@ std::optional<Query::Halves> Query::halves() const {
     return std::nullopt;
   }
   return Halves{pointersOf(*keyTables_[0], pointer),
-                {"SELECT rowid FROM " + sql::quoteName(second.table->name), {}}};
+                {"SELECT tvx_sum(rowid) FROM " + sql::quoteName(second.table->name), {}}};
 }
 
-// What is no whole number, or none that a key can hold, points at no row of a list.
 sql::Statement Query::pointersOf(const Source& first, const QString& pointer) const {
   const QByteArray alias = sql::quoteName(first.alias);
   const QByteArray target = alias + "." + sql::quoteName(pointer);
@@ -83,9 +82,7 @@ sql::Statement Query::pointersOf(const Source& first, const QString& pointer) co
   printer.text("SELECT " + alias + ".rowid, " + target);
   for (const SortTerm& term : sortTerms_) printer.text(", ").expression(*term.expr);
   printer.text(" FROM ").text(sql::quoteName(first.table->name)).text(" AS ").text(alias);
-  printer.where(resolved_->where, nullptr).text(resolved_->where ? " AND " : " WHERE ");
-  printer.text("typeof(" + target + ") = 'integer' AND abs(" + target + ") <= 2147483647");
-  printer.text(" ORDER BY " + target + ", " + alias + ".rowid");
+  printer.where(resolved_->where, nullptr).text(" ORDER BY " + target + ", " + alias + ".rowid");
   return printer.take();
 }
 

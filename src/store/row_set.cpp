@@ -1,16 +1,20 @@
 #include "store/row_set.h"
 
 #include <algorithm>
+#include <array>
+#include <iterator>
 #include <limits>
 #include <numeric>
 
 #include "store/row_sorter.h"
+#include "store/sqlite_language.h"
 
 namespace store {
 namespace {
 
 constexpr std::size_t kMostRows = 512;
 constexpr qint64 kAhead = 32;
+constexpr std::size_t kRoom = 1 << 18;  // for keys while they are read; untouched it costs nothing
 
 // Another program may have changed stored queries.
 const Catalog& upToDate(Connection& connection) {
@@ -24,22 +28,26 @@ QVector<int> allFields(const Query& query) {
   return fields;
 }
 
-// Adds to the sum of keys that does not depend on their order: the same for the same keys only.
-quint64 mixed(qint64 key) {
-  quint64 value = static_cast<quint64>(key) + 0x9e3779b97f4a7c15;
-  value = (value ^ (value >> 30)) * 0xbf58476d1ce4e5b9;
-  value = (value ^ (value >> 27)) * 0x94d049bb133111eb;
-  return value ^ (value >> 31);
+bool fitsKey(qint64 number) {
+  constexpr qint64 most = std::numeric_limits<qint32>::max();
+  return number >= -most && number <= most;
 }
 
 }  // namespace
 
 RowKey packKey(qint64 first, qint64 second) {
-  constexpr qint64 most = std::numeric_limits<qint32>::max();
-  if (first > most || second > most || first < -most || second < -most) {
+  if (!fitsKey(first) || !fitsKey(second)) {
     throw Failure(failure::kOverflow, QStringLiteral("Chiave di record fuori dai limiti"));
   }
   return (static_cast<RowKey>(static_cast<quint32>(first)) << 32) | static_cast<quint32>(second);
+}
+
+qint64 firstKey(RowKey key) {
+  return static_cast<qint32>(key >> 32);
+}
+
+qint64 secondKey(RowKey key) {
+  return static_cast<qint32>(key & 0xffffffffU);
 }
 
 RowSet::RowSet(std::shared_ptr<Connection> connection, const QString& source)
@@ -47,6 +55,7 @@ RowSet::RowSet(std::shared_ptr<Connection> connection, const QString& source)
   slots_ = QVector<int>(query_.fields().size(), -1);
   whole_.statement = query_.rowByKeys(allFields(query_));
   const Connection::Reading reading(*connection_);
+  readAt_ = connection_->writtenRows().now();
   if (query_.keyTables().empty()) {
     readResults();
     return;
@@ -73,28 +82,36 @@ RowKey RowSet::keyIn(const SQLite::Statement& row) const {
 // look for their pairs.
 void RowSet::readKeys() {
   if (const auto halves = query_.halves()) {
-    quint64 targets = 0;
-    const auto rows = connection_->prepare(halves->targets);
-    guarded([&] {
-      while (rows->executeStep()) targets += mixed(rows->getColumn(0).getInt64());
+    const auto sum = connection_->prepare(halves->targets);
+    const auto targets = guarded([&] {
+      sum->executeStep();
+      return static_cast<quint64>(sum->getColumn(0).getInt64());
     });
-    if (read(halves->pointers) == targets) return;
+    if (read(halves->pointers, true) == targets) return;
   }
-  read(query_.keys());
+  read(query_.keys(), false);
 }
 
-// Returns the sum of the second keys.
-quint64 RowSet::read(const sql::Statement& statement) {
+// Returns the sum of the second keys' marks. Of pointers, what is no whole number, or none that a
+// key can hold, points at no row of a list.
+quint64 RowSet::read(const sql::Statement& statement, bool pointers) {
   quint64 sum = 0;
   keys_.clear();
+  keys_.reserve(kRoom);
   RowSorter sorter(*connection_, query_.sortTerms());
   const bool sorts = query_.leavesSorting();
   const int values = static_cast<int>(query_.keyTables().size());
   const auto rows = connection_->prepare(statement);
   guarded([&] {
     while (rows->executeStep()) {
-      const RowKey key = keyIn(*rows);
-      sum += mixed(secondKey(key));
+      qint64 second = 0;
+      if (values == 2) {
+        const SQLite::Column column = rows->getColumn(1);
+        second = column.getInt64();
+        if (pointers && (!column.isInteger() || !fitsKey(second))) continue;
+      }
+      const RowKey key = packKey(rows->getColumn(0).getInt64(), second);
+      sum += keyMark(second);
       if (sorts) {
         sorter.add(key, *rows, values);
       } else {
@@ -238,16 +255,51 @@ const std::vector<qint64>& RowSet::hits(const QString& condition) {
   return hits_.places;
 }
 
-// A row belongs to the list because its key does: whether it would be listed again is not asked.
+// The rows of the list that its condition may say something else of than when it was read; nullopt
+// if those are not known.
+std::optional<std::vector<RowKey>> RowSet::written() const {
+  const bool byRow = query_.listsByRow();
+  std::array<WriteLog::Rows, 2> rows;
+  for (const QByteArray& table : query_.tables()) {
+    auto since = connection_->writtenRows().since(readAt_, table);
+    if (!since || (!byRow && !since->empty())) return std::nullopt;
+    for (std::size_t t = 0; t < query_.keyTables().size(); ++t) {
+      if (query_.keyTables()[t]->table->name.toUtf8() == table) rows[t] = *since;
+    }
+  }
+  for (WriteLog::Rows& each : rows) std::sort(each.begin(), each.end());
+  const auto has = [](const WriteLog::Rows& sorted, qint64 row) {
+    return std::binary_search(sorted.begin(), sorted.end(), row);
+  };
+  std::vector<RowKey> keys;
+  if (rows[0].empty() && rows[1].empty()) return keys;
+  std::copy_if(keys_.begin(), keys_.end(), std::back_inserter(keys), [&](RowKey key) {
+    return has(rows[0], firstKey(key)) || has(rows[1], secondKey(key));
+  });
+  return keys;
+}
+
+// A row belongs to the list because its key does: of one that was written to since, it is not asked
+// whether it would be listed again.
 std::vector<qint64> RowSet::search(const QString& condition) {
   const sql::ExprPtr asked = query_.condition(condition, *connection_);
-  source().keyTable().show(keys_);
-  const auto found = source().prepare(query_.placesWhere(asked));
-  std::vector<qint64> places;
+  const auto changed = written();
+  std::vector<RowKey> found;
+  const auto rows = source().prepare(query_.keysWhere(asked, changed.has_value()));
   guarded([&] {
-    while (found->executeStep()) places.push_back(found->getColumn(0).getInt64());
+    while (rows->executeStep()) found.push_back(keyIn(*rows));
   });
-  std::sort(places.begin(), places.end());
+  if (changed && !changed->empty()) {
+    const sql::Statement test = query_.testByKeys(asked);
+    for (const RowKey key : *changed) {
+      if (!fetch(key, test).isEmpty()) found.push_back(key);
+    }
+  }
+  std::sort(found.begin(), found.end());
+  std::vector<qint64> places;
+  for (qint64 i = 0; !found.empty() && i < count(); ++i) {
+    if (std::binary_search(found.begin(), found.end(), keyAt(i))) places.push_back(i);
+  }
   return places;
 }
 

@@ -2,6 +2,7 @@
 
 #include <QVector>
 #include <memory>
+#include <optional>
 #include <unordered_map>
 #include <vector>
 
@@ -14,6 +15,8 @@ namespace store {
 // The keys of a row: the row numbers of its one or two tables, packed into eight bytes.
 using RowKey = quint64;
 RowKey packKey(qint64 first, qint64 second);
+qint64 firstKey(RowKey key);
+qint64 secondKey(RowKey key);
 
 // Where a cursor stands in its rows: on a row, before the first (-1), behind the last, or where
 // its row was until it was deleted: the next one has come there.
@@ -61,7 +64,7 @@ class RowSet final {
   Connection& source() { return results_ ? results_->connection() : *connection_; }
   RowKey keyIn(const SQLite::Statement& row) const;
   void readKeys();
-  quint64 read(const sql::Statement& statement);
+  quint64 read(const sql::Statement& statement, bool pointers);
   void readResults();
 
   // Rows read lately by one statement.
@@ -75,6 +78,7 @@ class RowSet final {
   void fetchAround(Read& read, qint64 place);
   bool isRead(const Read& read, qint64 place) const;
   void forgetIfWritten(Read& read) const;
+  std::optional<std::vector<RowKey>> written() const;
   std::vector<qint64> search(const QString& condition);
 
   std::shared_ptr<Connection> connection_;
@@ -85,6 +89,7 @@ class RowSet final {
   QVector<int> slots_;  // place of a field in what is read for lists, -1 if it is not read
   std::unique_ptr<ResultTable> results_;  // of a query without keys
   std::vector<RowKey> keys_;
+  quint64 readAt_ = 0;  // moment of Connection::writtenRows() when they were read
   std::vector<Place*> places_;
   struct Hits {
     QString condition;

@@ -78,12 +78,31 @@ void addFunction(sqlite3* handle, const char* name, int arguments,
                              function, nullptr, nullptr, nullptr);
 }
 
+void sumStep(sqlite3_context* context, int, sqlite3_value** arguments) {
+  auto* sum = static_cast<quint64*>(sqlite3_aggregate_context(context, sizeof(quint64)));
+  if (sum != nullptr) *sum += keyMark(sqlite3_value_int64(arguments[0]));
+}
+
+void sumResult(sqlite3_context* context) {
+  const auto* sum = static_cast<quint64*>(sqlite3_aggregate_context(context, 0));
+  sqlite3_result_int64(context, sum == nullptr ? 0 : static_cast<sqlite3_int64>(*sum));
+}
+
 }  // namespace
+
+quint64 keyMark(qint64 key) {
+  quint64 value = static_cast<quint64>(key) + 0x9e3779b97f4a7c15;
+  value = (value ^ (value >> 30)) * 0xbf58476d1ce4e5b9;
+  value = (value ^ (value >> 27)) * 0x94d049bb133111eb;
+  return value ^ (value >> 31);
+}
 
 void addLanguage(sqlite3* handle) {
   sqlite3_create_collation_v2(handle, "ITALIANO", SQLITE_UTF8, nullptr, compareCallback, nullptr);
   addFunction(handle, "tvx_like", 2, likeCallback);
   addFunction(handle, "tvx_text", 1, textCallback);
+  sqlite3_create_function_v2(handle, "tvx_sum", 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr,
+                             nullptr, sumStep, sumResult, nullptr);
 }
 
 }  // namespace store

@@ -196,7 +196,8 @@ TEST(Find, ListsAreReadAgainAfterAWrite) {
 
 // A list that is kept anew takes the room of its former keys.
 TEST(Find, ManyListsAreKept) {
-  KeyCache kept;
+  const WriteLog writes;
+  KeyCache kept(writes);
   kept.keep("SELECT * FROM MAIN", {1, 2, 3}, {"MAIN"});
   for (int i = 0; i < 3; ++i) kept.keep("SELECT * FROM LIB", KeyCache::Keys(400000), {"LIB"});
   EXPECT_NE(kept.find("SELECT * FROM MAIN"), nullptr);
