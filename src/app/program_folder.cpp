@@ -4,10 +4,11 @@
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QStandardPaths>
 
+#include "core/errore.h"
 #include "core/modutil.h"
+#include "platform/file_system.h"
 #include "platform/settings_file.h"
 
 namespace tavolix {
@@ -26,19 +27,6 @@ QString installedFolder() {
 bool isPortable(const QString& folder) {
   const QFileInfo settings(folder + QStringLiteral("/tvx.ini"));
   return settings.isFile() && settings.isWritable();
-}
-
-// The copy gets its name once it is whole and can be written: a start that is cut short leaves
-// nothing that the next one would take for a file of the user.
-void copyFile(const QFileInfo& file, const QString& copy) {
-  QFile source(file.filePath());
-  QSaveFile target(copy);
-  if (!source.open(QIODevice::ReadOnly) || !target.open(QIODevice::WriteOnly)) return;
-  const QByteArray content = source.readAll();
-  if (source.error() == QFile::NoError && target.write(content) == content.size() &&
-      target.setPermissions(source.permissions() | QFile::WriteOwner)) {
-    target.commit();
-  }
 }
 
 // The file in which is kept what was laid down: for each installed file, which content of it.
@@ -85,7 +73,9 @@ void layDown(const QFileInfo& file, const QDir& folder) {
   const QString now = contentOf(file.filePath());
   const bool isThere = QFileInfo::exists(target);
   const bool isWanted = isUsers(name) ? !isThere && before.isEmpty() : !isThere || before != now;
-  if (isWanted) copyFile(file, target);
+  // The copy gets its name once it is whole: a start that is cut short leaves nothing that the
+  // next one would take for a file of the user.
+  if (isWanted) ignorando([&] { platform::copyFile(file.filePath(), target); });
   if (name == kSettings) renewKeys(file.filePath(), target, before != now);
   if (before != now) platform::writeString(record, section, name, now);
 }

@@ -12,6 +12,8 @@
 #include <cstdio>
 #include <vector>
 
+#include "store/unfinished_file.h"
+
 namespace platform {
 namespace {
 
@@ -65,36 +67,43 @@ bool writeAll(int target, const char* data, qint64 length) {
   return true;
 }
 
-// Copies to the end and onto the disk; 0 or the error number of the system.
-int copyBytes(int source, const QString& target) {
-  const Descriptor out(target, O_WRONLY | O_CREAT | O_TRUNC);
-  if (!out.isOpen()) return errno;
-  std::vector<char> chunk(1 << 18);
+// Hands a file on piece by piece, as long as they are taken; 0 or the error number of the system.
+template <typename Take>
+int readAll(int source, Take take) {
+  std::vector<char> piece(1 << 18);
   for (;;) {
-    const qint64 length = ::read(source, chunk.data(), chunk.size());
+    const qint64 length = ::read(source, piece.data(), piece.size());
     if (length < 0 && errno == EINTR) continue;
     if (length < 0) return errno;
-    if (length == 0) break;
-    if (!writeAll(out.value(), chunk.data(), length)) return errno;
+    if (length == 0) return 0;
+    if (!take(piece.data(), length)) return errno;
   }
-  // A device has nothing to be put onto a disk.
-  return ::fsync(out.value()) == 0 || errno == EINVAL || errno == EROFS ? 0 : errno;
+}
+
+// A device takes the bytes itself, and has nothing to be put onto a disk.
+int copyToDevice(int source, const QString& target) {
+  const Descriptor out(target, O_WRONLY);
+  if (!out.isOpen()) return errno;
+  return readAll(
+      source, [&](const char* data, qint64 length) { return writeAll(out.value(), data, length); });
+}
+
+// The target stays as it is until all of it has been copied.
+int copyToFile(int source, const QString& target) {
+  store::UnfinishedFile copy(target);
+  const int error = readAll(source, [&](const char* data, qint64 length) {
+    copy.write(data, length);
+    return true;
+  });
+  if (error != 0) return error;
+  copy.sync();
+  copy.putInPlace();
+  return 0;
 }
 
 int renamePath(const QString& from, const QString& to) {
   const QByteArray target = QFile::encodeName(to);
   return std::rename(QFile::encodeName(from).constData(), target.constData()) == 0 ? 0 : errno;
-}
-
-// Copies beside the target and puts the copy in its place at the end; 0 or the error number.
-int copyInto(int source, const QString& target) {
-  const QString partial = target + ".parziale";
-  int error = copyBytes(source, partial);
-  const QFileInfo old(target);
-  if (error == 0 && old.exists()) QFile::setPermissions(partial, old.permissions());
-  if (error == 0) error = renamePath(partial, target);
-  if (error != 0) QFile::remove(partial);
-  return error;
 }
 
 void check(const QString& given, int flags, short lock) {
@@ -158,10 +167,8 @@ void copyFile(const QString& from, const QString& to) {
   if (old.exists() && (!old.isWritable() || old == QFileInfo(source))) {
     failAtFile(file_failure::kDenied, to);
   }
-  // A device takes the bytes itself.
-  const int error = old.exists() && !old.isFile()
-                        ? copyBytes(in.value(), target)
-                        : copyInto(in.value(), old.exists() ? old.canonicalFilePath() : target);
+  const bool device = old.exists() && !old.isFile();
+  const int error = device ? copyToDevice(in.value(), target) : copyToFile(in.value(), target);
   if (error != 0) failAtFile(fileFailureOf(error, target), to);
 }
 
