@@ -119,7 +119,7 @@ void DataCombo::showPopup() {
 }
 
 void DataCombo::open() {
-  if (DroppedDown() || keys_.isHandingOn()) return;
+  if (!keys_.makeReady()) return;
   endSearch();
   useList();
   remember();
@@ -128,11 +128,8 @@ void DataCombo::open() {
 }
 
 void DataCombo::prepareView() {
-  // The mark of the box that has the focus is not the list's.
-  view()->parentWidget()->setPalette(QApplication::palette());
   if (!viewReady_) {
     if (auto* rows = qobject_cast<QListView*>(view())) rows->setUniformItemSizes(true);
-    keys_.watch();
     viewReady_ = true;
   }
   int widest = 0;
@@ -155,10 +152,7 @@ void DataCombo::pressKey(QKeyEvent* event) {
   }
   dropSearch();
   // The key that has opened the list moves in it, and does not change the value behind it.
-  if (DroppedDown() && movesRow(event->key())) {
-    QCoreApplication::sendEvent(view(), event);
-    return;
-  }
+  if (keys_.press(*event)) return;
   useList();
   QComboBox::keyPressEvent(event);
 }

@@ -1,7 +1,6 @@
 #include "platform/drop_down.h"
 
 #include <QAbstractItemView>
-#include <QApplication>
 #include <QKeyEvent>
 #include <QTimer>
 #include <QWheelEvent>
@@ -22,16 +21,13 @@ DropDown::DropDown(QWidget* parent) : QComboBox(parent) {
 }
 
 void DropDown::showPopup() {
-  if (keys_.isHandingOn()) return;
-  keys_.watch();
+  if (!keys_.makeReady()) return;
   if (!ready_) {
     connect(this, &QComboBox::activated, this, [this] {
       if (open_) Q_EMIT picked();
     });
     ready_ = true;
   }
-  // The mark of the box that has the focus is not the list's.
-  view()->parentWidget()->setPalette(QApplication::palette());
   open_ = true;
   QComboBox::showPopup();
 }
@@ -42,12 +38,8 @@ void DropDown::hidePopup() {
   QTimer::singleShot(0, this, [this] { open_ = view()->isVisible(); });
 }
 
-// What comes to the box while its list is open is for the list.
 void DropDown::keyPressEvent(QKeyEvent* event) {
-  if (!keys_.isOpen()) return QComboBox::keyPressEvent(event);
-  // The key that opens a list has just done so.
-  if (event->key() == Qt::Key_F4) return;
-  QCoreApplication::sendEvent(view(), event);
+  if (!keys_.press(*event)) QComboBox::keyPressEvent(event);
 }
 
 void DropDown::takeRow(int key) {

@@ -1,6 +1,7 @@
 #include "platform/popup_keys.h"
 
 #include <QAbstractItemView>
+#include <QApplication>
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
@@ -29,14 +30,24 @@ bool leavesList(int key) {
   return isEnter(key) || key == Qt::Key_Tab || key == Qt::Key_Backtab;
 }
 
-void PopupKeys::watch() {
-  if (watching_) return;
-  combo_.view()->installEventFilter(this);
+bool PopupKeys::makeReady() {
+  if (handingOn_ || isOpen()) return false;
+  if (!watching_) combo_.view()->installEventFilter(this);
   watching_ = true;
+  // The mark of the box that has the focus is not the list's.
+  combo_.view()->parentWidget()->setPalette(QApplication::palette());
+  return true;
 }
 
 bool PopupKeys::isOpen() const {
   return watching_ && combo_.view()->isVisible();
+}
+
+bool PopupKeys::press(QKeyEvent& event) {
+  if (!isOpen()) return false;
+  // The key that opens a list has just done so.
+  if (event.key() != Qt::Key_F4) QCoreApplication::sendEvent(combo_.view(), &event);
+  return true;
 }
 
 bool PopupKeys::eventFilter(QObject*, QEvent* event) {
@@ -47,7 +58,7 @@ bool PopupKeys::filtered(QEvent& event) {
   const bool asks = event.type() == QEvent::ShortcutOverride;
   if (!asks && event.type() != QEvent::KeyPress) return false;
   const auto& key = static_cast<const QKeyEvent&>(event);
-  if (!asks) return press(key);
+  if (!asks) return pressInList(key);
   const bool own = leavesList(key.key()) || key.key() == Qt::Key_Escape;
   if (own) event.accept();
   return own;
@@ -55,7 +66,7 @@ bool PopupKeys::filtered(QEvent& event) {
 
 // The closed box gets a key that goes on before the next one comes: it may lead to the next field,
 // or to another window.
-bool PopupKeys::press(const QKeyEvent& event) {
+bool PopupKeys::pressInList(const QKeyEvent& event) {
   if (event.key() == Qt::Key_Escape) {
     box_.giveUp();
     return true;

@@ -33,16 +33,17 @@ class PopupKeys final : public QObject {
   };
 
   PopupKeys(QComboBox& combo, Box& box) : combo_(combo), box_(box) {}
-  // To be called before the list is shown.
-  void watch();
+  // Makes the list ready before it is shown. False if it is not to be: it is, or a key that has
+  // closed it is going on to the box.
+  bool makeReady();
   bool isOpen() const;
-  // True while a key goes on to the box: its list stays closed.
-  bool isHandingOn() const { return handingOn_; }
+  // A key that comes to the box while its list is open is for the list. True if it was.
+  bool press(QKeyEvent& event);
 
  private:
   bool eventFilter(QObject* watched, QEvent* event) override;
   bool filtered(QEvent& event);
-  bool press(const QKeyEvent& event);
+  bool pressInList(const QKeyEvent& event);
 
   QComboBox& combo_;
   Box& box_;
