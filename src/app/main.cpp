@@ -12,6 +12,7 @@
 #include "core/modutil.h"
 #include "platform/form.h"
 #include "platform/icons.h"
+#include "platform/key_handover.h"
 #include "platform/message_box.h"
 #include "platform/screen_reader.h"
 #include "platform/single_instance.h"
@@ -89,5 +90,6 @@ int main(int argc, char** argv) {
   }
   applyLooks(application);
   const platform::FocusTeller focusTeller;
+  platform::KeyHandover::watch();
   return instance.isFirst() ? run(commandLine) : tellOfFirst(instance);
 }

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
+#include <xcb/xcb.h>
 
+#include <QAbstractEventDispatcher>
 #include <QAction>
 #include <QMenu>
 #include <QProcess>
@@ -12,6 +14,7 @@
 #include "platform/memo_box.h"
 #include "platform/text_box.h"
 #include "platform/time_box.h"
+#include "platform/x11_keys.h"
 #include "platform/x11_selection.h"
 #include "store/value_text.h"
 
@@ -250,4 +253,37 @@ TEST_F(Selection, IsReadUnlessItsOwnerKeepsSilent) {
 }
 
 }  // namespace
+// True if the toolkit does not see a press that the X server sends.
+bool isKept(int code, int modifiers = 0) {
+  xcb_key_press_event_t key{};
+  key.response_type = XCB_KEY_PRESS;
+  key.detail = static_cast<xcb_keycode_t>(code);
+  key.state = static_cast<std::uint16_t>(modifiers);
+  return QAbstractEventDispatcher::instance()->filterNativeEvent("xcb_generic_event_t", &key,
+                                                                 nullptr);
+}
+
+TEST(X11KeysTest, WaitForAWindowAndBehindLettersAtTheReader) {
+  constexpr int kLetter = 38;
+  constexpr int kF12 = 96;
+  bool atReader = false;
+  X11Keys keys([&] { return atReader; });
+  const QWidget window;
+  EXPECT_FALSE(isKept(kLetter));
+  keys.Hold();
+  EXPECT_TRUE(isKept(kLetter)) << "a window is on its way";
+  keys.SendTo(window);
+  EXPECT_FALSE(isKept(kF12)) << "it has come";
+  for (const auto& [code, modifiers] :
+       {std::pair{kF12, 0}, std::pair{kLetter, int{XCB_MOD_MASK_1}}}) {
+    atReader = true;
+    EXPECT_FALSE(isKept(kLetter));
+    EXPECT_TRUE(isKept(code, modifiers)) << "a command behind letters";
+    EXPECT_TRUE(isKept(kLetter)) << "and what is typed behind it";
+    atReader = false;
+    keys.SendTo(window);
+    EXPECT_FALSE(isKept(code, modifiers));
+  }
+}
+
 }  // namespace platform
