@@ -14,12 +14,12 @@ constexpr int kTipAbove = 24;  // pixels from the place of a tip to its end, but
 
 void complain(QWidget& box, const QString& message, const QString& tip) {
   QApplication::beep();
-  if (auto* status = box.window()->findChild<QStatusBar*>()) {
-    status->showMessage(message, kTellMilliseconds);
-  }
+  auto* status = box.window()->findChild<QStatusBar*>();
+  if (status != nullptr) status->showMessage(message, kTellMilliseconds);
   // Above the box: the user may be typing in the next one already.
   const QPoint place(0, -kTipAbove - box.fontMetrics().height());
-  if (box.isVisible()) QToolTip::showText(box.mapToGlobal(place), tip, &box);
+  if (box.isVisible())
+    QToolTip::showText(box.mapToGlobal(place), status == nullptr ? message : tip, &box);
 }
 
 }  // namespace platform

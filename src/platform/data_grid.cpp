@@ -402,6 +402,7 @@ void DataGrid::writeCell(const QModelIndex& cell, const QVariant& value) {
     bool cancel = false;
     Q_EMIT beforeUpdate(&cancel);
     refused_ = cancel;
+    refusal_.clear();
     if (cancel) forgetKept();
     if (cancel || !target.isValid()) return;
     model_->setData(target, pendingValue_, Qt::EditRole);
@@ -413,6 +414,7 @@ void DataGrid::writeCell(const QModelIndex& cell, const QVariant& value) {
 // A cell that is toggled in place, or whose row is gone, has nothing to keep.
 void DataGrid::keepCell(const QVariant& value, const store::Failure& failure) {
   const std::pair<QVariant, int> news(value, failure.number());
+  refusal_ = failure.description();
   refused_ = openEditor() != nullptr && failure.number() != store::failure::kRecordDeleted;
   if (refused_) retrying_.start(kRetryMilliseconds);
   if (refused_ && kept_ == news) {

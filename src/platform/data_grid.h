@@ -37,6 +37,8 @@ class DataGrid final : public QTableView {
   bool CommitCell();
   // True while a cell is open whose text was not accepted.
   bool IsRefused() const { return refused_ && IsEditing(); }
+  // Why it could not be written; empty where whoever refused it has told.
+  QString Refusal() const { return IsRefused() ? refusal_ : QString(); }
   // True while the list shows that its rows cannot be read.
   bool IsUnreadable() const { return model_->isUnreadable(); }
   // Shows the notice of a list that could not be opened, until there is one.
@@ -133,6 +135,7 @@ class DataGrid final : public QTableView {
   QTimer retrying_;
   std::pair<QVariant, int> kept_;  // what could not be written, and the failure that was told
   bool refused_ = false;
+  QString refusal_;
   bool telling_ = false;
   bool following_ = false;  // the view is being moved to the recordset's row
 };

@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QKeyEvent>
+#include <QShortcut>
 
 namespace platform {
 namespace {
@@ -18,8 +19,13 @@ bool wantsItself(QWidget& receiver, const QKeyEvent& key) {
 bool triggerShortcut(const QWidget& window, const QKeyEvent& key) {
   const QKeySequence pressed(key.keyCombination());
   for (QAction* action : window.findChildren<QAction*>()) {
-    if (action->shortcut() != pressed || !action->isEnabled()) continue;
+    if (!action->shortcuts().contains(pressed) || !action->isEnabled()) continue;
     action->trigger();
+    return true;
+  }
+  for (QShortcut* shortcut : window.findChildren<QShortcut*>()) {
+    if (!shortcut->keys().contains(pressed) || !shortcut->isEnabled()) continue;
+    Q_EMIT shortcut->activated();
     return true;
   }
   QAbstractButton* button = buttonOf(window, key);

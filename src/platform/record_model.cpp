@@ -81,6 +81,7 @@ void RecordModel::resetTo(store::RecordsetPtr recordset) {
   changing_ = false;
   pausing_ = false;
   locked_ = 0;
+  readSince_ = true;
   resolveFields();
   endResetModel();
   endUnreadable();
@@ -195,6 +196,7 @@ QVariant RecordModel::valueAt(int row, int field) const {
   try {
     const QVariant value = recordset_->ValueAt(row, field);
     if (locked_ > 0 && row == failedRow_) locked_ = 0;
+    readSince_ = true;
     return value;
   } catch (const store::Failure& failure) {
     pause();
@@ -217,6 +219,7 @@ void RecordModel::pause() const {
 
 void RecordModel::readAgain() {
   pausing_ = false;
+  readSince_ = false;
   if (rows_ > 0) Q_EMIT dataChanged(index(0, 0), index(rows_ - 1, columnCount() - 1));
   if (unreadable_) QTimer::singleShot(kPaintMilliseconds, this, &RecordModel::endUnreadable);
 }
@@ -224,6 +227,9 @@ void RecordModel::readAgain() {
 // Once a whole repaint has met no failure.
 void RecordModel::endUnreadable() {
   if (pausing_ || !unreadable_) return;
+  // A slow machine has not painted yet.
+  if (!readSince_ && rows_ > 0)
+    return QTimer::singleShot(kPaintMilliseconds, this, &RecordModel::endUnreadable);
   unreadable_ = false;
   Q_EMIT readRestored();
 }

@@ -109,6 +109,7 @@ class RecordModel final : public QAbstractTableModel {
   int rows_ = 0;
   mutable bool pausing_ = false;     // after a failure to read
   mutable bool unreadable_ = false;  // a failure to read was told
+  mutable bool readSince_ = false;   // a value, since all were asked for again
   mutable int failedRow_ = -1;
   mutable int locked_ = 0;  // failures to read since the file was locked
   bool changing_ = false;

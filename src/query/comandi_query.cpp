@@ -33,8 +33,9 @@ void placeBelowForm(platform::Form& form, const QWidget& main) {
 }
 
 void mnuModFiltra_Click() {
+  // What could not be written holds its row: the list would not follow.
+  if (!verbi().bSalvato()) return;
   Puntatore(kClessidra);
-  verbi().Salva();
   auto& form = forms().as<frmFiltro>(QStringLiteral("frmFiltro"));
   form.Carica();
   Puntatore(kPuntatoreNormale);
@@ -52,7 +53,7 @@ void applyFilter(const QString& sFiltro) {
 }
 
 void mnuEliminaFiltro_Click() {
-  applyFilter({});
+  if (verbi().bSalvato()) applyFilter({});
 }
 
 void filterByValue(int iCampo, const QVariant& valore) {
@@ -93,7 +94,7 @@ void followCollection() {
 }
 
 void mnuOrdina_Click() {
-  verbi().Salva();
+  if (!verbi().bSalvato()) return;
   forms()[QStringLiteral("frmOrdina")].ShowModal(&FormMain());
   FormMain().Show();
 }

@@ -61,6 +61,7 @@ ControlliCondizione::ControlliCondizione(const Nomi& nomi, const QString& label,
                   QStringLiteral("Valore") + label)),
       spunta_(value(new platform::CheckBox(window), QStringLiteral("chkValore") + nomi.suffix,
                     QStringLiteral("Valore") + label)),
+      numeri_(numbers(window)),
       valori_(new QHBoxLayout) {
   voce_->SetEnterStays(true);
   valori_->setSpacing(0);
@@ -92,8 +93,7 @@ void ControlliCondizione::Prepara(int iRac, const QStringList& condizioni) const
   condizione_->setCurrentIndex(0);
   const tCampo& campo = aCampi(iRac, iCampo());
   testo_->clear();
-  delete testo_->validator();
-  if (campo.sTipo == QLatin1String(TXTNUM)) testo_->setValidator(numbers(testo_));
+  testo_->setValidator(campo.sTipo == QLatin1String(TXTNUM) ? numeri_ : nullptr);
   data_->ShowValue({});
   spunta_->setChecked(false);
   if (campo.sTipo == QLatin1String(CBO)) CaricaComboCampoIn(iRac, iCampo(), *voce_);

@@ -5,6 +5,7 @@
 #include "model/condizione.h"
 
 class QHBoxLayout;
+class QValidator;
 
 namespace platform {
 class CheckBox;
@@ -53,6 +54,7 @@ class ControlliCondizione final {
   platform::TextBox* testo_;
   platform::DateBox* data_;
   platform::CheckBox* spunta_;
+  const QValidator* numeri_;
   QHBoxLayout* valori_;
 };
 

@@ -4,8 +4,10 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QScrollArea>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QToolButton>
+#include <QWheelEvent>
 
 #include "core/modcuore.h"
 #include "core/modutil.h"
@@ -28,6 +30,15 @@ namespace tavolix {
 namespace {
 
 using platform::BoundControl;
+
+// The wheel over the tabs scrolls nothing, and turns no page.
+class PageTabs final : public QTabBar {
+  void wheelEvent(QWheelEvent* event) override { event->ignore(); }
+};
+class Pages final : public QTabWidget {
+ public:
+  explicit Pages(QWidget* parent) : QTabWidget(parent) { setTabBar(new PageTabs); }
+};
 
 // Columns of a page: label, and what stands behind it.
 enum Column { kLabel, kBox };
@@ -276,7 +287,7 @@ QWidget* buildForm(int iRac, QWidget* parent) {
   auto* form = new QWidget(parent);
   auto* dbCurr = new platform::DataControl(form);
   dbCurr->setObjectName(QStringLiteral("dbCurr"));
-  auto* panRecord = new QTabWidget(form);
+  auto* panRecord = new Pages(form);
   panRecord->setObjectName(QStringLiteral("panRecord"));
   platform::nameControl(*panRecord, QStringLiteral("Scheda ") + aRaccolte(iRac).sNome);
   ControlNumbers numbers;

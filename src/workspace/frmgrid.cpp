@@ -135,6 +135,7 @@ void frmGrid::returnToTab() {
 }
 
 void frmGrid::grd_HeadClick(int iColonna) {
+  if (!FrmMain().bSalvato()) return;
   auto* grd = control<platform::DataGrid>(QStringLiteral("grd"));
   aRaccolte(iRacCorr).sOrdine = QStringLiteral(" ORDER BY ") + grd->Column(iColonna).dataField;
   DBRefresh();

@@ -157,6 +157,8 @@ void frmMain::InizializzaTab() {
 }
 
 void frmMain::loadCollection() {
+  // It goes from control to control otherwise, as they are hidden.
+  if (QWidget* focus = Window()->focusWidget()) focus->clearFocus();
   PermettiInput(false);
   Puntatore(kClessidra);
   Cedi();

@@ -22,7 +22,8 @@ bool RigaSospesa::bLascia() const {
   if (!bResta()) return true;
   // The question tells it.
   TogliSegnalazioni();
-  const QString why = form.Kept() ? form.Kept()->description() + QStringLiteral("\r\r") : QString();
+  QString why = form.Kept() ? form.Kept()->description() : list.Refusal();
+  if (!why.isEmpty()) why += QStringLiteral("\r\r");
   const QString question = QStringLiteral("Il record corrente non e' stato salvato.\r\r") + why +
                            QStringLiteral(
                                "Vuoi attendere, e lasciare il record aperto?\r"

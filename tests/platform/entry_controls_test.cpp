@@ -5,11 +5,13 @@
 #include <QAction>
 #include <QMenu>
 #include <QProcess>
+#include <QShortcut>
 #include <QStandardPaths>
 #include <csignal>
 
 #include "desk.h"
 #include "platform/date_box.h"
+#include "platform/key_sender.h"
 #include "platform/masked_box.h"
 #include "platform/memo_box.h"
 #include "platform/text_box.h"
@@ -253,6 +255,21 @@ TEST_F(Selection, IsReadUnlessItsOwnerKeepsSilent) {
 }
 
 }  // namespace
+TEST(KeySender, FindsEveryShortcutOfAWindow) {
+  QWidget window;
+  auto* action = new QAction(&window);
+  action->setShortcuts({QKeySequence("Alt+N"), QKeySequence("F12")});
+  auto* shortcut = new QShortcut(QKeySequence("F3"), &window);
+  QStringList done;
+  QObject::connect(action, &QAction::triggered, &window, [&] { done << "new"; });
+  QObject::connect(shortcut, &QShortcut::activated, &window, [&] { done << "next"; });
+  QKeyEvent presses[] = {{QEvent::KeyPress, Qt::Key_F12, Qt::NoModifier},
+                         {QEvent::KeyPress, Qt::Key_F3, Qt::NoModifier},
+                         {QEvent::KeyPress, Qt::Key_F4, Qt::NoModifier}};
+  for (QKeyEvent& press : presses) sendKey(window, press);
+  EXPECT_EQ(done, QStringList({"new", "next"}));
+}
+
 // True if the toolkit does not see a press that the X server sends.
 bool isKept(int code, int modifiers = 0) {
   xcb_key_press_event_t key{};

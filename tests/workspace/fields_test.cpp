@@ -127,6 +127,18 @@ TEST_F(Fields, TellReadersWhereTheKeyboardIs) {
     for (QWidget* widget : places) EXPECT_EQ(passes(widget), widget == focus);
     EXPECT_FALSE(passes(pages()->tabBar()));
   }
+  // The keyboard goes to no other control while a collection is loaded.
+  grid()->setFocus();
+  bool strayed = false;
+  const auto follow = [&](QWidget*, QWidget* to) {
+    strayed |= to != nullptr && to != grid() && to != tabs();
+  };
+  const auto following = QObject::connect(qApp, &QApplication::focusChanged, window(), follow);
+  selectByTab(1);
+  selectByTab(0);
+  QObject::disconnect(following);
+  EXPECT_FALSE(strayed);
+  combo = static_cast<platform::DataCombo*>(box("cboAutore"));
   combo->showPopup();
   EXPECT_TRUE(passes(combo->view()));
   combo->hidePopup();

@@ -432,12 +432,20 @@ TEST_F(Query, LeavesOpenListsByTheirKeys) {
     press(Qt::Key_Tab);
     EXPECT_EQ(field->currentText(), QString("Lingua"));
     EXPECT_EQ(QApplication::focusWidget(), part("frmFiltro", "cboCondizione(0)"));
-    QWheelEvent wheel({5, 5}, field->mapToGlobal(QPointF(5, 5)), {}, {0, 120}, {}, {},
+    QWheelEvent wheel({5, 5}, field->mapToGlobal(QPointF(5, 5)), {}, {0, -120}, {}, {},
                       Qt::NoScrollPhase, false);
-    QApplication::sendEvent(field, &wheel);
+    for (QWidget* still : std::initializer_list<QWidget*>{field, pages()->tabBar()}) {
+      QApplication::sendEvent(still, &wheel);
+    }
     EXPECT_EQ(field->currentText(), QString("Lingua"));
+    EXPECT_EQ(pages()->currentIndex(), 0);
     press(Qt::Key_Tab);
-    type("ing");
+    // A key that comes to the list when that has closed is for what stands behind it.
+    QWindow* closed = field->view()->window()->windowHandle();
+    QKeyEvent late(QEvent::KeyPress, Qt::Key_I, Qt::NoModifier, "i");
+    QApplication::sendEvent(closed, &late);
+    QApplication::processEvents();
+    type("ng");
     EXPECT_TRUE(
         static_cast<platform::DataCombo*>(part("frmFiltro", "cboValore(0)"))->DroppedDown());
     press(Qt::Key_Return);
