@@ -2,9 +2,9 @@
 
 #include <QDate>
 #include <QLocale>
-#include <QScopeGuard>
 #include <QTimer>
 
+#include "store/unwritten.h"
 #include "store/value_text.h"
 
 namespace platform {
@@ -264,9 +264,7 @@ bool RecordModel::setData(const QModelIndex& index, const QVariant& value, int r
   if (field < 0) return false;
   const store::RecordsetPtr target = recordset_;
   if (target->AbsolutePosition() != index.row()) target->SetAbsolutePosition(index.row());
-  const auto giveUp = qScopeGuard([&target] {
-    if (target->IsOpen() && target->Mode() == store::EditMode::Edit) target->CancelUpdate();
-  });
+  const auto unwritten = store::givingUpUnwritten(target);
   target->Edit();
   target->SetValue(field, value);
   target->Update();

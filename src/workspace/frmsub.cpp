@@ -17,6 +17,7 @@
 #include "platform/handlers.h"
 #include "platform/screen_reader.h"
 #include "platform/system_path.h"
+#include "store/unwritten.h"
 #include "workspace/lampeggio.h"
 #include "workspace/riga_sospesa.h"
 #include "workspace/sub_view.h"
@@ -164,12 +165,9 @@ void frmSub::CreaNuovo(bool bDuplica) {
     Puntatore(kClessidra);
     Cedi();
     const store::RecordsetPtr rs = rows();
-    // A row that is not made is given up with what was typed for it.
-    const auto giveUp = qScopeGuard([this, rs] {
-      if (rs && rs->IsOpen() && rs->Mode() == store::EditMode::Add) rs->CancelUpdate();
-      AbilitazionePannello();
-    });
+    const auto enable = qScopeGuard([this] { AbilitazionePannello(); });
     if (!rs) throw store::Failure(store::failure::kClosed, QStringLiteral("Nessun elenco aperto"));
+    const auto unwritten = store::givingUpUnwritten(rs);
     // A parent that another program has deleted gets no more rows.
     dbElenco().Recordset()->RefreshRow();
     if (bDuplica) ScambiaValoriCampi(iRacCorr, 0);

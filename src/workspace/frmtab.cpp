@@ -15,6 +15,7 @@
 #include "platform/handlers.h"
 #include "platform/system_path.h"
 #include "platform/text_box.h"
+#include "store/unwritten.h"
 #include "workspace/tab_view.h"
 
 namespace tavolix {
@@ -179,6 +180,7 @@ void frmTab::cmdAdd_Click() {
     return;
   }
   const store::RecordsetPtr rs = rows();
+  const auto unwritten = store::givingUpUnwritten(rs);
   rs->AddNew();
   rs->SetValue(QStringLiteral("TipoTab"), sCodTab_);
   rs->SetValue(QStringLiteral("TipoRac"), iRacTab_);
@@ -246,6 +248,7 @@ void frmTab::ImpostaPredefinito() {
   const store::RecordsetPtr rs = rows();
   if (!bRecordValido(rs)) return;
   store::Transaction transaction(*dbArc);
+  const auto unwritten = store::givingUpUnwritten(rs);
   clearDefaults();
   rs->Edit();
   rs->SetValue(kDefault, true);

@@ -2,6 +2,7 @@
 #include <QToolButton>
 
 #include "desk.h"
+#include "store/patience.h"
 
 namespace tavolix {
 namespace {
@@ -196,6 +197,29 @@ TEST_F(Lookup, HoldsWhoeverLeavesABadText) {
     EXPECT_FALSE(isOpen());
   });
   EXPECT_EQ(combo(kLingua).Text(), QString("g"));
+}
+
+// A value that could not be added leaves the one that was current, to the list and to the record.
+TEST_F(Lookup, GoesOnWithItsValueAfterALock) {
+  startWithLanguages();
+  folder_.outside("UPDATE MAIN SET TabLinguaID = (SELECT ID FROM TAB WHERE \"Desc\" = 'b')");
+  DBRefresh();
+  store::mostPatience = 100;
+  open(kLingua, [&] {
+    Outside other(folder_.path("esempio.tvx"), SQLite::OPEN_READWRITE);
+    other.exec("BEGIN IMMEDIATE");
+    answer(platform::kOk);
+    add("c");
+    EXPECT_TRUE(message().contains("3260"));
+    other.exec("COMMIT");
+    answer(platform::kOk);
+    push("cmdElimina");
+    EXPECT_EQ(message(), QString(kUsed));
+    EXPECT_EQ(languages(), QString("b|d"));
+    push("cmdEsci");
+  });
+  EXPECT_EQ(combo(kLingua).Text(), QString("b"));
+  store::mostPatience = 2000;
 }
 
 TEST_F(Lookup, ShowsTheChosenValueWhereverTheListIsOffered) {
