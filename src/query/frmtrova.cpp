@@ -75,10 +75,10 @@ void frmTrova::connectControls() {
   platform::onClick(this, "cmdSuccessivo", [this] { Cerca(kSuccessivo); });
   platform::onClick(this, "CSCmdBtn2", [this] { Cerca(kUltimo); });
   platform::onClick(this, "cmdEsci", [this] { Hide(); });
-  platform::onCommand(control<QRadioButton>(QStringLiteral("optRac")), &QRadioButton::clicked, this,
-                      [this] { Carica(false); });
-  platform::onCommand(control<QRadioButton>(QStringLiteral("optSubRac")), &QRadioButton::clicked,
-                      this, [this] { Carica(true); });
+  for (const char* name : {"optRac", "optSubRac"}) {
+    platform::onCommand(control<QRadioButton>(QString::fromLatin1(name)), &QRadioButton::clicked,
+                        this, &frmTrova::opt_Click);
+  }
   platform::onSignal(controlli_->Campo(), &QComboBox::currentIndexChanged, this,
                      [this] { cboCampo_Click(); });
 }
@@ -94,9 +94,15 @@ void frmTrova::Carica(bool bSottoRaccolta) {
     optSubRac->setText(QStringLiteral("Nella sotto-raccolta ") + aRaccolte(sottoraccolta()).sNome);
   }
   (bSottoRaccolta ? optSubRac : optRac)->setChecked(true);
-  controlli_->CaricaCampi(iRaccolta());
+  iOfferta_ = iRaccolta();
+  controlli_->CaricaCampi(iOfferta_);
   cboCampo_Click();
   controlli_->Campo()->setFocus();
+}
+
+// A click on the one that is chosen already leaves what was entered.
+void frmTrova::opt_Click() {
+  if (iRaccolta() != iOfferta_) Carica(iRaccolta() != iRacCorr);
 }
 
 int frmTrova::iRaccolta() {

@@ -33,6 +33,7 @@ class frmTrova final : public platform::Form {
   bool keyDown(int key, Qt::KeyboardModifiers modifiers) override;
 
   void connectControls();
+  void opt_Click();
   void cboCampo_Click();
   int iRaccolta();
   QString sCreaCondizione();
@@ -48,6 +49,7 @@ class frmTrova final : public platform::Form {
   std::unique_ptr<ControlliCondizione> controlli_;
   EntryFocus focus_;
   int iRaccolta_ = -1;  // what the conditions were made for
+  int iOfferta_ = -1;   // whose fields are offered
   QString sArchivio_;
   // The children that were found last: the next search goes on among them.
   store::RecordsetPtr rsFigli_;
