@@ -100,11 +100,14 @@ void frmSub::Carica(int iSub, int iPadre) {
                              shownText(iPadre, 1));
     // Rows that cannot be read must not leave another record's in their place.
     dbSubCurr().SetRecordset(nullptr);
+    if (iSub != iSubCorrente_) hidePanel();
     dbSubCurr().SetRecordSource(rowsOf(iSub));
     dbSubCurr().Refresh();
     if (iSub != iSubCorrente_) showPanel(iSub);
     dbSubCurr().UpdateControls();
   });
+  // Rows without a panel cannot be worked on.
+  if (iSub != iSubCorrente_) dbSubCurr().SetRecordset(nullptr);
   grdSub().setFocus();
   AbilitazionePannello();
 }
@@ -117,15 +120,24 @@ void frmSub::Mostra(int iSub, int iPadre, qint64 lID) {
   ShowModal(&platform::forms()[QStringLiteral("frmMain")]);
 }
 
-void frmSub::showPanel(int iSub) {
+QStackedLayout& frmSub::panels() {
+  return static_cast<QStackedLayout&>(*Control(QStringLiteral("panRecord(0)"))->layout());
+}
+
+void frmSub::hidePanel() {
   if (iSubCorrente_ != -1) CollegaCampi(false, iSubCorrente_);
-  iSubCorrente_ = iSub;
-  auto* panels = static_cast<QStackedLayout*>(Control(QStringLiteral("panRecord(0)"))->layout());
-  panels->setCurrentIndex(iSub - kRaccoltePrincipali);
+  iSubCorrente_ = -1;
+  panels().setCurrentIndex(0);
+}
+
+// A panel is seen once nothing can fail any more: a field that is not bound would take text.
+void frmSub::showPanel(int iSub) {
   CaricaComboCampi(iSub);
+  CaricaGrigliaConfig(aRaccolte(iSub).sQuery, grdSub());
   CollegaCampi(true, iSub);
   platform::nameControl(grdSub(), QStringLiteral("Elenco ") + aRaccolte(iSub).sNome);
-  CaricaGrigliaConfig(aRaccolte(iSub).sQuery, grdSub());
+  panels().setCurrentIndex(1 + iSub - kRaccoltePrincipali);
+  iSubCorrente_ = iSub;
 }
 
 void frmSub::Salva() {

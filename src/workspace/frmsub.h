@@ -4,6 +4,8 @@
 #include "platform/form.h"
 #include "store/recordset.h"
 
+class QStackedLayout;
+
 namespace platform {
 class DataControl;
 class DataGrid;
@@ -36,6 +38,8 @@ class frmSub final : public platform::Form {
   bool keyDown(int key, Qt::KeyboardModifiers modifiers) override;
 
   void connectControls();
+  QStackedLayout& panels();
+  void hidePanel();
   void showPanel(int iSub);
   QString rowsOf(int iSub) const;
   QVariant parentKey(int iSub) const;

@@ -49,11 +49,13 @@ QWidget* newList(platform::DataControl* dbSubCurr, QWidget* parent) {
   return panel;
 }
 
-// The panels lie upon each other; the empty panRecord(0) marks their place.
+// The panels lie upon each other; panRecord(0) marks their place. An empty page comes first, for
+// while none of them is set up.
 QWidget* newPanels(platform::DataControl& dbSubCurr, QWidget* parent) {
   auto* place = new QWidget(parent);
   place->setObjectName(QStringLiteral("panRecord(0)"));
   auto* stack = new QStackedLayout(place);
+  stack->addWidget(new QWidget(place));
   ControlNumbers numbers;
   for (int iSub = kRaccoltePrincipali; iSub < kRaccolte; ++iSub) {
     stack->addWidget(scrolling(buildPanel(iSub, dbSubCurr, numbers, place), place));

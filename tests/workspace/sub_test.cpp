@@ -132,19 +132,29 @@ TEST_F(Sub, CleansACellThatIsNoNumber) {
 }
 
 TEST_F(Sub, ShowsAndAddsNoRowsWhereItCannot) {
-  selectByTab(2);
-  inChildren([] {});
-  aRaccolte(9).sCampoPadre = "NonEsiste";
-  goTo(2);
-  answerAll();
-  inChildren([] {
-    EXPECT_NE(message(), QString("-"));
-    EXPECT_EQ(rows()->model()->rowCount(), 0);
-    answer(platform::kOk);
-    press("Alt+N");
-  });
-  EXPECT_EQ(iRacCorr, 2);
-  aRaccolte(9).sCampoPadre = "AudID";
+  // Nothing was opened before, then the same, then another sub-collection.
+  for (const int before : {-1, 2, 1}) {
+    if (before != -1) {
+      selectByTab(before);
+      inChildren([] {});
+    }
+    selectByTab(2);
+    aRaccolte(9).sCampoPadre = "NonEsiste";
+    goTo(2);
+    answerAll();
+    inChildren([] {
+      EXPECT_NE(message(), QString("-"));
+      EXPECT_EQ(rows()->model()->rowCount(), 0);
+      for (int i = kRaccoltePrincipali; i < kRaccolte; ++i) {
+        const auto* panel = part(QStringLiteral("panRecord(%1)").arg(i));
+        EXPECT_FALSE(panel->isVisible() && panel->isEnabled()) << i;
+      }
+      answer(platform::kOk);
+      press("Alt+N");
+    });
+    EXPECT_EQ(iRacCorr, 2);
+    aRaccolte(9).sCampoPadre = "AudID";
+  }
   // A record that another program has deleted, with its rows shown.
   const QString key = stored("AUD.ID");
   inChildren([&] {
