@@ -77,6 +77,13 @@ platform::ColumnSetup setupOf(int iRac, const store::Recordset& rs, const QStrin
 
 }  // namespace
 
+int iRacElenco() {
+  for (int i = 0; i < kRaccoltePrincipali; ++i) {
+    if (iRacCorr >= kRaccoltePrincipali && aRaccolte(i).iSottoRaccolta == iRacCorr) return i;
+  }
+  return iRacCorr;
+}
+
 QString sTestoLista(int iRacTab, const QString& sCodTab) {
   return QStringLiteral("SELECT * FROM TAB WHERE TipoRac= ") + QString::number(iRacTab) +
          QStringLiteral(" AND TipoTab = ") + sApici(sCodTab) + QStringLiteral(" ORDER BY [DESC];");
@@ -158,8 +165,8 @@ void CorreggiValoriGriglia(int iAzione) {
   if (iAzione != 6) return;
   auto* grd = platform::forms()[QStringLiteral("frmGrid")].control<platform::DataGrid>(
       QStringLiteral("grd"));
-  for (int j = 0; j < iNumeroCampi(iRacCorr); ++j) {
-    const tCampo& campo = aCampi(iRacCorr, j);
+  for (int j = 0; j < iNumeroCampi(iRacElenco()); ++j) {
+    const tCampo& campo = aCampi(iRacElenco(), j);
     const bool checked =
         campo.sTipo == QLatin1String(TXTNUM) || campo.sTipo == QLatin1String(TXTDTA);
     if (!checked || campo.sCampoDB.compare(grd->PendingField(), Qt::CaseInsensitive) != 0) continue;

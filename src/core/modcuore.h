@@ -60,6 +60,8 @@ int lNuovaVoceTab(const QString& sCodTab, int iRacTab, const QString& sDesc);
 // the field then shows the value that was current in the list.
 void ApriTabella(int iCampo);
 
+// The collection in the main list: while a sub-collection is open, that of its parent.
+int iRacElenco();
 // Fills a grid's columns from the archive's GRDCONFIG.
 void CaricaGrigliaConfig(const QString& sNomeQuery, platform::DataGrid& oGriglia);
 // Row of the field table that a column of the list shows; -1 for none, or where there is no list.

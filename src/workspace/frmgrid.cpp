@@ -102,7 +102,7 @@ void frmGrid::connectControls() {
   platform::onSignal(grd, &platform::DataGrid::beforeUpdate, this,
                      [] { CorreggiValoriGriglia(6); });
   connect(grd, &platform::DataGrid::writeFailed, this, SegnalaErrore);
-  connect(grd, &platform::DataGrid::readFailed, &FrmMain(), &frmMain::SegnalaLettura);
+  platform::onSignal(grd, &platform::DataGrid::readFailed, &FrmMain(), &frmMain::SegnalaLettura);
   platform::onCommand(grd, &platform::DataGrid::reloadAsked, &FrmMain(), &frmMain::InizializzaTab);
   platform::onCommand(grd, &platform::DataGrid::leaveAsked, &FrmMain(),
                       &frmMain::mnuFileChiudi_Click);

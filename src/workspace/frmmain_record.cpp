@@ -62,7 +62,7 @@ platform::DataGrid& grd() {
 }
 
 RigaSospesa currentRow() {
-  return {dbForm(iRacCorr), grd()};
+  return {dbForm(iRacElenco()), grd()};
 }
 
 bool pressable(QWidget* button) {

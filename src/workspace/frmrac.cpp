@@ -9,6 +9,7 @@
 #include "model/raccolte.h"
 #include "platform/data_control.h"
 #include "platform/data_grid.h"
+#include "platform/handlers.h"
 #include "workspace/form_pages.h"
 #include "workspace/frmmain.h"
 #include "workspace/main_view.h"
@@ -49,7 +50,8 @@ QWidget* frmRac::build() {
 void frmRac::loaded() {
   auto* dbCurr = part<platform::DataControl>(QStringLiteral("dbCurr"));
   connect(dbCurr, &platform::DataControl::writeFailed, this, SegnalaErrore);
-  connect(dbCurr, &platform::DataControl::readFailed, &FrmMain(), &frmMain::SegnalaLettura);
+  platform::onSignal(dbCurr, &platform::DataControl::readFailed, &FrmMain(),
+                     &frmMain::SegnalaLettura);
   const auto* grd = platform::forms()[QStringLiteral("frmGrid")].control<platform::DataGrid>(
       QStringLiteral("grd"));
   connect(grd, &platform::DataGrid::readRestored, dbCurr, &platform::DataControl::readAgain);
