@@ -75,6 +75,32 @@ platform::ColumnSetup setupOf(int iRac, const store::Recordset& rs, const QStrin
   return setup;
 }
 
+platform::DataGrid& mainList() {
+  return *platform::forms()[QStringLiteral("frmGrid")].control<platform::DataGrid>(
+      QStringLiteral("grd"));
+}
+
+// The number or date that the list writes no value for; null for any other field.
+const tCampo* emptiedField() {
+  bool numeric = false;
+  mainList().PendingValue().toDouble(&numeric);
+  if (numeric) return nullptr;
+  const int iRac = iRacElenco();
+  for (int j = 0; j < iNumeroCampi(iRac); ++j) {
+    const tCampo& campo = aCampi(iRac, j);
+    const bool checked =
+        campo.sTipo == QLatin1String(TXTNUM) || campo.sTipo == QLatin1String(TXTDTA);
+    const QString written = mainList().PendingField();
+    if (checked && campo.sCampoDB.compare(written, Qt::CaseInsensitive) == 0) return &campo;
+  }
+  return nullptr;
+}
+
+void showEmptied(const tCampo& campo) {
+  if (campo.oControllo == nullptr) return;
+  campo.oControllo->ShowValue(campo.sTipo == QLatin1String(TXTNUM) ? QVariant(0) : QVariant());
+}
+
 }  // namespace
 
 int iRacElenco() {
@@ -163,19 +189,14 @@ int iCampoColonna(const QString& sNomeCampo) {
 
 void CorreggiValoriGriglia(int iAzione) {
   if (iAzione != 6) return;
-  auto* grd = platform::forms()[QStringLiteral("frmGrid")].control<platform::DataGrid>(
-      QStringLiteral("grd"));
-  for (int j = 0; j < iNumeroCampi(iRacElenco()); ++j) {
-    const tCampo& campo = aCampi(iRacElenco(), j);
-    const bool checked =
-        campo.sTipo == QLatin1String(TXTNUM) || campo.sTipo == QLatin1String(TXTDTA);
-    if (!checked || campo.sCampoDB.compare(grd->PendingField(), Qt::CaseInsensitive) != 0) continue;
-    bool numeric = false;
-    grd->PendingValue().toDouble(&numeric);
-    if (numeric) continue;
-    grd->SetPendingValue({});
-    if (campo.oControllo != nullptr) campo.oControllo->ShowValue({});
-  }
+  const tCampo* campo = emptiedField();
+  if (campo == nullptr) return;
+  mainList().SetPendingValue({});
+  showEmptied(*campo);
+}
+
+void MostraValoriCorretti() {
+  if (const tCampo* campo = emptiedField()) showEmptied(*campo);
 }
 
 }  // namespace tavolix

@@ -68,6 +68,8 @@ void CaricaGrigliaConfig(const QString& sNomeQuery, platform::DataGrid& oGriglia
 int iCampoColonna(const QString& sNomeCampo);
 // Cleans what a row edited in the grid could not store: no number or no date becomes Null.
 void CorreggiValoriGriglia(int iAzione);
+// Once it is stored: the form has 0 for a number cleaned, nothing for a date.
+void MostraValoriCorretti();
 
 // Drops down the list of the combo that has the focus.
 void ApriComboAttivo();

@@ -405,7 +405,7 @@ void DataGrid::writeCell(const QModelIndex& cell, const QVariant& value) {
     refusal_.clear();
     if (cancel) forgetKept();
     if (cancel || !target.isValid()) return;
-    model_->setData(target, pendingValue_, Qt::EditRole);
+    if (model_->setData(target, pendingValue_, Qt::EditRole)) Q_EMIT afterUpdate();
   } catch (const store::Failure& failure) {
     keepCell(value, failure);
   }

@@ -68,6 +68,8 @@ class DataGrid final : public QTableView {
   void menuWanted(int column, bool onCell, const QPoint& place);
   // A cell is about to be written; set *cancel to refuse what was typed.
   void beforeUpdate(bool* cancel);
+  // The cell has been written; the pending field and value are what was.
+  void afterUpdate();
   // Told once the key or click is done with: the time to say why. The cell gets the focus then.
   void updateRefused();
   // The cell could not be written. It stays open with what was typed, which is told once and tried

@@ -101,6 +101,7 @@ void frmGrid::connectControls() {
   platform::onSignal(grd, &platform::DataGrid::menuWanted, this, &frmGrid::grd_Menu);
   platform::onSignal(grd, &platform::DataGrid::beforeUpdate, this,
                      [] { CorreggiValoriGriglia(6); });
+  platform::onSignal(grd, &platform::DataGrid::afterUpdate, this, [] { MostraValoriCorretti(); });
   connect(grd, &platform::DataGrid::writeFailed, this, SegnalaErrore);
   platform::onSignal(grd, &platform::DataGrid::readFailed, &FrmMain(), &frmMain::SegnalaLettura);
   platform::onCommand(grd, &platform::DataGrid::reloadAsked, &FrmMain(), &frmMain::InizializzaTab);
