@@ -29,13 +29,16 @@ bool isEntry(const QWidget* widget) {
 
 bool isButton(const QWidget* widget) {
   return qobject_cast<const QPushButton*>(widget) != nullptr ||
-         qobject_cast<const QToolButton*>(widget) != nullptr ||
-         qobject_cast<const QComboBox*>(widget) != nullptr;
+         qobject_cast<const QToolButton*>(widget) != nullptr;
 }
 
 // Where the style takes a control's colours from.
 Roles rolesOf(const QWidget* widget) {
   if (isEntry(widget)) return {QPalette::Text, QPalette::Base};
+  // The button of a list would shade the colour: its style lays the base over it.
+  if (qobject_cast<const QComboBox*>(widget) != nullptr) {
+    return {QPalette::ButtonText, QPalette::Base};
+  }
   if (isButton(widget)) return {QPalette::ButtonText, QPalette::Button};
   return {QPalette::WindowText, QPalette::Window};
 }

@@ -1,6 +1,7 @@
 #include "platform/masked_box.h"
 
-#include <QFocusEvent>
+#include <QPainter>
+#include <QStyleOptionFrame>
 
 #include "store/value_text.h"
 
@@ -8,6 +9,9 @@ namespace platform {
 namespace {
 
 constexpr int kAnyLength = 32767;  // of QLineEdit
+constexpr int kTextMargin = 2;     // of QLineEdit, on either side of its text
+constexpr int kFaint = 110;        // of 255
+
 }  // namespace
 
 void MaskedBox::SetMaxText(int length) {
@@ -59,14 +63,23 @@ void MaskedBox::clean(QString& text, int& cursor) const {
   cut(text, cursor, places_);
 }
 
-void MaskedBox::focusInEvent(QFocusEvent* event) {
-  setPlaceholderText(QString(places_, u'_'));
-  LineBox::focusInEvent(event);
-}
-
-void MaskedBox::focusOutEvent(QFocusEvent* event) {
-  if (event->reason() != Qt::PopupFocusReason) setPlaceholderText(QString());
-  LineBox::focusOutEvent(event);
+// Not a placeholder, which is gone with the first letter, and is read out by screen readers.
+void MaskedBox::paintEvent(QPaintEvent* event) {
+  LineBox::paintEvent(event);
+  const qsizetype open = places_ - text().size();
+  if (open <= 0 || (grouped_ && !focused())) return;
+  QStyleOptionFrame frame;
+  initStyleOption(&frame);
+  QRect room = style()->subElementRect(QStyle::SE_LineEditContents, &frame, this);
+  room.adjust(kTextMargin + fontMetrics().horizontalAdvance(text()), 0, -kTextMargin, 0);
+  if (room.width() <= 0) return;
+  QPainter painter(this);
+  painter.setClipRect(room);
+  QColor faint = palette().color(QPalette::Text);
+  faint.setAlpha(kFaint);
+  painter.setPen(faint);
+  painter.drawText(room, Qt::AlignLeft | Qt::AlignVCenter | Qt::TextSingleLine,
+                   QString(open, u'_'));
 }
 
 }  // namespace platform

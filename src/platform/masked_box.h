@@ -4,8 +4,8 @@
 
 namespace platform {
 
-// A line of text of a fixed length, or a whole number of a fixed count of digits. While it has the
-// focus and is empty, underscores show how much goes in.
+// A line of text of a fixed length, or a whole number of a fixed count of digits. Underscores show
+// how much still goes in.
 class MaskedBox final : public LineBox {
   Q_OBJECT
  public:
@@ -25,8 +25,7 @@ class MaskedBox final : public LineBox {
   bool takes(QChar letter) const override;
   void clean(QString& text, int& cursor) const override;
   QString complaint() const override { return QStringLiteral("Numero non valido"); }
-  void focusInEvent(QFocusEvent* event) override;
-  void focusOutEvent(QFocusEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
 
  private:
   void overtype(QString& text, int cursor) const;

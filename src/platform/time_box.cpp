@@ -36,7 +36,7 @@ qlonglong partNumber(const QString& part, qlonglong limit) {
 }  // namespace
 
 TimeBox::TimeBox(QWidget* parent) : LineBox(parent) {
-  setPlaceholderText(QStringLiteral("0:00:00"));
+  setPlaceholderText(QStringLiteral(" 0:00:00 "));
 }
 
 QVariant TimeBox::parsed(const QString& text) const {

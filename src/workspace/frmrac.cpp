@@ -71,7 +71,10 @@ bool frmRac::wantsShortcut(int key, Qt::KeyboardModifiers modifiers) {
 }
 
 bool frmRac::keyDown(int key, Qt::KeyboardModifiers modifiers) {
-  return FrmMain().TastiGestMain(key, modifiers) || focus_.keyDown(key);
+  if (!FrmMain().TastiGestMain(key, modifiers)) return focus_.keyDown(key);
+  // After the command, which may have to wait.
+  runCommand([key] { EntryFocus::openList(key); });
+  return true;
 }
 
 void RegistraFormRaccolte() {
