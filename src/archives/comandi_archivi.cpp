@@ -78,8 +78,6 @@ constexpr Comando kComandi[] = {
 
 void RegistraComandiArchivi() {
   RegistraComandi(kComandi);
-  verbi().ScegliArchivio = sScegliArchivio;
-  verbi().RecuperaArchivio = RecuperaArchivio;
   verbi().ArchivioInservibile = [](const store::Failure& failure, const char* sProc,
                                    const QString& sPath) {
     archiveSettings();

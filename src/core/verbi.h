@@ -32,10 +32,8 @@ class Verbo<Risultato(Argomenti...)> final {
     opera_ = std::move(opera);
     return *this;
   }
-  // For the few callers that get along without it.
-  bool bOfferto() const { return opera_ != nullptr; }
   Risultato operator()(Argomenti... argomenti) const {
-    if (!bOfferto()) VerboMancante(nome_);
+    if (!opera_) VerboMancante(nome_);
     return opera_(std::forward<Argomenti>(argomenti)...);
   }
 
@@ -50,11 +48,6 @@ struct Verbi {
   Verbo<bool(int iModo, const QString& sFileIni, const QString& sSezione, store::DatabasePtr& db,
              QString& sPath, int& iVersione, const QString& sCodiceDB, bool bControllaCodice)>
       ApriArchivio{"ApriArchivio"};
-  // Lets the user choose an archive; the full path, empty if none was chosen.
-  Verbo<QString()> ScegliArchivio{"ScegliArchivio"};
-  // Offers to recover an archive that cannot be opened, for the reason given.
-  Verbo<void(const QString& sDescrizione, const QString& sPath)> RecuperaArchivio{
-      "RecuperaArchivio"};
   // Tells a failure met with an archive after it was opened, and sees to it that the next start
   // does not end the same way. The archive is closed; `sProc` is the procedure that failed.
   Verbo<void(const store::Failure& failure, const char* sProc, const QString& sPath)>
@@ -63,16 +56,13 @@ struct Verbi {
   Verbo<QString(const QString& sEtichetta, const QString& sValore, int iLunghezza)> ChiediTesto{
       "ChiediTesto"};
 
-  // Workspace: writes what was typed in the current record. Failures are ignored.
-  Verbo<void()> Salva{"Salva"};
-  // The same; true if nothing of it had to stay in its box.
+  // Workspace: writes what was typed in the current record. True if nothing of it had to stay in its
+  // box.
   Verbo<bool()> bSalvato{"bSalvato"};
   // Loads the selected tab's collection anew, list and form.
   Verbo<void()> RicaricaRaccolta{"RicaricaRaccolta"};
   // Opens the record's panel if the list has rows, else closes it.
   Verbo<void()> AbilitazionePannello{"AbilitazionePannello"};
-  // Switches everything the user can press.
-  Verbo<void(bool bAbilita)> AbilitaControlli{"AbilitaControlli"};
   // Opens the list behind a field, on a value and with a text to be added. The value that was
   // current at the end; nothing if it is not for the record.
   Verbo<std::optional<qint64>(int iRac, int iCampo, qint64 lVoce, const QString& sDaAggiungere)>

@@ -331,6 +331,7 @@ Campi aCampi;
 
 Campi::Campi() {
   for (std::size_t i = 0; i < rows_.size(); ++i) {
+    if (kFields[i].own.size() + kFields[i].shared.size() > kCampi) outside(static_cast<int>(i), kCampi);
     auto row = rows_[i].begin();
     for (const auto& part : {kFields[i].own, kFields[i].shared}) {
       row = std::transform(part.begin(), part.end(), row, fieldOf);

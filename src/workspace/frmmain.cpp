@@ -72,11 +72,9 @@ std::optional<int> pixelsOf(const char* key) {
 
 void offerVerbs() {
   Verbi& all = verbi();
-  all.Salva = [] { FrmMain().Salva(); };
   all.bSalvato = [] { return FrmMain().bSalvato(); };
   all.RicaricaRaccolta = [] { FrmMain().InizializzaTab(); };
   all.AbilitazionePannello = [] { FrmMain().AbilitazionePannello(); };
-  all.AbilitaControlli = [](bool bAbilita) { FrmMain().AbilitaControlli(bAbilita); };
 }
 
 // What windows may lie on, the main screen first.
