@@ -1,17 +1,18 @@
 #include "archives/file_archivio.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <QLocale>
 
 #include "archives/percorsi.h"
 #include "core/errore.h"
+#include "core/modini.h"
 #include "core/modutil.h"
+#include "model/riparazione.h"
 #include "platform/file_system.h"
 #include "platform/progress_window.h"
-#include "store/failure.h"
+#include "platform/system_path.h"
 #include "store/journal.h"
-#include "store/whole_file.h"
+#include "store/safe_copy.h"
 
 namespace tavolix {
 namespace {
@@ -21,19 +22,44 @@ QString requirePlace(const QString& path) {
   return sFileEsatto(path);
 }
 
-// A write that was interrupted is taken back, so that the file alone is the archive.
-void settle(const QString& path) {
-  // What is no archive, or a damaged one, has nothing to be taken back but by a journal.
-  const auto failure = fallimentoDi([&] { store::settleJournal(path); });
-  if (failure && QFile::exists(path + QStringLiteral("-journal"))) throw *failure;
+// Runs work that tells how far it has come. Broken off by the user is no failure.
+template <typename Work>
+EsitoFile withProgress(const QString& what, Work&& work) {
+  platform::ProgressWindow window(what);
+  const auto failure = fallimentoDi(
+      [&] { work([&](qint64 done, qint64 total) { return window.report(done, total); }); });
+  if (!failure) return EsitoFile::kFatto;
+  if (failure->number() == store::failure::kInterrupted) return EsitoFile::kInterrotto;
+  throw *failure;
 }
 
-bool acceptsDamage(const QString& path, std::size_t pages) {
-  if (pages == 0) return true;
-  const QString text = QStringLiteral(
-      "L'archivio %1 ha pagine danneggiate: %2. La copia le conterra' come sono. "
-      "Vuoi continuare?");
-  return iMsg(text.arg(sNomeFile(path), QLocale().toString(static_cast<qlonglong>(pages))), 2) == 1;
+bool acceptsAsItIs(const QString& path, const store::CopyReport& report) {
+  const QString name = sNomeFile(path);
+  if (report.condition == store::Condition::NoArchive) {
+    const QString text =
+        QStringLiteral("Il file %1 non e' un archivio riconosciuto. Vuoi copiarlo ugualmente?");
+    return iMsg(text.arg(name), 2) == 1;
+  }
+  QString text = QStringLiteral("L'archivio %1 e' danneggiato").arg(name);
+  if (!report.damaged.empty()) {
+    text += QStringLiteral(" (pagine danneggiate: %1)")
+                .arg(QLocale().toString(static_cast<qlonglong>(report.damaged.size())));
+  }
+  text += QStringLiteral(": la copia sara' danneggiata allo stesso modo. Vuoi continuare?");
+  return iMsg(text, 2) == 1;
+}
+
+// Taken back before the file moves, a write that was interrupted needs its journal no more.
+void settle(const QString& path) {
+  const auto failure = fallimentoDi([&] { store::settleJournal(path); });
+  // What does not open has nothing to be taken back, unless a journal says so.
+  if (failure && QFileInfo::exists(path + QStringLiteral("-journal"))) throw *failure;
+}
+
+QString templatePath() {
+  QString source;
+  bLeggiStr(QStringLiteral("db_Source"), source);
+  return platform::systemPath(sPathCompleto(source));
 }
 
 }  // namespace
@@ -42,16 +68,18 @@ EsitoFile CopiaArchivio(const QString& sOrigine, const QString& sDestinazione,
                         const QString& sCosa) {
   const QString source = requirePlace(sOrigine);
   const QString target = requirePlace(sDestinazione);
-  platform::ProgressWindow progress(sCosa);
-  settle(source);
-  const auto report = [&](qint64 done, qint64 total) { return progress.report(done, total); };
-  const store::PageReport pages = store::VerifyPages(source, report);
-  if (!pages.isComplete) return EsitoFile::kInterrotto;
-  if (pages.hasChecksums && !acceptsDamage(source, pages.damaged.size()))
-    return EsitoFile::kInterrotto;
-  platform::copyFile(source, target);
-  store::removeJournals(target);
-  return EsitoFile::kFatto;
+  // What lies there of a file that is gone would be played into the new one.
+  if (!QFileInfo::exists(target)) store::removeJournals(target);
+  store::CopyReport report;
+  const auto copy = [&](store::NotWhole notWhole) {
+    return withProgress(sCosa, [&](const store::Progress& progress) {
+      report = store::CopyDatabase(source, target, notWhole, progress);
+    });
+  };
+  const EsitoFile first = copy(store::NotWhole::Refuse);
+  if (first != EsitoFile::kFatto || report.isCopied) return first;
+  if (!acceptsAsItIs(source, report)) return EsitoFile::kInterrotto;
+  return copy(store::NotWhole::Copy);
 }
 
 void RinominaArchivio(const QString& sDa, const QString& sA) {
@@ -69,20 +97,23 @@ void EliminaArchivio(const QString& sPath) {
   store::removeJournals(path);
 }
 
-void RiparaArchivio(const QString& sPath) {
+std::optional<store::RepairReport> RiparaArchivio(const QString& sPath) {
   const QString path = requirePlace(sPath);
-  settle(path);
+  const store::RepairPlan plan = PianoRiparazione(templatePath());
+  store::RepairReport report;
+  const EsitoFile done =
+      withProgress(QStringLiteral("Riparazione archivio"), [&](const store::Progress& progress) {
+        report = store::RepairDatabase(path, plan, progress);
+      });
+  if (done != EsitoFile::kFatto) return std::nullopt;
+  return report;
 }
 
 EsitoFile ComprimiArchivio(const QString& sPath) {
   const QString path = requirePlace(sPath);
-  const QString partial = path + QStringLiteral(".parziale");
-  QFile::remove(partial);
-  store::CompactDatabase(path, partial);
-  if (QFile::rename(path, path + QStringLiteral(".prima")) && QFile::rename(partial, path)) {
-    QFile::remove(path + QStringLiteral(".prima"));
-  }
-  return EsitoFile::kFatto;
+  return withProgress(
+      QStringLiteral("Compressione archivio"),
+      [&](const store::Progress& progress) { store::CompactInPlace(path, progress); });
 }
 
 }  // namespace tavolix

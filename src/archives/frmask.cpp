@@ -5,8 +5,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "archives/dialogo.h"
-#include "platform/icons.h"
+#include "core/dialogo.h"
+#include "platform/handlers.h"
 #include "platform/push_button.h"
 #include "platform/screen_room.h"
 #include "platform/text_box.h"
@@ -18,12 +18,14 @@ constexpr int kCharacters = 44;
 
 }  // namespace
 
-frmAsk::frmAsk() : platform::Form(QStringLiteral("frmAsk")) {}
+frmAsk::frmAsk()
+    : platform::Form(
+          QStringLiteral("frmAsk"),
+          {.title = "Tavolix", .icon = "tavolix", .enter = "cmdConferma", .escape = "cmdAnnulla"}) {
+}
 
 QWidget* frmAsk::build() {
   auto* window = new QDialog;
-  window->setWindowTitle(QStringLiteral("Tavolix"));
-  window->setWindowIcon(platform::windowIcon(QStringLiteral("tavolix")));
   auto* txtAsk = new platform::TextBox(window);
   txtAsk->setObjectName(QStringLiteral("txtAsk"));
   txtAsk->setMinimumWidth(platform::widthOfCharacters(txtAsk, kCharacters));
@@ -45,8 +47,9 @@ QWidget* frmAsk::build() {
 }
 
 void frmAsk::loaded() {
-  Collega(*this, "cmdConferma", [this] { Hide(); });
-  Collega(*this, "cmdAnnulla", [this] { cmdAnnulla_Click(); });
+  PreparaDialogo(*this);
+  platform::onClick(this, "cmdConferma", [this] { Hide(); });
+  platform::onClick(this, "cmdAnnulla", [this] { cmdAnnulla_Click(); });
   focus_.watch(Window());
 }
 
@@ -57,17 +60,6 @@ void frmAsk::activated() {
 void frmAsk::cmdAnnulla_Click() {
   control<QLineEdit>(QStringLiteral("txtAsk"))->clear();
   Hide();
-}
-
-// The window's box gives up; what has been answered may go.
-bool frmAsk::queryUnload() {
-  if (!IsVisible()) return true;
-  cmdAnnulla_Click();
-  return false;
-}
-
-bool frmAsk::keyDown(int key, Qt::KeyboardModifiers) {
-  return bTastoDialogo(*this, key, "cmdConferma", "cmdAnnulla");
 }
 
 QString sChiediTesto(const QString& sEtichetta, const QString& sValore, int iLunghezza) {
@@ -83,7 +75,7 @@ QString sChiediTesto(const QString& sEtichetta, const QString& sValore, int iLun
 }
 
 void RegistraFormAsk() {
-  platform::forms().add(QStringLiteral("frmAsk"), [] { return std::make_unique<frmAsk>(); });
+  platform::forms().add<frmAsk>(QStringLiteral("frmAsk"));
 }
 
 }  // namespace tavolix

@@ -15,8 +15,6 @@ class frmAsk final : public platform::Form {
   QWidget* build() override;
   void loaded() override;
   void activated() override;
-  bool queryUnload() override;
-  bool keyDown(int key, Qt::KeyboardModifiers modifiers) override;
 
   void cmdAnnulla_Click();
 

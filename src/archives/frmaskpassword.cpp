@@ -4,9 +4,9 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "archives/dialogo.h"
+#include "core/dialogo.h"
 #include "platform/frame.h"
-#include "platform/icons.h"
+#include "platform/handlers.h"
 #include "platform/password_box.h"
 #include "platform/push_button.h"
 #include "platform/screen_room.h"
@@ -18,16 +18,18 @@ constexpr int kCharacters = 50;
 
 }  // namespace
 
-frmAskPassword::frmAskPassword() : platform::Form(QStringLiteral("frmAskPassword")) {}
+frmAskPassword::frmAskPassword()
+    : platform::Form(QStringLiteral("frmAskPassword"), {.title = "Controllo codice d'accesso",
+                                                        .icon = "tavolix",
+                                                        .enter = "cmdConferma",
+                                                        .box = "cmdConferma"}) {}
 
 frmAskPassword& FrmAskPassword() {
-  return static_cast<frmAskPassword&>(platform::forms()[QStringLiteral("frmAskPassword")]);
+  return platform::forms().as<frmAskPassword>(QStringLiteral("frmAskPassword"));
 }
 
 QWidget* frmAskPassword::build() {
   auto* window = new QDialog;
-  window->setWindowTitle(QStringLiteral("Controllo codice d'accesso"));
-  window->setWindowIcon(platform::windowIcon(QStringLiteral("tavolix")));
   auto* pan = new platform::Frame(window);
   pan->setObjectName(QStringLiteral("pan"));
   pan->SetCaption(QStringLiteral(" Digitare il codice "));
@@ -46,7 +48,8 @@ QWidget* frmAskPassword::build() {
 }
 
 void frmAskPassword::loaded() {
-  Collega(*this, "cmdConferma", [this] { Hide(); });
+  PreparaDialogo(*this);
+  platform::onClick(this, "cmdConferma", [this] { Hide(); });
 }
 
 void frmAskPassword::activated() {
@@ -63,22 +66,13 @@ QString frmAskPassword::sChiediCodice(const QString& sRichiesta) {
   return txtCodice->text().trimmed().toUpper();
 }
 
-// The window's box confirms; what has been answered may go.
-bool frmAskPassword::queryUnload() {
-  if (!IsVisible()) return true;
-  Hide();
-  return false;
-}
-
 // Escape does nothing: it must not pass for the empty code that takes a guard away.
 bool frmAskPassword::keyDown(int key, Qt::KeyboardModifiers) {
-  if (key == Qt::Key_Escape) return true;
-  return bTastoDialogo(*this, key, "cmdConferma", "cmdConferma");
+  return key == Qt::Key_Escape;
 }
 
 void RegistraFormAskPassword() {
-  platform::forms().add(QStringLiteral("frmAskPassword"),
-                        [] { return std::make_unique<frmAskPassword>(); });
+  platform::forms().add<frmAskPassword>(QStringLiteral("frmAskPassword"));
 }
 
 }  // namespace tavolix

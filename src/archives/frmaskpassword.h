@@ -17,7 +17,6 @@ class frmAskPassword final : public platform::Form {
   QWidget* build() override;
   void loaded() override;
   void activated() override;
-  bool queryUnload() override;
   bool keyDown(int key, Qt::KeyboardModifiers modifiers) override;
 };
 

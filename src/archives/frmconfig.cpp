@@ -9,12 +9,13 @@
 #include <QRadioButton>
 #include <algorithm>
 
-#include "archives/dialogo.h"
+#include "core/dialogo.h"
 #include "core/modini.h"
 #include "core/modutil.h"
 #include "model/raccolte.h"
 #include "platform/drop_down.h"
-#include "platform/icons.h"
+#include "platform/fitting_area.h"
+#include "platform/handlers.h"
 #include "platform/option_button.h"
 #include "platform/push_button.h"
 
@@ -69,23 +70,29 @@ QHBoxLayout* newButtons(QWidget* window) {
 
 }  // namespace
 
-frmConfig::frmConfig() : platform::Form(QStringLiteral("frmConfig")) {}
+frmConfig::frmConfig()
+    : platform::Form(QStringLiteral("frmConfig"), {.title = "Configurazione",
+                                                   .icon = "tavolix",
+                                                   .enter = "cmdConferma",
+                                                   .escape = "cmdAnnulla"}) {}
 
 QWidget* frmConfig::build() {
   auto* window = new QDialog;
-  window->setWindowTitle(QStringLiteral("Configurazione"));
-  window->setWindowIcon(platform::windowIcon(QStringLiteral("tavolix")));
-  auto* column = new QVBoxLayout(window);
-  column->addWidget(newStart(window));
-  column->addWidget(newOptions(
+  auto* area = new platform::FittingArea(window);
+  auto* content = new QVBoxLayout(area->widget());
+  content->addWidget(newStart(area->widget()));
+  content->addWidget(newOptions(
       " Visualizzazione elenco record ",
-      {{"optExtMax", "Estensione massima "}, {"optExtMin", "Estensione minima"}}, window));
-  column->addWidget(newOptions(" Posizione finestra principale ",
-                               {{"optPosUlt", "Come da ultimo utilizzo"},
-                                {"optPosPred", "Come da impostazione predefinita"}},
-                               window));
-  column->addStretch(1);
+      {{"optExtMax", "Estensione massima "}, {"optExtMin", "Estensione minima"}}, area->widget()));
+  content->addWidget(newOptions(" Posizione finestra principale ",
+                                {{"optPosUlt", "Come da ultimo utilizzo"},
+                                 {"optPosPred", "Come da impostazione predefinita"}},
+                                area->widget()));
+  content->addStretch(1);
+  auto* column = new QVBoxLayout(window);
+  column->addWidget(area, 1);
   column->addLayout(newButtons(window));
+  platform::fitToScreen(*window);
   return window;
 }
 
@@ -100,11 +107,12 @@ QCheckBox& frmConfig::chkSugg() {
 }
 
 void frmConfig::loaded() {
+  PreparaDialogo(*this);
   for (int i = 0; i < kRaccoltePrincipali; ++i) cboRac().addItem(aRaccolte(i).sNome);
   readSettings();
-  Collega(*this, "cmdConferma", [this] { cmdConferma_Click(); });
-  Collega(*this, "cmdAnnulla", [this] { Unload(); });
-  Collega(*this, "cmdImpostazioniArchivi", [this] { cmdImpostazioniArchivi_Click(); });
+  platform::onClick(this, "cmdConferma", [this] { cmdConferma_Click(); });
+  platform::onClick(this, "cmdAnnulla", [this] { Unload(); });
+  platform::onClick(this, "cmdImpostazioniArchivi", [this] { cmdImpostazioniArchivi_Click(); });
   focus_.watch(Window());
 }
 
@@ -150,12 +158,8 @@ void frmConfig::cmdImpostazioniArchivi_Click() {
   platform::forms()[QStringLiteral("frmManArcCfg")].ShowModal(this);
 }
 
-bool frmConfig::keyDown(int key, Qt::KeyboardModifiers) {
-  return bTastoDialogo(*this, key, "cmdConferma", "cmdAnnulla");
-}
-
 void RegistraFormConfig() {
-  platform::forms().add(QStringLiteral("frmConfig"), [] { return std::make_unique<frmConfig>(); });
+  platform::forms().add<frmConfig>(QStringLiteral("frmConfig"));
 }
 
 }  // namespace tavolix

@@ -18,7 +18,6 @@ class frmConfig final : public platform::Form {
  private:
   QWidget* build() override;
   void loaded() override;
-  bool keyDown(int key, Qt::KeyboardModifiers modifiers) override;
 
   QRadioButton& option(const char* name);
   QComboBox& cboRac();

@@ -8,15 +8,15 @@
 #include <QRadioButton>
 
 #include "archives/copie_sicurezza.h"
-#include "archives/dialogo.h"
 #include "archives/percorsi.h"
 #include "archives/unita.h"
+#include "core/dialogo.h"
 #include "core/errore.h"
 #include "core/modini.h"
 #include "core/modutil.h"
 #include "platform/common_dialogs.h"
 #include "platform/file_system.h"
-#include "platform/icons.h"
+#include "platform/handlers.h"
 #include "platform/option_button.h"
 #include "platform/push_button.h"
 #include "platform/screen_room.h"
@@ -70,16 +70,18 @@ void showFolder(QPushButton& button, const QString& folder) {
 
 }  // namespace
 
-frmCopieSicurezza::frmCopieSicurezza() : platform::Form(QStringLiteral("frmCopieSicurezza")) {}
+frmCopieSicurezza::frmCopieSicurezza()
+    : platform::Form(QStringLiteral("frmCopieSicurezza"), {.title = "Copie di sicurezza",
+                                                           .icon = "copia",
+                                                           .enter = "cmdCopieSicurezzaHD",
+                                                           .escape = "cmdEsci"}) {}
 
 frmCopieSicurezza& FrmCopieSicurezza() {
-  return static_cast<frmCopieSicurezza&>(platform::forms()[QStringLiteral("frmCopieSicurezza")]);
+  return platform::forms().as<frmCopieSicurezza>(QStringLiteral("frmCopieSicurezza"));
 }
 
 QWidget* frmCopieSicurezza::build() {
   auto* window = new QDialog;
-  window->setWindowTitle(QStringLiteral("Copie di sicurezza"));
-  window->setWindowIcon(platform::windowIcon(QStringLiteral("copia")));
   auto* column = new QVBoxLayout(window);
   column->addWidget(newDrives(window));
   for (const platform::ButtonSpec& button : kButtons) {
@@ -89,15 +91,16 @@ QWidget* frmCopieSicurezza::build() {
 }
 
 void frmCopieSicurezza::loaded() {
+  PreparaDialogo(*this);
   const Unita drives = AggiornaUnita(sPathCompleto(QStringLiteral("tvx.ini")));
   const int chosen = drives.sA.isEmpty() && !drives.sB.isEmpty() ? 1 : 0;
   control<QRadioButton>(optionName(chosen))->setChecked(true);
   showFolder(*control<QPushButton>(QStringLiteral("cmdCopieSicurezzaHD")),
              sCartellaCopie(QStringLiteral("A:\\")));
-  Collega(*this, "cmdCopiaAutomatica", [this] { cmdCopiaAutomatica_Click(); });
-  Collega(*this, "cmdCopieSicurezzaHD", [this] { cmdCopieSicurezzaHD_Click(); });
-  Collega(*this, "cmdManuale", [this] { cmdManuale_Click(); });
-  Collega(*this, "cmdEsci", [this] { Unload(); });
+  platform::onClick(this, "cmdCopiaAutomatica", [this] { cmdCopiaAutomatica_Click(); });
+  platform::onClick(this, "cmdCopieSicurezzaHD", [this] { cmdCopieSicurezzaHD_Click(); });
+  platform::onClick(this, "cmdManuale", [this] { cmdManuale_Click(); });
+  platform::onClick(this, "cmdEsci", [this] { Unload(); });
   Control(QStringLiteral("cmdCopieSicurezzaHD"))->setFocus();
 }
 
@@ -130,13 +133,8 @@ void frmCopieSicurezza::cmdManuale_Click() {
   Unload();
 }
 
-bool frmCopieSicurezza::keyDown(int key, Qt::KeyboardModifiers) {
-  return bTastoDialogo(*this, key, "cmdCopieSicurezzaHD", "cmdEsci");
-}
-
 void RegistraFormCopieSicurezza() {
-  platform::forms().add(QStringLiteral("frmCopieSicurezza"),
-                        [] { return std::make_unique<frmCopieSicurezza>(); });
+  platform::forms().add<frmCopieSicurezza>(QStringLiteral("frmCopieSicurezza"));
 }
 
 }  // namespace tavolix

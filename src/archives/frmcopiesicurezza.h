@@ -17,7 +17,6 @@ class frmCopieSicurezza final : public platform::Form {
  private:
   QWidget* build() override;
   void loaded() override;
-  bool keyDown(int key, Qt::KeyboardModifiers modifiers) override;
 
   void cmdCopiaAutomatica_Click();
   void cmdCopieSicurezzaHD_Click();

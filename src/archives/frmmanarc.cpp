@@ -7,13 +7,14 @@
 #include <QPushButton>
 
 #include "archives/copie_sicurezza.h"
-#include "archives/dialogo.h"
 #include "archives/file_archivio.h"
 #include "archives/frmcopiesicurezza.h"
 #include "archives/frmsceltadir.h"
 #include "archives/manarc_view.h"
 #include "archives/nome_archivio.h"
 #include "archives/percorsi.h"
+#include "archives/rapporto_riparazione.h"
+#include "core/dialogo.h"
 #include "core/errore.h"
 #include "core/modini.h"
 #include "core/modutil.h"
@@ -39,7 +40,11 @@ QIcon iconOfArchives() {
 
 }  // namespace
 
-frmManArc::frmManArc() : platform::Form(QStringLiteral("frmManArc")) {}
+frmManArc::frmManArc()
+    : platform::Form(QStringLiteral("frmManArc"), {.title = "Gestione archivi",
+                                                   .icon = "archivi",
+                                                   .enter = "cmdAprire",
+                                                   .escape = "cmdEsci"}) {}
 
 QWidget* frmManArc::build() {
   return buildManArcWindow();
@@ -50,6 +55,7 @@ QListWidget& frmManArc::lstFile() {
 }
 
 void frmManArc::loaded() {
+  PreparaDialogo(*this);
   connectCommands();
   protetto("frmManArc!frmLoad", [&] {
     FileName_.clear();
@@ -77,7 +83,7 @@ void frmManArc::connectCommands() {
       {"cmdEsci", &frmManArc::cmdEsci_Click},
   };
   for (const auto& [name, procedure] : commands) {
-    Collega(*this, name, [this, procedure = procedure] { (this->*procedure)(); });
+    platform::onClick(this, name, [this, procedure = procedure] { (this->*procedure)(); });
   }
   CollegaAiuto(*control<QPushButton>(QStringLiteral("cmdAiuto")));
   platform::onCommand(&lstFile(), &QListWidget::itemDoubleClicked, this,
@@ -204,11 +210,14 @@ void frmManArc::cmdCorreggere_Click() {
   const QString name = selectedName();
   if (name.isEmpty()) return;
   protetto("modManArc!cmdCorreggere", [&] {
+    const auto pointer = infine([] { Puntatore(kPuntatoreNormale); });
     Puntatore(kClessidra);
-    RiparaArchivio(pathOf(name));
-    const EsitoFile esito = ComprimiArchivio(pathOf(name));
+    const auto report = RiparaArchivio(pathOf(name));
+    if (!report) return;
+    // Whatever comes of the rest.
+    const auto telling = infine([&] { DiRiparazione(*report, pathOf(name)); });
+    if (ComprimiArchivio(pathOf(name)) != EsitoFile::kFatto) return;
     Puntatore(kPuntatoreNormale);
-    if (esito != EsitoFile::kFatto) return;
     iMsg(QStringLiteral("Riparazione e compressione dell'archivio avvenuta con successo!"), 0);
   });
 }
@@ -240,13 +249,6 @@ void frmManArc::cmdEsci_Click() {
   Hide();
 }
 
-// The window's box is the way out; what has been answered may go.
-bool frmManArc::queryUnload() {
-  if (!IsVisible()) return true;
-  cmdEsci_Click();
-  return false;
-}
-
 bool frmManArc::keyDown(int key, Qt::KeyboardModifiers) {
   const bool inList = lstFile().hasFocus();
   if (inList && key == Qt::Key_F2) {
@@ -254,13 +256,13 @@ bool frmManArc::keyDown(int key, Qt::KeyboardModifiers) {
   } else if (inList && key == Qt::Key_Delete) {
     runCommand([this] { cmdEliminare_Click(); });
   } else {
-    return bTastoDialogo(*this, key, "cmdAprire", "cmdEsci");
+    return false;
   }
   return true;
 }
 
 QString sScegliArchivio() {
-  auto& manager = static_cast<frmManArc&>(platform::forms()[QStringLiteral("frmManArc")]);
+  auto& manager = platform::forms().as<frmManArc>(QStringLiteral("frmManArc"));
   manager.Load();
   manager.ShowModal(nullptr);
   const QString chosen = manager.FileName();
@@ -269,7 +271,7 @@ QString sScegliArchivio() {
 }
 
 void RegistraFormManArc() {
-  platform::forms().add(QStringLiteral("frmManArc"), [] { return std::make_unique<frmManArc>(); });
+  platform::forms().add<frmManArc>(QStringLiteral("frmManArc"));
 }
 
 }  // namespace tavolix

@@ -26,7 +26,6 @@ class frmManArc final : public platform::Form {
  private:
   QWidget* build() override;
   void loaded() override;
-  bool queryUnload() override;
   bool keyDown(int key, Qt::KeyboardModifiers modifiers) override;
 
   void cmdAprire_Click();

@@ -6,10 +6,10 @@
 #include <QRadioButton>
 #include <algorithm>
 
-#include "archives/dialogo.h"
 #include "archives/frmsceltadir.h"
 #include "archives/manarccfg_view.h"
 #include "archives/percorsi.h"
+#include "core/dialogo.h"
 #include "core/errore.h"
 #include "core/modini.h"
 #include "core/modutil.h"
@@ -35,7 +35,11 @@ QString typedFolder(const QLineEdit& box) {
 
 }  // namespace
 
-frmManArcCfg::frmManArcCfg() : platform::Form(QStringLiteral("frmManArcCfg")) {}
+frmManArcCfg::frmManArcCfg()
+    : platform::Form(QStringLiteral("frmManArcCfg"), {.title = "Impostazioni manutenzione archivi",
+                                                      .icon = "archivi",
+                                                      .enter = "cmdConferma",
+                                                      .escape = "cmdAnnulla"}) {}
 
 QWidget* frmManArcCfg::build() {
   return buildManArcCfgWindow();
@@ -52,6 +56,7 @@ QComboBox& frmManArcCfg::cboArc() {
 }
 
 void frmManArcCfg::loaded() {
+  PreparaDialogo(*this);
   readSettings();
   followOption();
   for (const Scelta& choice : kChoices) {
@@ -60,10 +65,10 @@ void frmManArcCfg::loaded() {
   }
   platform::onSignal(control<QCheckBox>(QStringLiteral("chkModPos")), &QCheckBox::toggled, this,
                      [this] { chkModPos_Click(); });
-  Collega(*this, "cmdDirArc", [this] { cmdDirArc_Click(); });
-  Collega(*this, "cmdDirCopie", [this] { cmdDirCopie_Click(); });
-  Collega(*this, "cmdConferma", [this] { cmdConferma_Click(); });
-  Collega(*this, "cmdAnnulla", [this] { Unload(); });
+  platform::onClick(this, "cmdDirArc", [this] { cmdDirArc_Click(); });
+  platform::onClick(this, "cmdDirCopie", [this] { cmdDirCopie_Click(); });
+  platform::onClick(this, "cmdConferma", [this] { cmdConferma_Click(); });
+  platform::onClick(this, "cmdAnnulla", [this] { Unload(); });
   focus_.watch(Window());
 }
 
@@ -128,13 +133,8 @@ void frmManArcCfg::cmdConferma_Click() {
   Unload();
 }
 
-bool frmManArcCfg::keyDown(int key, Qt::KeyboardModifiers) {
-  return bTastoDialogo(*this, key, "cmdConferma", "cmdAnnulla");
-}
-
 void RegistraFormManArcCfg() {
-  platform::forms().add(QStringLiteral("frmManArcCfg"),
-                        [] { return std::make_unique<frmManArcCfg>(); });
+  platform::forms().add<frmManArcCfg>(QStringLiteral("frmManArcCfg"));
 }
 
 }  // namespace tavolix

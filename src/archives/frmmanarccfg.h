@@ -22,7 +22,6 @@ class frmManArcCfg final : public platform::Form {
  private:
   QWidget* build() override;
   void loaded() override;
-  bool keyDown(int key, Qt::KeyboardModifiers modifiers) override;
 
   QRadioButton& option(const char* name);
   QLineEdit& box(const char* name);

@@ -5,12 +5,14 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "archives/dialogo.h"
 #include "archives/file_archivio.h"
+#include "archives/rapporto_riparazione.h"
+#include "core/dialogo.h"
 #include "core/errore.h"
 #include "core/modini.h"
 #include "core/modutil.h"
-#include "platform/icons.h"
+#include "platform/fitting_area.h"
+#include "platform/handlers.h"
 #include "platform/path_label.h"
 #include "platform/push_button.h"
 #include "platform/screen_room.h"
@@ -41,22 +43,27 @@ QLabel* newText(const char* name, const char* text, QWidget* window) {
 
 }  // namespace
 
-frmRecupero::frmRecupero() : platform::Form(QStringLiteral("frmRecupero")) {}
+frmRecupero::frmRecupero()
+    : platform::Form(QStringLiteral("frmRecupero"), {.title = "Recupero archivio",
+                                                     .icon = "archivi",
+                                                     .enter = "cmdUscita",
+                                                     .escape = "cmdUscita"}) {}
 
 QWidget* frmRecupero::build() {
   auto* window = new QDialog;
-  window->setWindowTitle(QStringLiteral("Recupero archivio"));
-  window->setWindowIcon(platform::windowIcon(QStringLiteral("archivi")));
-  auto* lblDsc = newText("lblDsc", "Descrizione del problema", window);
+  auto* area = new platform::FittingArea(window);
+  auto* lblDsc = newText("lblDsc", "Descrizione del problema", area->widget());
   lblDsc->setMinimumWidth(platform::widthOfCharacters(lblDsc, kCharacters));
-  auto* lblio = new platform::PathLabel(window);
+  auto* lblio = new platform::PathLabel(area->widget());
   lblio->setObjectName(QStringLiteral("lblio"));
+  auto* content = new QVBoxLayout(area->widget());
+  content->addWidget(lblDsc);
+  content->addWidget(lblio);
+  content->addSpacing(8);
+  content->addWidget(newText("lblCons", "Consiglio:", area->widget()));
+  content->addStretch(1);
   auto* column = new QVBoxLayout(window);
-  column->addWidget(lblDsc);
-  column->addWidget(lblio);
-  column->addSpacing(8);
-  column->addWidget(newText("lblCons", "Consiglio:", window));
-  column->addStretch(1);
+  column->addWidget(area, 1);
   column->addWidget(platform::newButton(
       {"cmdRecupero", "&Tentativo di recupero automatico dell'archivio"}, window));
   column->addWidget(platform::newButton({"cmdUscita", "&Uscita dal programma"}, window));
@@ -64,11 +71,12 @@ QWidget* frmRecupero::build() {
 }
 
 void frmRecupero::loaded() {
+  PreparaDialogo(*this);
   // Before the window is shown, which takes its size from it.
   control<QLabel>(QStringLiteral("lblCons"))
       ->setText(QString::fromUtf8(kAdvice).replace(u'\r', u'\n'));
-  Collega(*this, "cmdRecupero", [this] { cmdRecupero_Click(); });
-  Collega(*this, "cmdUscita", [this] { Unload(); });
+  platform::onClick(this, "cmdRecupero", [this] { cmdRecupero_Click(); });
+  platform::onClick(this, "cmdUscita", [this] { Unload(); });
 }
 
 void frmRecupero::activated() {
@@ -79,21 +87,23 @@ void frmRecupero::Mostra(const QString& sDescrizione, const QString& sPath) {
   control<QLabel>(QStringLiteral("lblDsc"))->setText(sDescrizione);
   control<QLabel>(QStringLiteral("lblio"))->setText(sPath);
   Control(QStringLiteral("cmdUscita"))->setFocus();
+  platform::fitToScreen(*Window());
   ShowModal(nullptr);
 }
 
 void frmRecupero::cmdRecupero_Click() {
+  const QString path = control<QLabel>(QStringLiteral("lblio"))->text();
+  bool stopped = false;
   protetto("frmRecupero!cmdRecupero", [&] {
     Puntatore(kClessidra);
-    RiparaArchivio(control<QLabel>(QStringLiteral("lblio"))->text());
+    const auto report = RiparaArchivio(path);
     Puntatore(kPuntatoreNormale);
+    stopped = !report;
+    if (stopped) return;
     iMsg(QStringLiteral("Recupero dati terminato: ora bisogna riavviare il programma."), 0);
+    DiRiparazione(*report, path);
   });
-  Unload();
-}
-
-bool frmRecupero::keyDown(int key, Qt::KeyboardModifiers) {
-  return bTastoDialogo(*this, key, "cmdUscita", "cmdUscita");
+  if (!stopped) Unload();
 }
 
 void ChiediArchivioAllAvvio() {
@@ -103,13 +113,11 @@ void ChiediArchivioAllAvvio() {
 }
 
 void RecuperaArchivio(const QString& sDescrizione, const QString& sPath) {
-  static_cast<frmRecupero&>(platform::forms()[QStringLiteral("frmRecupero")])
-      .Mostra(sDescrizione, sPath);
+  platform::forms().as<frmRecupero>(QStringLiteral("frmRecupero")).Mostra(sDescrizione, sPath);
 }
 
 void RegistraFormRecupero() {
-  platform::forms().add(QStringLiteral("frmRecupero"),
-                        [] { return std::make_unique<frmRecupero>(); });
+  platform::forms().add<frmRecupero>(QStringLiteral("frmRecupero"));
 }
 
 }  // namespace tavolix

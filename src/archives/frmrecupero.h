@@ -17,7 +17,6 @@ class frmRecupero final : public platform::Form {
   QWidget* build() override;
   void loaded() override;
   void activated() override;
-  bool keyDown(int key, Qt::KeyboardModifiers modifiers) override;
 
   void cmdRecupero_Click();
 };

@@ -1,5 +1,6 @@
 #include "archives/frmsceltadir.h"
 
+#include <QApplication>
 #include <QDialog>
 #include <QDir>
 #include <QLabel>
@@ -7,15 +8,14 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "archives/dialogo.h"
 #include "archives/percorsi.h"
 #include "archives/unita.h"
+#include "core/dialogo.h"
 #include "core/errore.h"
 #include "core/modutil.h"
 #include "platform/drop_down.h"
 #include "platform/file_system.h"
 #include "platform/handlers.h"
-#include "platform/icons.h"
 #include "platform/path_label.h"
 #include "platform/push_button.h"
 #include "platform/screen_room.h"
@@ -63,12 +63,12 @@ QStringList sSottocartelle(const QString& sDir, const QString& sVerso) {
   return folders;
 }
 
-frmSceltaDir::frmSceltaDir() : platform::Form(QStringLiteral("frmSceltaDir")) {}
+frmSceltaDir::frmSceltaDir()
+    : platform::Form(QStringLiteral("frmSceltaDir"),
+                     {.title = "Selezione directory", .icon = "archivi", .escape = "cmdAnnulla"}) {}
 
 QWidget* frmSceltaDir::build() {
   auto* window = new QDialog;
-  window->setWindowTitle(QStringLiteral("Selezione directory"));
-  window->setWindowIcon(platform::windowIcon(QStringLiteral("archivi")));
   auto* cboDrive = new platform::DropDown(window);
   cboDrive->setObjectName(QStringLiteral("cboDrive"));
   auto* lstDir = new QListWidget(window);
@@ -102,13 +102,14 @@ QString frmSceltaDir::lblDir() {
 }
 
 void frmSceltaDir::loaded() {
+  PreparaDialogo(*this);
   radici_ = sRadici(Volumi(), QDir::homePath());
   for (const QString& root : radici_) cboDrive().addItem(root);
   platform::onSignal(&cboDrive(), &QComboBox::activated, this,
                      [this](int place) { openFolder(radici_.value(place)); });
   platform::onSignal(&lstDir(), &QListWidget::itemDoubleClicked, this, [this] { enterSelected(); });
-  Collega(*this, "cmdConferma", [this] { Hide(); });
-  Collega(*this, "cmdAnnulla", [this] { cmdAnnulla_Click(); });
+  platform::onClick(this, "cmdConferma", [this] { Hide(); });
+  platform::onClick(this, "cmdAnnulla", [this] { cmdAnnulla_Click(); });
   lstDir().setFocus();
 }
 
@@ -153,24 +154,21 @@ void frmSceltaDir::cmdAnnulla_Click() {
   Hide();
 }
 
-// The window's box gives up; what has been answered may go.
-bool frmSceltaDir::queryUnload() {
-  if (!IsVisible()) return true;
-  cmdAnnulla_Click();
-  return false;
-}
-
+// In the list Enter opens; from elsewhere it confirms, unless another button has the focus.
 bool frmSceltaDir::keyDown(int key, Qt::KeyboardModifiers) {
   const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
   if (lstDir().hasFocus() && (enter || key == Qt::Key_Backspace)) {
     enter ? enterSelected() : goUp();
     return true;
   }
-  return bTastoDialogo(*this, key, "cmdConferma", "cmdAnnulla");
+  if (!enter) return false;
+  auto* focused = qobject_cast<QPushButton*>(QApplication::focusWidget());
+  (focused != nullptr ? focused : control<QPushButton>(QStringLiteral("cmdConferma")))->click();
+  return true;
 }
 
 QString sScegliDir(platform::Form& owner, const QString& sDir) {
-  auto& picker = static_cast<frmSceltaDir&>(platform::forms()[QStringLiteral("frmSceltaDir")]);
+  auto& picker = platform::forms().as<frmSceltaDir>(QStringLiteral("frmSceltaDir"));
   picker.Path(sDir);
   picker.ShowModal(&owner);
   const QString chosen = picker.lblDir();
@@ -179,8 +177,7 @@ QString sScegliDir(platform::Form& owner, const QString& sDir) {
 }
 
 void RegistraFormSceltaDir() {
-  platform::forms().add(QStringLiteral("frmSceltaDir"),
-                        [] { return std::make_unique<frmSceltaDir>(); });
+  platform::forms().add<frmSceltaDir>(QStringLiteral("frmSceltaDir"));
 }
 
 }  // namespace tavolix

@@ -23,7 +23,6 @@ class frmSceltaDir final : public platform::Form {
  private:
   QWidget* build() override;
   void loaded() override;
-  bool queryUnload() override;
   bool keyDown(int key, Qt::KeyboardModifiers modifiers) override;
 
   QComboBox& cboDrive();

@@ -8,7 +8,6 @@
 #include <QScrollArea>
 #include <QStackedLayout>
 
-#include "platform/icons.h"
 #include "platform/path_label.h"
 #include "platform/push_button.h"
 #include "platform/screen_reader.h"
@@ -127,8 +126,6 @@ void orderButtons(QWidget& window) {
 
 QWidget* buildManArcWindow() {
   auto* window = new QDialog;
-  window->setWindowTitle(QStringLiteral("Gestione archivi"));
-  window->setWindowIcon(platform::windowIcon(QStringLiteral("archivi")));
   auto* row = new QHBoxLayout;
   row->addWidget(newArchives(window), 1);
   row->addLayout(newButtons(window));

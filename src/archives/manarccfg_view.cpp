@@ -9,7 +9,7 @@
 #include <QRadioButton>
 
 #include "platform/drop_down.h"
-#include "platform/icons.h"
+#include "platform/fitting_area.h"
 #include "platform/option_button.h"
 #include "platform/push_button.h"
 #include "platform/screen_reader.h"
@@ -97,19 +97,21 @@ QHBoxLayout* newButtons(QWidget* window) {
 
 QWidget* buildManArcCfgWindow() {
   auto* window = new QDialog;
-  window->setWindowTitle(QStringLiteral("Impostazioni manutenzione archivi"));
-  window->setWindowIcon(platform::windowIcon(QStringLiteral("archivi")));
-  auto* column = new QVBoxLayout(window);
-  column->addWidget(newStart(window));
+  auto* area = new platform::FittingArea(window);
+  auto* content = new QVBoxLayout(area->widget());
+  content->addWidget(newStart(area->widget()));
   auto* chkModPos = new QCheckBox(
       QStringLiteral(
           "Modificare la posizione degli archivi (funzione consigliata ad utenti esperti)"),
-      window);
+      area->widget());
   chkModPos->setObjectName(QStringLiteral("chkModPos"));
-  column->addWidget(chkModPos);
-  column->addWidget(newFolders(window));
-  column->addStretch(1);
+  content->addWidget(chkModPos);
+  content->addWidget(newFolders(area->widget()));
+  content->addStretch(1);
+  auto* column = new QVBoxLayout(window);
+  column->addWidget(area, 1);
   column->addLayout(newButtons(window));
+  platform::fitToScreen(*window);
   return window;
 }
 

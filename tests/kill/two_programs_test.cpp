@@ -121,12 +121,15 @@ TEST_F(TwoPrograms, OpenAndListWhatAnotherOnlyReadsOrWrites) {
 
 TEST_F(TwoPrograms, SayThatAnotherHoldsItAlone) {
   auto other = hold(kAlone);
-  answer(platform::kOk);
-  EXPECT_FALSE(start());
-  EXPECT_EQ(told(), 1);
+  QString described;
+  inForm(
+      "frmRecupero", [&] { EXPECT_FALSE(start()); },
+      [&] { described = static_cast<QLabel*>(control("frmRecupero", "lblDsc"))->text(); });
+  EXPECT_TRUE(described.startsWith("Errore nr.3260:")) << qPrintable(described);
   end();
   other.reset();
-  ASSERT_TRUE(start());
+  // From now on the start asks which archive to open.
+  ASSERT_TRUE(start("esempio.tvx"));
   other = hold(kAlone);
   const int waits = store::waitsInVain;
   ready();
