@@ -83,7 +83,7 @@ void layDown(const QFileInfo& file, const QDir& folder) {
 }  // namespace
 
 QString programFolder() {
-  const QString own = QCoreApplication::applicationDirPath();
+  QString own = QCoreApplication::applicationDirPath();
   if (isPortable(own)) return own;
   return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
          QStringLiteral("/tavolix");

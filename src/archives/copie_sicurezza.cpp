@@ -75,7 +75,7 @@ bool mayReplace(const QString& name) {
 // A copy of another place than the one it is to come to; empty if the user gave up.
 QString chooseCopy(const QString& sDir, const platform::FileRequest& request) {
   for (;;) {
-    const QString chosen = platform::openFile(request).trimmed();
+    QString chosen = platform::openFile(request).trimmed();
     if (chosen.isEmpty() || !bStessoFile(chosen, sFileEsatto(sDir + sNomeFile(chosen)))) {
       return chosen;
     }

@@ -69,7 +69,7 @@ QString sChiediTesto(const QString& sEtichetta, const QString& sValore, int iLun
   txtAsk->setMaxLength(iLunghezza);
   txtAsk->setText(sValore);
   form.ShowModal(nullptr);
-  const QString answer = txtAsk->text();
+  QString answer = txtAsk->text();
   form.Unload();
   return answer;
 }

@@ -265,7 +265,7 @@ QString sScegliArchivio() {
   auto& manager = platform::forms().as<frmManArc>(QStringLiteral("frmManArc"));
   manager.Load();
   manager.ShowModal(nullptr);
-  const QString chosen = manager.FileName();
+  QString chosen = manager.FileName();
   manager.Unload();
   return chosen;
 }

@@ -171,7 +171,7 @@ QString sScegliDir(platform::Form& owner, const QString& sDir) {
   auto& picker = platform::forms().as<frmSceltaDir>(QStringLiteral("frmSceltaDir"));
   picker.Path(sDir);
   picker.ShowModal(&owner);
-  const QString chosen = picker.lblDir();
+  QString chosen = picker.lblDir();
   picker.Unload();
   return chosen;
 }

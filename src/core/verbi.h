@@ -56,8 +56,8 @@ struct Verbi {
   Verbo<QString(const QString& sEtichetta, const QString& sValore, int iLunghezza)> ChiediTesto{
       "ChiediTesto"};
 
-  // Workspace: writes what was typed in the current record. True if nothing of it had to stay in its
-  // box.
+  // Workspace: writes what was typed in the current record. True if nothing of it had to stay in
+  // its box.
   Verbo<bool()> bSalvato{"bSalvato"};
   // Loads the selected tab's collection anew, list and form.
   Verbo<void()> RicaricaRaccolta{"RicaricaRaccolta"};

@@ -289,6 +289,9 @@ constexpr Fields kFields[kRaccolte] = {
     {kArticoli, {}},          {kBrani, {}},
     {kContatti, {}},
 };
+static_assert(std::ranges::all_of(kFields, [](const Fields& fields) {
+  return fields.own.size() + fields.shared.size() <= kCampi;
+}));
 
 const char* typeOf(BoxKind kind) {
   switch (kind) {
@@ -331,7 +334,6 @@ Campi aCampi;
 
 Campi::Campi() {
   for (std::size_t i = 0; i < rows_.size(); ++i) {
-    if (kFields[i].own.size() + kFields[i].shared.size() > kCampi) outside(static_cast<int>(i), kCampi);
     auto row = rows_[i].begin();
     for (const auto& part : {kFields[i].own, kFields[i].shared}) {
       row = std::transform(part.begin(), part.end(), row, fieldOf);
