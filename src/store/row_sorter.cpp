@@ -1,5 +1,7 @@
 #include "store/row_sorter.h"
 
+#include <sqlite3.h>
+
 #include <algorithm>
 #include <bit>
 #include <cmath>
@@ -101,9 +103,10 @@ void RowSorter::add(quint64 key, const SQLite::Statement& row, int column) {
 
 void RowSorter::addValue(Column& target, const SQLite::Statement& row, int column) {
   const SQLite::Column value = row.getColumn(column);
-  if (value.isInteger() || value.isFloat()) {
+  const int type = value.getType();
+  if (type == SQLITE_INTEGER || type == SQLITE_FLOAT) {
     target.values.push_back(ordered(value.getDouble()));
-  } else if (value.isNull() || target.ofList) {
+  } else if (type == SQLITE_NULL || target.ofList) {
     // A text where the key of a list should be selects nothing.
     target.values.push_back(kNull);
   } else {

@@ -90,13 +90,6 @@ void sumResult(sqlite3_context* context) {
 
 }  // namespace
 
-quint64 keyMark(qint64 key) {
-  quint64 value = static_cast<quint64>(key) + 0x9e3779b97f4a7c15;
-  value = (value ^ (value >> 30)) * 0xbf58476d1ce4e5b9;
-  value = (value ^ (value >> 27)) * 0x94d049bb133111eb;
-  return value ^ (value >> 31);
-}
-
 void addLanguage(sqlite3* handle) {
   sqlite3_create_collation_v2(handle, "ITALIANO", SQLITE_UTF8, nullptr, compareCallback, nullptr);
   addFunction(handle, "tvx_like", 2, likeCallback);

@@ -12,6 +12,11 @@ namespace store {
 void addLanguage(sqlite3* handle);
 
 // A number for a key such that sums of them, in any order, are the same for the same keys only.
-quint64 keyMark(qint64 key);
+inline quint64 keyMark(qint64 key) {
+  quint64 value = static_cast<quint64>(key) + 0x9e3779b97f4a7c15;
+  value = (value ^ (value >> 30)) * 0xbf58476d1ce4e5b9;
+  value = (value ^ (value >> 27)) * 0x94d049bb133111eb;
+  return value ^ (value >> 31);
+}
 
 }  // namespace store
