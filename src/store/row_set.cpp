@@ -5,6 +5,7 @@
 #include <iterator>
 #include <limits>
 #include <numeric>
+#include <unordered_set>
 
 #include "store/row_sorter.h"
 #include "store/sqlite_language.h"
@@ -284,21 +285,20 @@ std::optional<std::vector<RowKey>> RowSet::written() const {
 std::vector<qint64> RowSet::search(const QString& condition) {
   const sql::ExprPtr asked = query_.condition(condition, *connection_);
   const auto changed = written();
-  std::vector<RowKey> found;
+  std::unordered_set<RowKey> found;
   const auto rows = source().prepare(query_.keysWhere(asked, changed.has_value()));
   guarded([&] {
-    while (rows->executeStep()) found.push_back(keyIn(*rows));
+    while (rows->executeStep()) found.insert(keyIn(*rows));
   });
   if (changed && !changed->empty()) {
     const sql::Statement test = query_.testByKeys(asked);
     for (const RowKey key : *changed) {
-      if (!fetch(key, test).isEmpty()) found.push_back(key);
+      if (!fetch(key, test).isEmpty()) found.insert(key);
     }
   }
-  std::sort(found.begin(), found.end());
   std::vector<qint64> places;
   for (qint64 i = 0; !found.empty() && i < count(); ++i) {
-    if (std::binary_search(found.begin(), found.end(), keyAt(i))) places.push_back(i);
+    if (found.contains(keyAt(i))) places.push_back(i);
   }
   return places;
 }
