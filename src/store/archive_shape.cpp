@@ -5,6 +5,7 @@
 #include <sqlite3.h>
 
 #include <algorithm>
+#include <cmath>
 #include <optional>
 
 #include "store/sqlite_language.h"
@@ -43,7 +44,7 @@ TableShape tableShape(SQLite::Database& database, const QByteArray& name, qint64
     if (columns.getColumn(2).getInt() == 1 && isSameName(type, "INTEGER")) {
       shape.keyColumn = static_cast<int>(shape.columns.size());
     }
-    shape.columns.push_back({textAt(columns, 0), type, isTextType(type)});
+    shape.columns.push_back({textAt(columns, 0), type, isTextType(type), type == "YESNO"});
   }
   return shape;
 }
@@ -113,11 +114,21 @@ bool TableShape::fits(const StoredRow& row) const {
   if (!hasRoomFor(row) || (row.values.size() != columns.size() && !row.isCut)) return false;
   for (std::size_t i = 0; i < row.values.size(); ++i) {
     const StoredValue& value = row.values[i];
-    if (value.kind == Kind::Blob ||
-        (value.kind != Kind::Null && columns[i].isText == value.isNumber()))
-      return false;
+    if (value.kind == Kind::Null) continue;
+    if (value.kind == Kind::Blob || columns[i].isText == value.isNumber()) return false;
+    if (columns[i].isYesNo && std::abs(value.number()) > 1) return false;
   }
   return true;
+}
+
+bool TableShape::answers(const StoredRow& row) const {
+  bool found = false;
+  for (std::size_t i = 0; i < std::min(columns.size(), row.values.size()); ++i) {
+    if (!columns[i].isYesNo) continue;
+    if (row.values[i].kind == Kind::Null) return false;
+    found = true;
+  }
+  return found;
 }
 
 int ArchiveShape::table(const QByteArray& named) const {
@@ -164,11 +175,11 @@ ArchiveShape shapeOf(const std::vector<StoredRow>& schema, const ArchiveShape& m
 
 TableShape shapeOfSchema() {
   return {"sqlite_schema",
-          {{"type", "TEXT", true},
-           {"name", "TEXT", true},
-           {"tbl_name", "TEXT", true},
-           {"rootpage", "INT", false},
-           {"sql", "TEXT", true}},
+          {{"type", "TEXT", true, false},
+           {"name", "TEXT", true, false},
+           {"tbl_name", "TEXT", true, false},
+           {"rootpage", "INT", false, false},
+           {"sql", "TEXT", true, false}},
           -1,
           1};
 }

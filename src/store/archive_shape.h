@@ -16,6 +16,7 @@ struct ShapeColumn {
   QByteArray name;
   QByteArray type;  // as declared
   bool isText = false;
+  bool isYesNo = false;
 };
 struct TableShape {
   QByteArray name;
@@ -27,6 +28,8 @@ struct TableShape {
   // Whether a row may be one of this table's, by its number of columns alone or by their kinds.
   bool hasRoomFor(const StoredRow& row) const;
   bool fits(const StoredRow& row) const;
+  // Whether a row that fits answers a yes or no: numbers of another meaning hardly would.
+  bool answers(const StoredRow& row) const;
 };
 struct IndexShape {
   QByteArray name;

@@ -1,6 +1,7 @@
 #include "store/page_healing.h"
 
 #include <QtEndian>
+#include <algorithm>
 #include <bit>
 #include <initializer_list>
 
@@ -40,6 +41,8 @@ bool tryOne(uchar* page, int size, int field, quint32 number) {
 
 bool healByte(uchar* page, int size, qint64 number) {
   if (healChecksum(page, size, number)) return true;
+  // Nothing of what was written is left.
+  if (std::all_of(page, page + size, [&](uchar byte) { return byte == *page; })) return false;
   for (int at = 0; at < size - kChecksumBytes; ++at) {
     const uchar kept = page[at];
     for (int value = 0; value < 256; ++value) {

@@ -47,6 +47,12 @@ const uchar* PageImage::page(qint64 number) const {
   return reinterpret_cast<const uchar*>(file_.constData()) + at;
 }
 
+int PageImage::encoding() const {
+  constexpr int kEncodingAt = 59;
+  const int said = isSure(1) ? *(page(1) + kEncodingAt) : 1;
+  return said == 2 || said == 3 ? said : 1;
+}
+
 bool PageImage::isAt(qint64 number, qint64 place) const {
   return place >= 0 && place + pageSize_ <= file_.size() &&
          isWholePage(reinterpret_cast<const uchar*>(file_.constData()) + place, pageSize_, number);

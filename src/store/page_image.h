@@ -22,6 +22,8 @@ class PageImage final {
   bool hasChecksums() const { return hasChecksums_; }
   bool isSound() const;  // as it lies in the file
   int pageSize() const { return pageSize_; }
+  // Of texts: 1 is UTF-8, 2 and 3 are UTF-16 with the low and with the high byte first.
+  int encoding() const;
   int usableSize() const { return pageSize_ - reserved_; }
   // Pages have the numbers from 1 on to this.
   qint64 count() const { return static_cast<qint64>(places_.size()) - 1; }

@@ -159,7 +159,19 @@ std::optional<StoredRow> PageReader::row(qint64 page, int cell) const {
   if (!stream.ok() || size < 1 || size > kLongestRow) return {};
   const auto content = payload(page, static_cast<int>(stream.at() - bytes), size, isTable);
   if (!content || !decode(*content, size, row)) return {};
+  if (image_.encoding() != 1) toUtf8(row);
   return row;
+}
+
+void PageReader::toUtf8(StoredRow& row) const {
+  QStringDecoder decoder(image_.encoding() == 2 ? QStringDecoder::Utf16LE
+                                                : QStringDecoder::Utf16BE);
+  for (StoredValue& value : row.values) {
+    if (value.kind != StoredValue::Kind::Text) continue;
+    const QString text = decoder(value.bytes);
+    value.bytes = text.toUtf8();
+    decoder.resetState();
+  }
 }
 
 // How much of a row lies in its cell: see "Cell Payload Overflow Pages" of the format.

@@ -67,6 +67,7 @@ class PageReader final {
 
   std::optional<Bytes> payload(qint64 page, int at, qint64 size, bool isTable) const;
   void follow(Bytes& bytes, quint32 next, qint64 size) const;
+  void toUtf8(StoredRow& row) const;
   static bool decode(const Bytes& bytes, qint64 size, StoredRow& row);
 
   const PageImage& image_;

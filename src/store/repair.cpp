@@ -1,10 +1,12 @@
 #include "store/repair.h"
 
 #include <sqlite3.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <QFile>
 #include <QFileInfo>
+#include <QScopeGuard>
 #include <algorithm>
 #include <cerrno>
 
@@ -16,6 +18,7 @@
 #include "store/page_scan.h"
 #include "store/repaired_file.h"
 #include "store/salvage.h"
+#include "store/sqlite_language.h"
 #include "store/unfinished_file.h"
 #include "store/write_anew.h"
 
@@ -23,6 +26,7 @@ namespace store {
 namespace {
 
 constexpr int kStepsACall = 10000;
+constexpr const char* kJournal = "-journal";
 
 // Takes back an interrupted write where the file still can be opened.
 void settle(const QString& path) {
@@ -65,22 +69,27 @@ struct Check {
   }
 };
 
+// Pages prove themselves by now: they are read as any tool would.
 bool isConsistent(const QString& path, qint64 size, const Progress& progress) {
   try {
-    const DatabasePtr archive = OpenDatabase(path);
-    Connection connection(archive->Name(), SQLite::OPEN_READWRITE);
-    sqlite3* const handle = connection.database().getHandle();
-    const Check check{handle, progress, size};
-    SQLite::Statement statement(connection.database(), "PRAGMA integrity_check(1)");
+    OpenDatabase(path);
+    SQLite::Database file(path.toStdString(), SQLite::OPEN_READWRITE);
+    addLanguage(file.getHandle());
+    file.exec("PRAGMA cell_size_check = ON; PRAGMA cache_size = -50000");
+    Check check{file.getHandle(), progress, size};
+    SQLite::Statement statement(file, "PRAGMA integrity_check(1)");
     sqlite3_progress_handler(
-        handle, kStepsACall,
-        [](void* self) { return static_cast<const Check*>(self)->goesOn() ? 0 : 1; },
-        const_cast<Check*>(&check));
+        file.getHandle(), kStepsACall,
+        [](void* self) { return static_cast<const Check*>(self)->goesOn() ? 0 : 1; }, &check);
     const int code = statement.tryExecuteStep();
     if (code == SQLITE_INTERRUPT) interrupted();
+    if (code == SQLITE_IOERR) throwFailure(SQLite::Exception(file.getHandle(), code));
     return code == SQLITE_ROW && statement.getColumn(0).getString() == "ok";
   } catch (const Failure& failure) {
-    if (failure.number() == failure::kInterrupted || failure.number() == failure::kLocked) throw;
+    const int number = failure.number();
+    const bool isDamage = number == failure::kUnknownFormat || number == failure::kDamaged ||
+                          number == failure::kPageDamaged;
+    if (!isDamage) throw;
     return false;
   }
 }
@@ -103,23 +112,34 @@ bool isEmpty(const Salvage& salvage) {
                      [](const FoundTable& table) { return table.rows.empty(); });
 }
 
-// A second name for the damaged file, and for the journal that could not be played into it.
+bool isSameFile(const QByteArray& a, const QByteArray& b) {
+  struct stat first = {};
+  struct stat second = {};
+  return ::stat(a.constData(), &first) == 0 && ::stat(b.constData(), &second) == 0 &&
+         first.st_dev == second.st_dev && first.st_ino == second.st_ino;
+}
+
+// A second name for the damaged file, and for the journal that could not be played into it. It may
+// have that name already, from a repair that was killed.
 QString keep(const QString& path) {
+  const QByteArray from = QFile::encodeName(path);
   for (int number = 1;; ++number) {
     QString name = path + QStringLiteral(".danneggiato");
     if (number > 1) name += QString::number(number);
     const QByteArray to = QFile::encodeName(name);
-    if (::link(QFile::encodeName(path).constData(), to.constData()) == 0) {
-      const QString journal = QStringLiteral("-journal");
-      ::link(QFile::encodeName(path + journal).constData(),
-             QFile::encodeName(name + journal).constData());
+    const bool isLinked = ::link(from.constData(), to.constData()) == 0;
+    const int error = errno;
+    if (isLinked) {
+      ::link((from + kJournal).constData(), (to + kJournal).constData());
       return name;
     }
-    if (errno == EEXIST && QFileInfo(name) == QFileInfo(path)) return name;
-    if (errno == EEXIST) continue;
+    if (error == EEXIST) {
+      if (isSameFile(from, to)) return name;
+      continue;
+    }
     // A file system without second names.
-    if (!QFileInfo::exists(name) && QFile::copy(path, name)) return name;
-    failAtFile(fileFailureOf(errno, name), name);
+    if (QFile::copy(path, name)) return name;
+    failAtFile(fileFailureOf(error, name), name);
   }
 }
 
@@ -147,7 +167,13 @@ RepairReport recover(const QString& path, LockedFile& damaged, const RepairPlan&
   verifyAnew(repaired.path(), [&](qint64 done, qint64 total) {
     return !progress || progress(size * 3 / 4 + done * size / total / 4, size);
   });
+  auto notReplaced = qScopeGuard([&] {
+    if (report.original.isEmpty()) return;
+    QFile::remove(report.original);
+    QFile::remove(report.original + QLatin1String(kJournal));
+  });
   repaired.putInPlace(&damaged, [&] { report.original = keep(repaired.target()); });
+  notReplaced.dismiss();
   return report;
 }
 
@@ -178,7 +204,8 @@ RepairReport RepairDatabase(const QString& path, const RepairPlan& plan, const P
   settle(full);
   LockedFile file(full);
   file.keepFromWriters();
-  if (provesItself(file, progress) && isConsistent(full, file.size(), progress)) {
+  if (provesItself(file, progress) &&
+      guarded([&] { return isConsistent(full, file.size(), progress); })) {
     RepairReport sound;
     sound.isSound = true;
     return sound;

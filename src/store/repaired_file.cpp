@@ -3,6 +3,7 @@
 #include <SQLiteCpp/Statement.h>
 #include <sqlite3.h>
 
+#include <QUrl>
 #include <algorithm>
 
 #include "store/connection.h"
@@ -52,8 +53,12 @@ QByteArray quoted(const QString& name) {
 
 }  // namespace
 
+// Pages that the cache has no room for are written before the one that says that they have
+// checksums.
 RepairedFile::RepairedFile(const QString& path, const RepairPlan& plan)
-    : plan_(plan), file_(path.toStdString(), SQLite::OPEN_READWRITE, 0, checkedFileLayer()) {
+    : plan_(plan),
+      file_((QUrl::fromLocalFile(path).toEncoded() + "?checksums=1").toStdString(),
+            SQLite::OPEN_READWRITE | SQLite::OPEN_URI, 0, checkedFileLayer()) {
   addLanguage(file_.getHandle());
   reserveChecksums(file_.getHandle());
   {
@@ -62,7 +67,7 @@ RepairedFile::RepairedFile(const QString& path, const RepairPlan& plan)
     model_ = shapeOf(model);
   }
   file_.exec(
-      "PRAGMA journal_mode = MEMORY; PRAGMA synchronous = OFF; PRAGMA cache_size = -50000;"
+      "PRAGMA journal_mode = MEMORY; PRAGMA synchronous = OFF; PRAGMA cache_size = -20000;"
       "PRAGMA ignore_check_constraints = ON");
   run("ATTACH ? AS model", {plan.model});
   file_.exec("BEGIN; PRAGMA main.application_id = " + std::to_string(kApplicationId));
@@ -184,7 +189,9 @@ void RepairedFile::fillTable(const Salvage& salvage, const FoundTable& found,
   }
   counts.lost = std::ssize(found.lost);
   for (const StoredRow& row : found.lost) tell(RepairedRow::State::Lost, found, row);
-  if (found.shape.name != kQueries) report_.tables.append(counts);
+  // Neither is missed: the one comes from the model, the other follows from the keys.
+  if (found.shape.name == kQueries || counts.name == plan_.counter.table) return;
+  report_.tables.append(counts);
 }
 
 // Keys that were given once are not given again.

@@ -97,6 +97,7 @@ void copyBytes(const LockedFile& from, UnfinishedFile& to, CopyReport& report, D
         scan.take(bytes.data(), size);
         digest.take(bytes, size);
         to.write(bytes.data(), size);
+        to.startSync();
       });
   report.damaged = scan.report().damaged;
   if (!report.damaged.empty()) report.condition = Condition::Damaged;

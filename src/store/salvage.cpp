@@ -129,13 +129,20 @@ bool Salvage::mayHold(int table, qint64 page) const {
 
 // The one table with gaps that its rows can be of; -1 if that is not told.
 int Salvage::tableOf(qint64 page) const {
-  int only = -1;
+  std::vector<int> possible;
+  std::vector<int> answering;
   for (int table = 0; table < std::ssize(tables_); ++table) {
     if (!mayHold(table, page)) continue;
-    if (only >= 0) return -1;
-    only = table;
+    possible.push_back(table);
+    const TableShape& shape = tables_[static_cast<std::size_t>(table)].shape;
+    const std::vector<int> cells = reader_.cells(page);
+    const bool answers = std::all_of(cells.begin(), cells.end(), [&](int cell) {
+      return shape.answers(reader_.row(page, cell).value_or(StoredRow{}));
+    });
+    if (answers) answering.push_back(table);
   }
-  return only;
+  if (answering.size() == 1) return answering.front();
+  return possible.size() == 1 ? possible.front() : -1;
 }
 
 void Salvage::readOrphans() {
@@ -143,27 +150,35 @@ void Salvage::readOrphans() {
     const int table = tableOf(page);
     if (table < 0) continue;
     trees_.take(page);
-    readLeaf(table, {page, {}, areFreePagesSure_});
+    readLeaf(table, {page, {}, areFreePagesSure_ && image_.hasChecksums()});
   }
 }
 
-// A page that does not prove itself holds keys in their order, as far as it can be read.
+// A page that does not prove itself holds keys in their order, as far as it can be read. Where no
+// page can, an index has no more right than the table.
+std::optional<Trust> Salvage::trustIn(int table, const PageTree::Leaf& leaf, qint64 previous,
+                                      StoredRow& row) const {
+  const TableShape& shape = tables_[static_cast<std::size_t>(table)].shape;
+  const bool isKnown = row.isSure && leaf.isSure;
+  if (!shape.hasRoomFor(row)) return {};
+  if (isKnown && image_.hasChecksums()) return Trust::Sure;
+  if (!leaf.keys.holds(row.key) || row.key <= previous) return {};
+  const Word said = word(table, row);
+  if (isKnown) return said != Word::Denied && cleanTexts(row) ? Trust::Sure : Trust::Doubtful;
+  if (said == Word::Denied || !shape.fits(row) || !cleanTexts(row)) return {};
+  return row.isSure && said == Word::Confirmed ? Trust::Sure : Trust::Doubtful;
+}
+
 void Salvage::readLeaf(int table, const PageTree::Leaf& leaf) {
   FoundTable& found = tables_[static_cast<std::size_t>(table)];
   qint64 previous = leaf.keys.above;
   for (const int cell : reader_.cells(leaf.page)) {
     auto row = reader_.row(leaf.page, cell);
-    if (!row || !found.shape.hasRoomFor(*row)) continue;
-    Trust trust = Trust::Sure;
-    if (!row->isSure || !leaf.isSure) {
-      const Word said = word(table, *row);
-      const bool isInOrder = leaf.keys.holds(row->key) && row->key > previous;
-      if (!isInOrder || said == Word::Denied || !found.shape.fits(*row) || !cleanTexts(*row))
-        continue;
-      if (!row->isSure || said != Word::Confirmed) trust = Trust::Doubtful;
-    }
+    if (!row) continue;
+    const auto trust = trustIn(table, leaf, previous, *row);
+    if (!trust) continue;
     previous = row->key;
-    found.rows.push_back({row->key, leaf.page, cell, trust});
+    found.rows.push_back({row->key, leaf.page, cell, *trust});
   }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QHash>
+#include <optional>
 #include <vector>
 
 #include "store/archive_shape.h"
@@ -43,6 +44,8 @@ class Salvage final {
   std::vector<StoredRow> readSchema();
   void readTrees();
   void readOrphans();
+  std::optional<Trust> trustIn(int table, const PageTree::Leaf& leaf, qint64 previous,
+                               StoredRow& row) const;
   void readLeaf(int table, const PageTree::Leaf& leaf);
   int tableOf(qint64 page) const;
   bool mayHold(int table, qint64 page) const;

@@ -21,6 +21,8 @@ namespace store {
 namespace {
 
 constexpr const char* kEnding = ".parziale-tvx";
+// Of the engine, where it writes the file.
+constexpr const char* kJournal = "-journal";
 constexpr int kFlags = O_RDWR | O_NOFOLLOW | O_CLOEXEC;
 
 // Whoever makes a file holds this lock: what nobody holds is a leftover. Not one of the locks that
@@ -67,6 +69,7 @@ UnfinishedFile::UnfinishedFile(const QString& target)
 
 UnfinishedFile::~UnfinishedFile() {
   if (!isPlaced_) QFile::remove(path_);
+  QFile::remove(path_ + QLatin1String(kJournal));
   ::close(descriptor_);
 }
 
@@ -87,6 +90,14 @@ void UnfinishedFile::write(const char* data, qint64 size) {
     data += written;
     size -= written;
   }
+}
+
+void UnfinishedFile::startSync() {
+  constexpr qint64 kEnough = 1 << 23;
+  const qint64 size = this->size();
+  if (size - started_ < kEnough) return;
+  ::sync_file_range(descriptor_, started_, size - started_, SYNC_FILE_RANGE_WRITE);
+  started_ = size;
 }
 
 void UnfinishedFile::sync() {
@@ -136,7 +147,7 @@ QStringList ClearLeftovers(const QString& folder) {
     if (descriptor < 0) continue;
     if (!isTaken(descriptor) && QFile::remove(path)) {
       cleared.append(name);
-      QFile::remove(path + QStringLiteral("-journal"));
+      QFile::remove(path + QLatin1String(kJournal));
     }
     ::close(descriptor);
   }

@@ -26,6 +26,8 @@ class UnfinishedFile final {
   // These fail with 61, 70, 75.
   void write(const char* data, qint64 size);
   void sync();
+  // Lets the system begin to put onto the disk what it was given so far.
+  void startSync();
   // Reads from the disk, not from the system's memory where that can be told; fewer bytes than
   // asked for at the end.
   qint64 read(char* to, qint64 size, qint64 from) const;
@@ -41,6 +43,7 @@ class UnfinishedFile final {
   QString target_;
   QString path_;
   int descriptor_ = -1;
+  qint64 started_ = 0;
   bool isPlaced_ = false;
 };
 

@@ -59,6 +59,7 @@ void writeAnew(const QString& source, const QString& target, const std::function
   sqlite3* const handle = connection.database().getHandle();
   sqlite3_limit(handle, SQLITE_LIMIT_ATTACHED, 1);
   reserveChecksums(handle);
+  connection.database().exec("PRAGMA cache_size = -50000");
   // In place of the limit of a query's steps.
   auto callback = [](void* wanted) {
     const auto& ask = *static_cast<const std::function<bool()>*>(wanted);

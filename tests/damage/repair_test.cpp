@@ -10,12 +10,16 @@
 #include <QProcess>
 #include <QSet>
 #include <QTemporaryDir>
+#include <algorithm>
+#include <functional>
 
 #include "damage/damages.h"
 #include "harm/archive_file.h"
 #include "harm/chance.h"
 #include "model/riparazione.h"
+#include "store/archive.h"
 #include "store/database.h"
+#include "store/sqlite_language.h"
 #include "store/whole_file.h"
 #include "tools/archive_template.h"
 
@@ -197,6 +201,90 @@ TEST_F(Repair, SavesAtLeastWhatTheShellSaves) {
             << theirs << "; " << doubtful << " doubtful, " << fewer << " archives with fewer, "
             << refused << " refused\n";
   EXPECT_GE(ours, theirs);
+}
+
+// Overwrites the pages of a kind that hold a text.
+void overwrite(QByteArray& file, char kind, const QByteArray& text) {
+  constexpr qsizetype kPage = 4096;
+  for (qsizetype page = kPage; page < file.size(); page += kPage) {
+    if (file[page] != kind || !file.mid(page, kPage).contains(text)) continue;
+    file.replace(page, kPage, QByteArray(kPage, '\xff'));
+  }
+}
+
+TEST_F(Repair, TellsWhatIsLost) {
+  constexpr char kLeaf = 13;
+  constexpr char kIndexLeaf = 10;
+  QString found;
+  const auto repaired = [&](const std::function<void(QByteArray&)>& change, const char* query) {
+    QByteArray file = good_;
+    change(file);
+    harm::write(path_, file);
+    const RepairReport report = RepairDatabase(path_, plan_);
+    SQLite::Database opened(path_.toStdString(), SQLite::OPEN_READWRITE);
+    addLanguage(opened.getHandle());
+    found = QString::fromStdString(opened.execAndGet(query).getString());
+    return report;
+  };
+  // The code that guards an archive does not come from the model, what else is set does.
+  // More than the cache holds is written before the end.
+  const auto settings = [&](QByteArray& file) {
+    file = harm::after(file, {"UPDATE MAIN SET Note = hex(zeroblob(25000))"});
+    overwrite(file, kLeaf, "DB_APPLICATION");
+  };
+  RepairReport report =
+      repaired(settings, "SELECT count(dsc = 'PWD' OR NULL) || ' ' || count(*) FROM CFG");
+  EXPECT_TRUE(report.isGuardLost);
+  EXPECT_EQ(found, "0 2");
+  EXPECT_EQ(report.original, path_ + ".danneggiato");
+  // An index gives lookup values back; without it keys are kept under another text.
+  const char* const texts = "SELECT count(\"Desc\" LIKE '(voce perduta %' OR NULL) FROM TAB";
+  report = repaired([&](QByteArray& file) { overwrite(file, kLeaf, "AUTORE"); }, texts);
+  EXPECT_EQ(report.original, path_ + ".danneggiato2");
+  EXPECT_EQ(found, "0");
+  EXPECT_FALSE(report.isGuardLost);
+  report = repaired(
+      [&](QByteArray& file) {
+        overwrite(file, kLeaf, "AUTORE");
+        overwrite(file, kIndexLeaf, "AUTORE");
+        overwrite(file, 2, "AUTORE");
+        overwrite(file, kIndexLeaf, "LINGUA");
+      },
+      texts);
+  EXPECT_EQ(found.toLongLong(), report.placeholders);
+  EXPECT_GT(report.placeholders, 0);
+  const QByteArray title = SQLite::Database(path_.toStdString(), SQLite::OPEN_READWRITE)
+                               .execAndGet("SELECT Titolo FROM MAIN WHERE ID = 300")
+                               .getText();
+  // Records that are lost are told by their keys, which no new one gets.
+  report = repaired([&](QByteArray& file) { overwrite(file, kLeaf, title); },
+                    "SELECT (SELECT ID FROM CONT) >= (SELECT max(RacID) FROM MAIN)");
+  EXPECT_EQ(found, "1");
+  const auto lost =
+      std::find_if(report.rows.begin(), report.rows.end(), [](const RepairedRow& row) {
+        return row.state == RepairedRow::State::Lost && row.table == "MAIN";
+      });
+  ASSERT_TRUE(lost != report.rows.end());
+  EXPECT_TRUE(lost->record > 0 && lost->collection >= 0);
+}
+
+TEST_F(Repair, LeavesAFileAloneThatItCannotMend) {
+  EXPECT_TRUE(RepairDatabase(path_, plan_).isSound);
+  EXPECT_EQ(harm::bytesOf(path_), good_);
+  QByteArray damaged = good_;
+  overwrite(damaged, 13, "DB_APPLICATION");
+  harm::write(path_, damaged);
+  for (int last = 1; last < 100; last += 30) {
+    int steps = 0;
+    const int number = failureOf(
+        [&] { RepairDatabase(path_, plan_, [&](qint64, qint64) { return ++steps < last; }); });
+    EXPECT_EQ(number, steps < last ? 0 : failure::kInterrupted);
+    EXPECT_TRUE(steps < last || harm::bytesOf(path_) == damaged);
+  }
+  harm::write(path_, "no archive");
+  EXPECT_EQ(failureOf([&] { RepairDatabase(path_, plan_); }), failure::kUnknownFormat);
+  EXPECT_EQ(failureOf([&] { RepairDatabase(path_ + "x", plan_); }), failure::kFileNotFound);
+  EXPECT_EQ(harm::bytesOf(path_), "no archive");
 }
 
 }  // namespace
