@@ -3,10 +3,12 @@
 #include <fcntl.h>
 #include <sqlite3.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstdarg>
+#include <cstdio>
 #include <string_view>
 
 namespace faulty {
@@ -35,7 +37,7 @@ int openFile(const char* name, int flags, int mode) {
 }
 
 ssize_t readAt(int file, void* to, std::size_t size, off_t from) {
-  return meets(kRead) ? fail() : ::pread(file, to, size, from);
+  return meets(kRead) ? fail() : ::syscall(SYS_pread64, file, to, size, from);
 }
 
 // A write that fails has written half.
@@ -99,8 +101,23 @@ int calls() {
 
 }  // namespace faulty
 
-// SQLite asks for this one directly. The system does not go down during the tests: nothing has to
-// reach the platters.
+// What is asked for directly. The system does not go down during the tests: nothing has to reach
+// the platters.
 int fdatasync(int) {
   return faulty::meets(faulty::kSync) ? faulty::fail() : 0;
+}
+int fsync(int) {
+  return faulty::meets(faulty::kSync) ? faulty::fail() : 0;
+}
+ssize_t pread(int file, void* to, std::size_t size, off_t from) {
+  return faulty::readAt(file, to, size, from);
+}
+ssize_t write(int file, const void* data, std::size_t size) {
+  const bool isFile = file > STDERR_FILENO;
+  if (!isFile || !faulty::meets(faulty::kWrite)) return ::syscall(SYS_write, file, data, size);
+  return ::syscall(SYS_write, file, data, size / 2) < 0 ? -1 : faulty::fail();
+}
+int rename(const char* from, const char* to) noexcept {
+  if (faulty::meets(faulty::kRename)) return faulty::fail();
+  return static_cast<int>(::syscall(SYS_rename, from, to));
 }

@@ -5,7 +5,7 @@
 // The disk under SQLite in this program: as good as the real one until some trouble is ordered.
 namespace faulty {
 
-// What SQLite asks of the system; several kinds may be joined.
+// What SQLite and the store ask of the system; several kinds may be joined.
 enum Call : unsigned {
   kOpen = 1,
   kOpenToWrite = 2,
@@ -18,7 +18,8 @@ enum Call : unsigned {
   kLock = 256,
   kUnlock = 512,
   kSize = 1024,
-  kAnyCall = 2047,
+  kRename = 2048,
+  kAnyCall = 4095,
 };
 
 struct Order {
