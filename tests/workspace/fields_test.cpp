@@ -52,8 +52,7 @@ class Fields : public Desk {
   static QVector<QWidget*> marked() {
     QVector<QWidget*> all = fields();
     all.removeIf([](const QWidget* widget) {
-      const auto role = widget->inherits("QComboBox") ? QPalette::Button : QPalette::Base;
-      return widget->palette().color(role) != QColor(0xFF, 0xFF, 0xC0);
+      return widget->palette().color(QPalette::Base) != QColor(0xFF, 0xFF, 0xC0);
     });
     return all;
   }
