@@ -87,9 +87,11 @@ struct RepairReport {
 // "NAME.danneggiato" with a number where that is taken. Rows of whole pages are as they were. Of
 // damaged ones those are taken that are rows of their table, in their place, and that no whole
 // index denies: they are told as doubtful, as are rows of whole pages of which it is not sure that
-// they were not deleted. A text whose end is lost is cut, and its row doubtful.
+// they were not deleted. A text whose end is lost is cut, and its row doubtful. Tables that the
+// model does not have stay in the damaged file.
 // Fails with 3024, 3059 (broken off, before the last step), 3260, 3343 (no archive, or nothing
-// left of one), 61, 70 and as OpenDatabase does for the model; the file is then as it was.
+// left of one), 61 or 3026 (disk full), 70, 75 and as OpenDatabase does for the model; the file is
+// then as it was.
 RepairReport RepairDatabase(const QString& path, const RepairPlan& plan,
                             const Progress& progress = {});
 

@@ -30,7 +30,8 @@ CopyReport CopyDatabase(const QString& source, const QString& target,
 
 // Writes an archive anew without free space and puts that in its place, in one step and only once
 // it is on the disk and verified. Not for an archive that is open. Fails as OpenDatabase does and
-// with 61, 70, 3059, 3260, 3428 (a damaged page); the archive is then as it was.
+// with 61 or 3026 (disk full), 70, 75, 3059, 3260, 3428 (a damaged page); the archive is then as it
+// was.
 void CompactInPlace(const QString& path, const Progress& progress = {});
 
 }  // namespace store

@@ -148,7 +148,7 @@ class Repair : public ::testing::Test {
 };
 
 TEST_F(Repair, SavesAtLeastWhatTheShellSaves) {
-  // Some builds of it cannot do it.
+  // Debian's cannot: it takes one that is built with SQLITE_ENABLE_DBPAGE_VTAB.
   const bool hasShell = rowsOfShell() == all_;
   if (!hasShell) std::cout << shell_.toStdString() << " saves nothing (TAVOLIX_SHELL)\n";
   const int cases = harm::casesWanted(45);

@@ -53,7 +53,7 @@ const Trouble kTroubles[] = {
     {"sync", faulty::kSync, EIO, {75, 3043}},
     {"rename", faulty::kRename, EACCES, {70}},
     {"lock", faulty::kLock, EAGAIN, {3043, 3260}},
-    {"open", faulty::kOpen, EACCES, {70, 3051}},
+    {"open", faulty::kOpen, EACCES, {70, 3027, 3051}},
     {"gone", faulty::kAnyCall, EIO, {70, 75, 3043, 3049, 3051, 3343, 3428}},
 };
 
@@ -66,7 +66,7 @@ class DiskOfFiles : public ::testing::Test {
     constexpr qsizetype kPage = 4096;
     qsizetype page = 30 * kPage;
     while (damaged_[page] != 13) page += kPage;
-    damaged_.replace(page + 60, 3000, QByteArray(3000, '\xff'));
+    damaged_.replace(page, kPage, QByteArray(kPage, '\xff'));
   }
   QString model() const { return template_.filePath("modello.tvx"); }
 
