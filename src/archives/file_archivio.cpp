@@ -13,6 +13,7 @@
 #include "platform/system_path.h"
 #include "store/journal.h"
 #include "store/safe_copy.h"
+#include "store/unfinished_file.h"
 
 namespace tavolix {
 namespace {
@@ -114,6 +115,11 @@ EsitoFile ComprimiArchivio(const QString& sPath) {
   return withProgress(
       QStringLiteral("Compressione archivio"),
       [&](const store::Progress& progress) { store::CompactInPlace(path, progress); });
+}
+
+void TogliResti(const QString& sDir) {
+  const QString folder = platform::systemPath(sDir);
+  if (!folder.isEmpty()) ignorando([&] { store::ClearLeftovers(folder); });
 }
 
 }  // namespace tavolix

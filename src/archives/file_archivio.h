@@ -25,4 +25,7 @@ std::optional<store::RepairReport> RiparaArchivio(const QString& sPath);
 // Writes an archive anew without its free space.
 EsitoFile ComprimiArchivio(const QString& sPath);
 
+// Clears a folder of the unfinished files that work cut short has left there.
+void TogliResti(const QString& sDir);
+
 }  // namespace tavolix

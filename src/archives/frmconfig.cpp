@@ -80,6 +80,7 @@ QWidget* frmConfig::build() {
   auto* window = new QDialog;
   auto* area = new platform::FittingArea(window);
   auto* content = new QVBoxLayout(area->widget());
+  content->setContentsMargins(0, 0, 0, 0);
   content->addWidget(newStart(area->widget()));
   content->addWidget(newOptions(
       " Visualizzazione elenco record ",

@@ -8,6 +8,7 @@
 #include <QRadioButton>
 
 #include "archives/copie_sicurezza.h"
+#include "archives/file_archivio.h"
 #include "archives/percorsi.h"
 #include "archives/unita.h"
 #include "core/dialogo.h"
@@ -95,6 +96,7 @@ void frmCopieSicurezza::loaded() {
   const Unita drives = AggiornaUnita(sPathCompleto(QStringLiteral("tvx.ini")));
   const int chosen = drives.sA.isEmpty() && !drives.sB.isEmpty() ? 1 : 0;
   control<QRadioButton>(optionName(chosen))->setChecked(true);
+  TogliResti(sCartellaCopie(QStringLiteral(".\\copie")));
   showFolder(*control<QPushButton>(QStringLiteral("cmdCopieSicurezzaHD")),
              sCartellaCopie(QStringLiteral("A:\\")));
   platform::onClick(this, "cmdCopiaAutomatica", [this] { cmdCopiaAutomatica_Click(); });

@@ -64,6 +64,7 @@ void frmManArc::loaded() {
     int help = 0;
     if (bLeggiInt(QStringLiteral("HelpID"), help)) Window()->setProperty("HelpContextID", help);
     icon_ = iconOfArchives();
+    TogliResti(directory_);
     RicaricaFiles();
   });
 }
@@ -237,6 +238,7 @@ void frmManArc::cmdRecupero_Click() {
 
 void frmManArc::cmdDirectory_Click() {
   directory_ = sScegliDir(*this, directory_);
+  TogliResti(directory_);
   RicaricaFiles();
 }
 

@@ -57,6 +57,7 @@ QWidget* frmRecupero::build() {
   auto* lblio = new platform::PathLabel(area->widget());
   lblio->setObjectName(QStringLiteral("lblio"));
   auto* content = new QVBoxLayout(area->widget());
+  content->setContentsMargins(0, 0, 0, 0);
   content->addWidget(lblDsc);
   content->addWidget(lblio);
   content->addSpacing(8);

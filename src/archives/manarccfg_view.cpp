@@ -99,6 +99,7 @@ QWidget* buildManArcCfgWindow() {
   auto* window = new QDialog;
   auto* area = new platform::FittingArea(window);
   auto* content = new QVBoxLayout(area->widget());
+  content->setContentsMargins(0, 0, 0, 0);
   content->addWidget(newStart(area->widget()));
   auto* chkModPos = new QCheckBox(
       QStringLiteral(

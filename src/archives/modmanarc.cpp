@@ -6,6 +6,7 @@
 
 #include "archives/codice_accesso.h"
 #include "archives/comandi_archivi.h"
+#include "archives/file_archivio.h"
 #include "archives/frmask.h"
 #include "archives/frmaskpassword.h"
 #include "archives/frmconfig.h"
@@ -44,20 +45,23 @@ QString nameFromSettings() {
   return path;
 }
 
-// A failure of the file itself, by which a repair may help.
-bool isDamage(const store::Failure& failure) {
-  using namespace store::failure;
-  static constexpr int kDamages[] = {kDamaged, kPageDamaged, kDiskError};
-  return std::find(std::begin(kDamages), std::end(kDamages), failure.number()) !=
-         std::end(kDamages);
+using Numbers = std::initializer_list<int>;
+
+bool isOneOf(const store::Failure& failure, Numbers numbers) {
+  return std::find(numbers.begin(), numbers.end(), failure.number()) != numbers.end();
 }
 
-// Something that every archive has is not there.
-bool isIncomplete(const store::Failure& failure) {
+// The file itself, which the offer to repair it tells well enough.
+bool isDamage(const store::Failure& failure) {
   using namespace store::failure;
-  static constexpr int kGaps[] = {kTableNotFound, kUnknownName, kItemNotFound, kIndexNotFound,
-                                  kNoCurrentRecord};
-  return std::find(std::begin(kGaps), std::end(kGaps), failure.number()) != std::end(kGaps);
+  return isOneOf(failure, {kDamaged, kPageDamaged, kDiskError});
+}
+
+// What is around an archive: no repair of it would help.
+bool isOfElsewhere(const store::Failure& failure) {
+  using namespace store::failure;
+  return isOneOf(failure,
+                 {kTold, kOverflow, kOutOfMemory, kDiskFull, kReadOnly, kCannotOpen, kLocked});
 }
 
 void offerRecovery(const store::Failure& failure, const QString& sPath) {
@@ -162,6 +166,7 @@ bool openArchive(int iModo, const QString& sFileIni, const QString& sSezione,
       if (sPath.isEmpty()) return false;
     }
     Cedi();
+    TogliResti(sFileEsatto(sPath).chopped(sNomeFile(sPath).size()));
     const Outcome outcome = tryArchive(sPath, db, iVersione, bControllaCodice);
     if (outcome == Outcome::Unusable) return false;
     if (outcome == Outcome::Accepted) break;
@@ -207,10 +212,10 @@ void ArchivioInservibile(const store::Failure& failure, const char* sProc, const
   if (!isDamage(failure)) {
     Errore(failure.number(), failure.description(), QString::fromUtf8(sProc));
   }
-  if (isDamage(failure) || isIncomplete(failure)) {
-    offerRecovery(failure, sPath);
-  } else {
+  if (isOfElsewhere(failure)) {
     ChiediArchivioAllAvvio();
+  } else {
+    offerRecovery(failure, sPath);
   }
 }
 

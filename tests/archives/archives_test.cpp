@@ -209,6 +209,7 @@ TEST_F(Archives, AreMadeReadyForUse) {
     EXPECT_EQ(folder_.found("SELECT ID FROM CONT"), QString(counter)) << statement;
   }
   folder_.outside("DROP TABLE PERSUB; ALTER TABLE MAIN DROP COLUMN Voto");
+  user_.clicks("frmRecupero", "cmdUscita");
   EXPECT_FALSE(open(2, "esempio.tvx"));
   EXPECT_TRUE(told_.contains("mancano le colonne MAIN.Voto, PERSUB.Data, ")) << qPrintable(told_);
   EXPECT_EQ(folder_.found(columns), QString("1"));

@@ -2,6 +2,8 @@
 #include <unistd.h>
 
 #include <QDir>
+#include <QLabel>
+#include <QPushButton>
 
 #include "archives/copie_sicurezza.h"
 #include "archives/frmsceltadir.h"
@@ -13,6 +15,7 @@
 #include "platform/file_system.h"
 #include "platform/form.h"
 #include "platform/message_box.h"
+#include "platform/progress_window.h"
 #include "user.h"
 
 namespace tavolix {
@@ -202,6 +205,23 @@ TEST_F(Files, AreCopiedOrLeftAsTheyWere) {
     EseguiCopiaSicur(own, folder_.path("copie/tre.tvx"), true);
     EXPECT_EQ(told(), shut + '|' + shut);
   }
+}
+
+TEST_F(Files, TellHowFarTheyAreAndCanBeBrokenOff) {
+  platform::ProgressWindow patient("Copia");
+  EXPECT_TRUE(patient.report(0, 1000));
+  EXPECT_EQ(QApplication::activeModalWidget(), nullptr) << "short work shows nothing";
+  for (const bool byKey : {false, true}) {
+    platform::ProgressWindow progress("Copia", 0);
+    EXPECT_TRUE(progress.report(250'000, 1'000'000));
+    QWidget* window = QApplication::activeModalWidget();
+    ASSERT_NE(window, nullptr);
+    EXPECT_EQ(window->findChild<QLabel*>()->text(), QString("250.000 di 1.000.000 byte"));
+    auto* stop = window->findChild<QPushButton*>("cmdInterrompi");
+    byKey ? QTest::keyClick(stop, Qt::Key_Escape) : QTest::mouseClick(stop, Qt::LeftButton);
+    EXPECT_FALSE(progress.report(300'000, 1'000'000));
+  }
+  EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 }
 
 TEST_F(Files, LetAFolderBePicked) {
