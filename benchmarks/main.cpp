@@ -13,7 +13,7 @@ using namespace bench;
 
 QVector<Figure> allFigures() {
   return windowFigures() + rowFigures() + fieldFigures() + newRecordFigures() + deletionFigures() +
-         listFigures() + queryFigures() + fileFigures() + memoryFigures();
+         listFigures() + queryFigures() + fileFigures() + managerFigures() + memoryFigures();
 }
 
 QVector<Figure> chosen(const QString& name) {

@@ -17,6 +17,7 @@
 #include "archives/frmsceltadir.h"
 #include "archives/percorsi.h"
 #include "archives/preparazione.h"
+#include "archives/unita.h"
 #include "core/errore.h"
 #include "core/modini.h"
 #include "core/modmain.h"
@@ -158,6 +159,7 @@ bool openArchive(int iModo, const QString& sFileIni, const QString& sSezione,
   ImpostaFileIni(sFileIni);
   ImpostaSezioneIni(sSezione);
   sPwdDB = sCodiceDB;
+  AggiornaUnita(sFileIni);
   if (iModo != 2) sPath.clear();
   if (iModo == 0) sPath = nameFromSettings();
   for (;;) {
