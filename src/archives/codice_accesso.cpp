@@ -29,12 +29,14 @@ bool asksForChange() {
               2) == 1;
 }
 
-bool knowsOldCode(const QString& old) {
+QString askFor(const QString& what, const QString& name) {
+  return FrmAskPassword().sChiediCodice(what,
+                                        QStringLiteral("Modifica codice d'accesso arc.: ") + name);
+}
+
+bool knowsOldCode(const QString& old, const QString& name) {
   if (old.isEmpty() || old == QLatin1String(kSenzaCodice)) return true;
-  if (FrmAskPassword().sChiediCodice(QStringLiteral(" Digitare il vecchio codice d'accesso ")) ==
-      old) {
-    return true;
-  }
+  if (askFor(QStringLiteral(" Digitare il vecchio codice d'accesso "), name) == old) return true;
   wrongCode();
   return false;
 }
@@ -42,12 +44,9 @@ bool knowsOldCode(const QString& old) {
 // The new code, empty for none; nothing if the user does not want one or types two.
 std::optional<QString> askNewCode(const QString& name) {
   if (!asksForChange()) return std::nullopt;
-  QString code = FrmAskPassword().sChiediCodice(
-      QStringLiteral(" Digitare il nuovo codice d'accesso arc.: ") + name);
+  QString code = askFor(QStringLiteral(" Digitare il nuovo codice d'accesso arc.: ") + name, name);
   if (code.isEmpty()) return code;
-  if (FrmAskPassword().sChiediCodice(QStringLiteral(" Ridigitare il nuovo codice ")) == code) {
-    return code;
-  }
+  if (askFor(QStringLiteral(" Ridigitare il nuovo codice "), name) == code) return code;
   iMsg(QStringLiteral("I due codici non coincidono: codice d'accesso non modificato!"), 0);
   return std::nullopt;
 }
@@ -78,7 +77,6 @@ bool bRichiediPWD(const QString& sPath) {
       iMsg(QStringLiteral("Codice d'accesso manomesso dall'esterno!"), 0);
       return false;
     }
-    const auto closing = infine([] { FrmAskPassword().Unload(); });
     const QString request =
         QStringLiteral(" Digitare codice di accesso archivio: ") + sPath + QStringLiteral(" ");
     for (int attempt = 0; attempt < kAttempts; ++attempt) {
@@ -92,10 +90,7 @@ bool bRichiediPWD(const QString& sPath) {
 bool bModificaCodiceAccesso(const store::RecordsetPtr& rsCfg, const QString& sPath) {
   return protetto("modManArc!bModificaCodiceAccesso", [&] {
     const QString name = sNomeFile(sPath);
-    const auto closing = infine([] { FrmAskPassword().Unload(); });
-    FrmAskPassword().Window()->setWindowTitle(QStringLiteral("Modifica codice d'accesso arc.: ") +
-                                              name);
-    if (!knowsOldCode(sLeggiCodiceAccesso(sPath))) return false;
+    if (!knowsOldCode(sLeggiCodiceAccesso(sPath), name)) return false;
     const std::optional<QString> code = askNewCode(name);
     if (!code) return false;
     ConfWrite(rsCfg, QStringLiteral("PWD"), sCodiceCifrato(*code), 0);

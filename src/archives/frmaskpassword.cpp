@@ -56,14 +56,19 @@ void frmAskPassword::activated() {
   Control(QStringLiteral("txtCodice"))->setFocus();
 }
 
-QString frmAskPassword::sChiediCodice(const QString& sRichiesta) {
+// The window is a new one each time: one that is shown again as soon as it has been hidden is not
+// always given the keyboard.
+QString frmAskPassword::sChiediCodice(const QString& sRichiesta, const QString& sTitolo) {
+  if (!sTitolo.isEmpty()) Window()->setWindowTitle(sTitolo);
   auto* pan = control<platform::Frame>(QStringLiteral("pan"));
   auto* txtCodice = control<platform::PasswordBox>(QStringLiteral("txtCodice"));
   pan->SetCaption(sRichiesta);
   txtCodice->setAccessibleName(sRichiesta.trimmed());
   txtCodice->clear();
   ShowModal(nullptr);
-  return txtCodice->text().trimmed().toUpper();
+  const QString code = txtCodice->text().trimmed().toUpper();
+  Unload();
+  return code;
 }
 
 // Escape does nothing: it must not pass for the empty code that takes a guard away.

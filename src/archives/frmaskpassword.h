@@ -10,8 +10,9 @@ class frmAskPassword final : public platform::Form {
  public:
   frmAskPassword();
 
-  // Asks with an empty box; the entry in capital letters, without blanks around it.
-  QString sChiediCodice(const QString& sRichiesta);
+  // Asks with an empty box, under the window's own title unless another is given; the entry in
+  // capital letters, without blanks around it.
+  QString sChiediCodice(const QString& sRichiesta, const QString& sTitolo = {});
 
  private:
   QWidget* build() override;
