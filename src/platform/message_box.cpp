@@ -118,6 +118,12 @@ QLabel* labelOfText(const QMessageBox& box) {
   return own == labels.end() ? nullptr : *own;
 }
 
+// Height of the text in a width, in pixels.
+int heightIn(const QLabel& label, int width) {
+  const QRect room(0, 0, width, 1);
+  return label.fontMetrics().boundingRect(room, Qt::TextWordWrap, label.text()).height();
+}
+
 // Puts a text that would not fit on the screen into a scrolled area.
 void keepOnScreen(QMessageBox& box) {
   QLabel* label = labelOfText(box);
@@ -126,7 +132,12 @@ void keepOnScreen(QMessageBox& box) {
   const QSize area(qMin(most.width(), label->fontMetrics().averageCharWidth() * 80), most.height());
   const QRect needed = label->fontMetrics().boundingRect(QRect(QPoint(), QSize(area.width(), 1)),
                                                          Qt::TextWordWrap, label->text());
-  if (needed.width() <= area.width() && needed.height() <= area.height()) return;
+  // The toolkit's own box is this wide, with its icon, however little height there is.
+  constexpr int kWidest = 500;
+  constexpr int kBesideText = 100;
+  const int own = std::min(box.screen()->availableSize().width() / 2, kWidest) - kBesideText;
+  const bool fits = needed.width() <= area.width() && needed.height() <= area.height();
+  if (fits && heightIn(*label, own) <= area.height()) return;
   auto* scroller = new QScrollArea(&box);
   scroller->setWidgetResizable(true);
   scroller->setFrameShape(QFrame::NoFrame);
