@@ -10,6 +10,7 @@
 #include "archives/modmanarc.h"
 #include "archives/nome_archivio.h"
 #include "archives/percorsi.h"
+#include "archives/rapporto_riparazione.h"
 #include "archives/unita.h"
 #include "core/program_folder.h"
 #include "platform/file_system.h"
@@ -80,6 +81,27 @@ TEST(Unita, AreWhatIsMountedOrWhatTheSettingsName) {
   const std::pair<const char*, int> folders[] = {
       {"/etc", 0}, {"/home/anna/x", 1}, {"/home/annabella", 2}, {"/media/anna/CHIAVETTA/", 4}};
   for (const auto& [folder, place] : folders) EXPECT_EQ(iRadiceDi(roots, folder), place) << folder;
+}
+
+TEST(Riparazione, IsToldByNumbersAndByTitle) {
+  store::RepairReport report;
+  EXPECT_EQ(sEsitoRiparazione(report), QString());
+  report.original = "/casa/Casa.tvx.danneggiato";
+  report.tables = {{"MAIN", 1507, 2, 3, true}, {"LIB", 588, 0, 0, false}};
+  using State = store::RepairedRow::State;
+  report.rows = {{State::Doubtful, "MAIN", 7, 0, 7, "Il pendolo"},
+                 {State::Lost, "MAIN", 9, 2, 9, "Köln"},
+                 {State::Half, "LIB", 8, -1, 0, {}}};
+  EXPECT_EQ(sEsitoRiparazione(report),
+            QString("righe perdute: 3; altre righe perdute, non si sa quante; righe dubbie: 2; "
+                    "record a meta': 1"));
+  EXPECT_EQ(sRapportoRiparazione(report, "Casa.tvx").section('\n', 1),
+            QString("Il file danneggiato e' conservato in /casa/Casa.tvx.danneggiato\n\n"
+                    "MAIN: 1.507 righe sicure, 2 dubbie, 3 perdute\n"
+                    "LIB: 588 righe sicure, 0 dubbie, 0 perdute, forse di piu'\n\n"
+                    "Perduti:\n  Audio: Köln [MAIN 9]\n\n"
+                    "Senza la loro altra meta':\n  LIB: (titolo sconosciuto) [LIB 8]\n\n"
+                    "Dubbi, da controllare:\n  Libri: Il pendolo [MAIN 7]\n\n"));
 }
 
 // Files as they lie in a folder, with windows where they ask.
