@@ -11,7 +11,7 @@ namespace {
 // What a folder may include besides itself. The areas know nothing of each other; tests know what
 // they test and what lies below it.
 const QString kCore = "store platform model core";
-const QString kAll = kCore + " archives workspace query assist";
+const QString kAll = kCore + " archives workspace query output assist";
 const QMap<QString, QString> kUses = {{"src/store", ""},
                                       {"src/platform", "store"},
                                       {"src/model", "store"},
@@ -30,6 +30,7 @@ const QMap<QString, QString> kUses = {{"src/store", ""},
                                       {"tests/platform", "store"},
                                       {"tests/core", "store platform model"},
                                       {"tests/archives", kCore},
+                                      {"tests/output", kCore},
                                       {"tests/workspace", kAll},
                                       {"tests/kill", kAll + " app harm"},
                                       {"tests/tools", "store model harm"},

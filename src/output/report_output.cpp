@@ -1,0 +1,88 @@
+#include "output/report_output.h"
+
+#include <QPdfWriter>
+#include <QPrinter>
+#include <QSaveFile>
+#include <algorithm>
+#include <cerrno>
+
+#include "platform/system_path.h"
+#include "store/file_failure.h"
+
+namespace tavolix::report {
+namespace {
+
+constexpr qint64 kThousandths = 1000;
+
+[[noreturn]] void failAt(const QSaveFile& file, const QString& path) {
+  const bool full = file.error() == QFileDevice::ResourceError || errno == ENOSPC;
+  const int number = full ? store::file_failure::kDiskFull : store::fileFailureOf(errno, path);
+  store::failAtFile(number, path);
+}
+
+QPageLayout sheetOf(const Definition& definition) {
+  const QSizeF size(definition.width / kUnitsPerMillimetre,
+                    definition.height / kUnitsPerMillimetre);
+  const bool lies = size.width() > size.height();
+  return QPageLayout(
+      QPageSize(lies ? size.transposed() : size, QPageSize::Millimeter, {}, QPageSize::FuzzyMatch),
+      lies ? QPageLayout::Landscape : QPageLayout::Portrait, {}, QPageLayout::Millimeter);
+}
+
+// The layout is the first half of the work, the drawing the second.
+void layOut(Document& document, const store::Progress& progress) {
+  while (!document.isComplete()) {
+    document.layOutPage();
+    const double done = document.progress() * kThousandths / 2;
+    store::tell(progress, static_cast<qint64>(done), kThousandths);
+  }
+}
+
+template <typename Sheets>
+void drawPages(Document& document, Sheets& sheets, QPainter& painter, int first, int last,
+               const store::Progress& progress) {
+  for (int page = first; page <= last; ++page) {
+    if (page > first) sheets.newPage();
+    document.paint(painter, page);
+    const qint64 done = (page + 1 - first) * (kThousandths / 2) / (last + 1 - first);
+    store::tell(progress, kThousandths / 2 + done, kThousandths);
+  }
+}
+
+[[noreturn]] void failAtPrinter() {
+  throw store::Failure(kNoPrinter, QStringLiteral("La stampante non accetta la stampa"));
+}
+
+}  // namespace
+
+void writePdf(Document& document, const QString& path, const store::Progress& progress) {
+  layOut(document, progress);
+  QSaveFile file(platform::fullPath(path));
+  if (!file.open(QIODevice::WriteOnly)) failAt(file, path);
+  {
+    QPdfWriter writer(&file);
+    writer.setResolution(static_cast<int>(kUnitsPerInch));
+    writer.setPageLayout(sheetOf(document.definition()));
+    writer.setTitle(document.title());
+    QPainter painter(&writer);
+    drawPages(document, writer, painter, 0, document.pages() - 1, progress);
+  }
+  if (!file.commit()) failAt(file, path);
+}
+
+void print(Document& document, QPrinter& printer, const store::Progress& progress) {
+  layOut(document, progress);
+  printer.setFullPage(true);
+  printer.setPageLayout(sheetOf(document.definition()));
+  printer.setDocName(document.title());
+  QPainter painter;
+  if (!printer.isValid() || !painter.begin(&printer)) failAtPrinter();
+  painter.scale(printer.logicalDpiX() / kUnitsPerInch, printer.logicalDpiY() / kUnitsPerInch);
+  const int last =
+      printer.toPage() > 0 ? std::min(printer.toPage(), document.pages()) : document.pages();
+  const int first = std::clamp(printer.fromPage(), 1, last);
+  drawPages(document, printer, painter, first - 1, last - 1, progress);
+  if (!painter.end() || printer.printerState() == QPrinter::Error) failAtPrinter();
+}
+
+}  // namespace tavolix::report
