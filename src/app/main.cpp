@@ -10,6 +10,7 @@
 #include "core/modini.h"
 #include "core/modmain.h"
 #include "core/modutil.h"
+#include "output/moduli_output.h"
 #include "platform/form.h"
 #include "platform/icons.h"
 #include "platform/key_handover.h"
@@ -65,6 +66,7 @@ int run(const QString& commandLine) {
   tavolix::RegistraFormAssist();
   tavolix::RegistraFormWorkspace();
   tavolix::RegistraFormQuery();
+  tavolix::RegistraFormOutput();
   const bool started = tavolix::bAvvia(commandLine);
   const int result = started ? QApplication::exec() : 1;
   platform::forms().clear();

@@ -96,7 +96,10 @@ void layDownFiles(const QString& from, const QString& to) {
 
 void prepareProgramFolder() {
   const QString installed = installedFolder();
-  if (!installed.isEmpty()) layDownFiles(installed, sCartellaProgramma());
+  if (installed.isEmpty()) return;
+  layDownFiles(installed, sCartellaProgramma());
+  const QString reports = QStringLiteral("/report");
+  layDownFiles(installed + reports, sCartellaProgramma() + reports);
 }
 
 }  // namespace tavolix

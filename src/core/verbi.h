@@ -43,6 +43,10 @@ class Verbo<Risultato(Argomenti...)> final {
 };
 
 struct Verbi {
+  Verbi() {
+    ChiudiStampe = [] {};
+  }
+
   // Archives: how a file becomes the open archive. Mode 0 takes the archive from the settings, else
   // asks; 2 opens `sPath`; any other asks. True with an open, accepted database.
   Verbo<bool(int iModo, const QString& sFileIni, const QString& sSezione, store::DatabasePtr& db,
@@ -78,6 +82,12 @@ struct Verbi {
   Verbo<void(int iCampo, const QVariant& valore)> FiltraValore{"FiltraValore"};
   // An open search goes on in the collection that has become the current one.
   Verbo<void()> SegueRicerca{"SegueRicerca"};
+
+  // Output: shows a report file's pages until they are closed, or prints them.
+  Verbo<void(const QString& sReport, const QString& sArchivio, bool bAnteprima)> EseguiReport{
+      "EseguiReport"};
+  // Closes the report engine, as the program ends; nothing where there is none.
+  Verbo<void()> ChiudiStampe{"ChiudiStampe"};
 
   // Assistance: makes a control blink in a colour of the 16-colour palette; another one stops.
   Verbo<void(QWidget* controllo, int colore, int millisecondi)> Lampeggia{"Lampeggia"};

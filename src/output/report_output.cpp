@@ -29,24 +29,29 @@ QPageLayout sheetOf(const Definition& definition) {
       lies ? QPageLayout::Landscape : QPageLayout::Portrait, {}, QPageLayout::Millimeter);
 }
 
+bool goesOn(const store::Progress& progress, double done) {
+  return !progress || progress(static_cast<qint64>(done * kThousandths), kThousandths);
+}
+
 // The layout is the first half of the work, the drawing the second.
-void layOut(Document& document, const store::Progress& progress) {
+bool layOut(Document& document, const store::Progress& progress) {
   while (!document.isComplete()) {
     document.layOutPage();
-    const double done = document.progress() * kThousandths / 2;
-    store::tell(progress, static_cast<qint64>(done), kThousandths);
+    if (!goesOn(progress, document.progress() / 2)) return false;
   }
+  return true;
 }
 
 template <typename Sheets>
-void drawPages(Document& document, Sheets& sheets, QPainter& painter, int first, int last,
+bool drawPages(Document& document, Sheets& sheets, QPainter& painter, int first, int last,
                const store::Progress& progress) {
   for (int page = first; page <= last; ++page) {
     if (page > first) sheets.newPage();
     document.paint(painter, page);
-    const qint64 done = (page + 1 - first) * (kThousandths / 2) / (last + 1 - first);
-    store::tell(progress, kThousandths / 2 + done, kThousandths);
+    const double share = static_cast<double>(page + 1 - first) / (last + 1 - first);
+    if (!goesOn(progress, 0.5 + share / 2)) return false;
   }
+  return true;
 }
 
 [[noreturn]] void failAtPrinter() {
@@ -55,8 +60,8 @@ void drawPages(Document& document, Sheets& sheets, QPainter& painter, int first,
 
 }  // namespace
 
-void writePdf(Document& document, const QString& path, const store::Progress& progress) {
-  layOut(document, progress);
+bool writePdf(Document& document, const QString& path, const store::Progress& progress) {
+  if (!layOut(document, progress)) return false;
   QSaveFile file(platform::fullPath(path));
   if (!file.open(QIODevice::WriteOnly)) failAt(file, path);
   {
@@ -65,13 +70,14 @@ void writePdf(Document& document, const QString& path, const store::Progress& pr
     writer.setPageLayout(sheetOf(document.definition()));
     writer.setTitle(document.title());
     QPainter painter(&writer);
-    drawPages(document, writer, painter, 0, document.pages() - 1, progress);
+    if (!drawPages(document, writer, painter, 0, document.pages() - 1, progress)) return false;
   }
   if (!file.commit()) failAt(file, path);
+  return true;
 }
 
-void print(Document& document, QPrinter& printer, const store::Progress& progress) {
-  layOut(document, progress);
+bool print(Document& document, QPrinter& printer, const store::Progress& progress) {
+  if (!layOut(document, progress)) return false;
   printer.setFullPage(true);
   printer.setPageLayout(sheetOf(document.definition()));
   printer.setDocName(document.title());
@@ -81,8 +87,12 @@ void print(Document& document, QPrinter& printer, const store::Progress& progres
   const int last =
       printer.toPage() > 0 ? std::min(printer.toPage(), document.pages()) : document.pages();
   const int first = std::clamp(printer.fromPage(), 1, last);
-  drawPages(document, printer, painter, first - 1, last - 1, progress);
+  if (!drawPages(document, printer, painter, first - 1, last - 1, progress)) {
+    printer.abort();
+    return false;
+  }
   if (!painter.end() || printer.printerState() == QPrinter::Error) failAtPrinter();
+  return true;
 }
 
 }  // namespace tavolix::report

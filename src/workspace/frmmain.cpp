@@ -481,6 +481,7 @@ void frmMain::closeProgram() {
   for (platform::Form* form : forms().loadedForms()) {
     if (form->Name() != Name()) form->Unload();
   }
+  verbi().ChiudiStampe();
   const bool closed = ChiudiDB(dbArc);
   Puntatore(kPuntatoreNormale);
   if (closed) {

@@ -72,7 +72,6 @@ constexpr Comando kComandi[] = {
 constexpr Comando kSenzaFinestra[] = {
     {"mnuFile", 40, "mnuFileEsporta", "Es&portazioni", "", 3},
     {"mnuImportazioni", 10, "mnuImportaRubKPZ3", "Importa rubrica Velmar Casaro 3/3.5", "", 14},
-    {"mnuFile", 70, "mnuFileStampe", "&Stampe", "", 16, nullptr, {}, {6, 13, "stampa", "Stampa"}},
     {"mnuRaccolte", 100, "mnuAnalisiInfoAcc", "Analisi elenchi multiraccolta", "", 7, nullptr, {}, {10, 32, "multiraccolta", "Analisi elenchi multiraccolta"}},
     {"mnuRacCorrente", 50, "mnuAnalisiRaggruppamenti", "Analisi &raggruppamenti", "", 6, nullptr, {}, {1, 31, "raggruppamenti", "Analisi raggruppamenti"}},
     {"mnuAiuto", 10, "mnuGuida", "Guida in linea", "", 0, nullptr, {}, {4, 42, "guida", "Guida in linea"}},

@@ -7,6 +7,7 @@
 #include "archives/modmanarc.h"
 #include "assist/frmbasic.h"
 #include "core/modmain.h"
+#include "output/moduli_output.h"
 #include "query/moduli_query.h"
 #include "workspace/modrepos.h"
 
@@ -51,6 +52,7 @@ void Desk::end() {
   RegistraFormAssist();
   RegistraFormWorkspace();
   RegistraFormQuery();
+  RegistraFormOutput();
 }
 
 QString Desk::stored(const QString& field) {
