@@ -56,6 +56,12 @@ int readNumber(const char* chiave, bool* found = nullptr) {
   return valore;
 }
 
+// The collection of the settings, the first where these name none.
+int startCollection() {
+  const int iRac = readNumber("RacAvvio");
+  return iRac >= 0 && iRac < kRaccoltePrincipali ? iRac : 0;
+}
+
 // A relative path leads from where the user stands, else from the program's folder.
 QString archiveOf(const QString& rigaComando) {
   QString path = rigaComando;
@@ -139,7 +145,7 @@ bool bAvvia(const QString& rigaComando) {
     if (!openAtStart(archive)) return false;
     forms()[kMain].Load();
     iRacCorr = -1;
-    iSelRaccolta(readNumber("RacAvvio"));
+    iSelRaccolta(startCollection());
     forms()[kMain].Show();
     Cedi();
     if (forms().isLoaded(kSplash)) forms()[kSplash].Unload();

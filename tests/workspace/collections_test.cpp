@@ -129,10 +129,9 @@ TEST_F(Collections, AreThoseOfTheSettingsAtTheStart) {
     const char *collection, *extension;
     QString title;
     bool formVisible;
-  } cases[] = {{"0", "-1", "Raccolta Libri", true},
-               {"7", "0", "Raccolta Persone", false},
-               {"6", "5", "Raccolta Oggetti Vari", false},
-               {"due", "", "Raccolta Libri", false}};
+  } cases[] = {{"0", "-1", "Raccolta Libri", true},        {"7", "0", "Raccolta Persone", false},
+               {"6", "5", "Raccolta Oggetti Vari", false}, {"8", "0", "Raccolta Libri", false},
+               {"-3", "0", "Raccolta Libri", false},       {"due", "", "Raccolta Libri", false}};
   for (const auto& c : cases) {
     folder_.set("Application", "RacAvvio", c.collection);
     folder_.set("Application", "ElencoExt", c.extension);

@@ -101,17 +101,6 @@ TEST_F(Faults, AListThatIsNotThere) {
   expectAlive(2);
 }
 
-// A collection that does not exist leaves the program without one until a tab is chosen.
-TEST_F(Faults, ACollectionThatIsNotThere) {
-  for (const char* number : {"99", "-3"}) {
-    folder_.set("Application", "RacAvvio", number);
-    ASSERT_TRUE(start());
-    for (const char* name : kCommands) trigger(name);
-    expectAlive(4);
-    end();
-  }
-}
-
 // What cannot be written stays where it was typed, is told once, and written wherever one goes.
 TEST_F(Faults, ALockedArchive) {
   const function<void()> ways[] = {[] { press("Down"); }, [] { press("F12"); },
