@@ -108,6 +108,8 @@ void Database::AddMissingColumns(const QVector<TableColumn>& wanted, const QByte
 }
 
 void Database::RaiseCounter(const TableColumn& counter, const QVector<KeyColumn>& keys) {
+  // Whoever needs the counter says what is missing.
+  if (columnsOf(connection(), counter.table).isEmpty()) return;
   qint64 last = 0;
   for (const KeyColumn& key : keys) last = std::max(last, largest(connection(), key));
   const QByteArray table = sql::quoteName(counter.table);

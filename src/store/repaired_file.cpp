@@ -3,10 +3,12 @@
 #include <SQLiteCpp/Statement.h>
 #include <sqlite3.h>
 
+#include <QFileInfo>
 #include <QUrl>
 #include <algorithm>
 
 #include "store/connection.h"
+#include "store/file_failure.h"
 #include "store/page_checksum.h"
 #include "store/sqlite_language.h"
 
@@ -47,6 +49,12 @@ qint64 numberIn(const TableShape& shape, const StoredRow& row, const QString& na
   return isThere && row.values[place].kind == Kind::Integer ? row.values[place].integer : 0;
 }
 
+// The engine's own message would not name the file.
+std::string requireModel(const QString& path) {
+  if (!QFileInfo(path).isFile()) failAtFile(file_failure::kNotFound, path);
+  return path.toStdString();
+}
+
 QByteArray quoted(const QString& name) {
   return sql::quoteName(name);
 }
@@ -62,7 +70,7 @@ RepairedFile::RepairedFile(const QString& path, const RepairPlan& plan)
   addLanguage(file_.getHandle());
   reserveChecksums(file_.getHandle());
   {
-    SQLite::Database model(plan.model.toStdString(), SQLite::OPEN_READONLY, 0, checkedFileLayer());
+    SQLite::Database model(requireModel(plan.model), SQLite::OPEN_READONLY, 0, checkedFileLayer());
     addLanguage(model.getHandle());
     model_ = shapeOf(model);
   }
