@@ -78,6 +78,7 @@ QString saveFile(const FileRequest& request) {
   QFileDialog dialog(QApplication::activeWindow(), request.title, startFolder(request.folder));
   dialog.setAcceptMode(QFileDialog::AcceptSave);
   dialog.setFileMode(QFileDialog::AnyFile);
+  dialog.setOption(QFileDialog::DontConfirmOverwrite, !request.asksToReplace);
   prepare(dialog, request);
   const auto follow = [&](const QString& filter) {
     for (const FileKind& kind : request.kinds) {

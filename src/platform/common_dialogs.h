@@ -15,16 +15,16 @@ struct FileKind {
 struct FileRequest {
   QString title;
   QVector<FileKind> kinds;
-  int kind = 1;    // the one that is chosen at first, from 1
-  QString folder;  // a path as the settings have it; empty for the current folder
-  QString name;    // proposed
+  int kind = 1;               // the one that is chosen at first, from 1
+  QString folder;             // a path as the settings have it; empty for the current folder
+  QString name;               // proposed
+  bool asksToReplace = true;  // saveFile: before an older file is replaced
 };
 
 // The dialogs for files and folders, over the active window. The result is a full path of the
 // system, empty if the user gave up.
 QString openFile(const FileRequest& request);
-// A name typed without an extension gets that of the kind that is chosen. The dialog asks before
-// an older file is replaced.
+// A name typed without an extension gets that of the kind that is chosen.
 QString saveFile(const FileRequest& request);
 QString chooseFolder(const QString& title, const QString& folder = {});
 

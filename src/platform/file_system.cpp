@@ -101,6 +101,11 @@ int copyToFile(int source, const QString& target) {
   return 0;
 }
 
+// The path of a new file, whose name stays as it was given.
+QString spelledAs(const QString& given, const QString& found) {
+  return QFileInfo(found).dir().filePath(QFileInfo(fullPath(given)).fileName());
+}
+
 int renamePath(const QString& from, const QString& to) {
   const QByteArray target = QFile::encodeName(to);
   return std::rename(QFile::encodeName(from).constData(), target.constData()) == 0 ? 0 : errno;
@@ -178,15 +183,19 @@ void deleteFile(const QString& path) {
     failAtFile(fileFailureOf(errno, file), path);
 }
 
+bool isTaken(const QString& path, const QString& by) {
+  const QString target = systemPath(path);
+  return QFileInfo::exists(spelledAs(path, target)) ||
+         (QFileInfo::exists(target) && target != systemPath(by));
+}
+
 void renameFile(const QString& from, const QString& to) {
   const QString source = systemPath(from);
   if (!QFileInfo::exists(source)) failAtFile(fileFailureOf(ENOENT, source), from);
   const QString target = systemPath(to);
   if (target.isEmpty()) failAtFile(file_failure::kPathNotFound, to);
-  const QString spelled = QFileInfo(target).dir().filePath(QFileInfo(fullPath(to)).fileName());
-  if (QFileInfo::exists(spelled) || (QFileInfo::exists(target) && target != source)) {
-    failAtFile(file_failure::kExists, to);
-  }
+  const QString spelled = spelledAs(to, target);
+  if (isTaken(to, from)) failAtFile(file_failure::kExists, to);
   const int error = renamePath(source, spelled);
   if (error == EXDEV && QFileInfo(source).isFile()) {
     copyFile(from, to);

@@ -29,6 +29,9 @@ bool isSameFile(const QString& left, const QString& right);
 // copy is complete. 53, 61, 70 (also for a file onto itself), 75 (a folder), 76.
 // Not for an archive the process has open: closing the source drops the process's locks on it.
 void copyFile(const QString& from, const QString& to);
+// True if a file may not get a name, since another one has it, if only in another case; `by` is the
+// file that is to get it, where there is one already.
+bool isTaken(const QString& path, const QString& by = {});
 void deleteFile(const QString& path);  // 53, 70, 75
 // Renames or moves; 58 if the new name is taken (the same name in another case is not), 53, 70, 76.
 void renameFile(const QString& from, const QString& to);
