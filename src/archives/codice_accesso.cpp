@@ -4,6 +4,7 @@
 
 #include "archives/frmaskpassword.h"
 #include "archives/modmanarc.h"
+#include "archives/percorsi.h"
 #include "core/errore.h"
 #include "core/modutil.h"
 #include "model/cifratura.h"
@@ -89,7 +90,7 @@ bool bRichiediPWD(const QString& sPath) {
 
 bool bModificaCodiceAccesso(const store::RecordsetPtr& rsCfg, const QString& sPath) {
   return protetto("modManArc!bModificaCodiceAccesso", [&] {
-    const QString name = sNomeFile(sPath);
+    const QString name = sNomeArchivio(sPath);
     if (!knowsOldCode(sLeggiCodiceAccesso(sPath), name)) return false;
     const std::optional<QString> code = askNewCode(name);
     if (!code) return false;

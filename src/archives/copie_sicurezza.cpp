@@ -76,7 +76,7 @@ bool mayReplace(const QString& name) {
 QString chooseCopy(const QString& sDir, const platform::FileRequest& request) {
   for (;;) {
     QString chosen = platform::openFile(request).trimmed();
-    if (chosen.isEmpty() || !bStessoFile(chosen, sFileEsatto(sDir + sNomeFile(chosen)))) {
+    if (chosen.isEmpty() || !bStessoFile(chosen, sFileEsatto(sDir + sNomeArchivio(chosen)))) {
       return chosen;
     }
     iMsg(QStringLiteral("Non ha senso recuperare un archivio dalla directory nella quale deve poi "
@@ -124,8 +124,9 @@ bool bRecuperaCopia(const QString& sDir, const QString& sExt) {
     if (platform::folderExists(copies)) request.folder = copies;
     const QString chosen = chooseCopy(sDir, request);
     if (chosen.isEmpty()) return false;
-    const QString target = sFileEsatto(sDir + sNomeFile(chosen));
-    if (platform::exists(target) && !mayReplace(sNomeFile(chosen))) return false;
+    // An archive of that name in another case is the one to be replaced.
+    const QString target = platform::systemPath(sFileEsatto(sDir + sNomeArchivio(chosen)));
+    if (platform::exists(target) && !mayReplace(sNomeArchivio(target))) return false;
     Puntatore(kClessidra);
     Cedi();
     if (CopiaArchivio(chosen, target, request.title) != EsitoFile::kFatto) return false;

@@ -35,7 +35,7 @@ EsitoFile withProgress(const QString& what, Work&& work) {
 }
 
 bool acceptsAsItIs(const QString& path, const store::CopyReport& report) {
-  const QString name = sNomeFile(path);
+  const QString name = sNomeArchivio(path);
   if (report.condition == store::Condition::NoArchive) {
     const QString text =
         QStringLiteral("Il file %1 non e' un archivio riconosciuto. Vuoi copiarlo ugualmente?");
@@ -50,6 +50,14 @@ bool acceptsAsItIs(const QString& path, const store::CopyReport& report) {
   return iMsg(text, 2) == 1;
 }
 
+// The same for a file that is about to be opened, whose journal may belong to another one: the user
+// is told, as at any opening.
+QString requireSettled(const QString& given) {
+  QString path = requirePlace(given);
+  if (QFileInfo(path).isFile()) DiGiornale(store::setAsideForeignJournal(path));
+  return path;
+}
+
 // Taken back before the file moves, a write that was interrupted needs its journal no more.
 void settle(const QString& path) {
   const auto failure = fallimentoDi([&] { store::settleJournal(path); });
@@ -57,18 +65,12 @@ void settle(const QString& path) {
   if (failure && QFileInfo::exists(path + QStringLiteral("-journal"))) throw *failure;
 }
 
-QString templatePath() {
-  QString source;
-  bLeggiStr(QStringLiteral("db_Source"), source);
-  return platform::systemPath(sPathCompleto(source));
-}
-
 }  // namespace
 
 EsitoFile CopiaArchivio(const QString& sOrigine, const QString& sDestinazione,
                         const QString& sCosa) {
-  const QString source = requirePlace(sOrigine);
-  const QString target = requirePlace(sDestinazione);
+  const QString source = requireSettled(sOrigine);
+  const QString target = requireSettled(sDestinazione);
   // What lies there of a file that is gone would be played into the new one.
   if (!QFileInfo::exists(target)) store::removeJournals(target);
   store::CopyReport report;
@@ -84,7 +86,7 @@ EsitoFile CopiaArchivio(const QString& sOrigine, const QString& sDestinazione,
 }
 
 void RinominaArchivio(const QString& sDa, const QString& sA) {
-  const QString source = requirePlace(sDa);
+  const QString source = requireSettled(sDa);
   const QString target = requirePlace(sA);
   settle(source);
   store::removeJournals(target);
@@ -99,8 +101,8 @@ void EliminaArchivio(const QString& sPath) {
 }
 
 std::optional<store::RepairReport> RiparaArchivio(const QString& sPath) {
-  const QString path = requirePlace(sPath);
-  const store::RepairPlan plan = PianoRiparazione(templatePath());
+  const QString path = requireSettled(sPath);
+  const store::RepairPlan plan = PianoRiparazione(platform::systemPath(sModello()));
   store::RepairReport report;
   const EsitoFile done =
       withProgress(QStringLiteral("Riparazione archivio"), [&](const store::Progress& progress) {
@@ -111,10 +113,19 @@ std::optional<store::RepairReport> RiparaArchivio(const QString& sPath) {
 }
 
 EsitoFile ComprimiArchivio(const QString& sPath) {
-  const QString path = requirePlace(sPath);
+  const QString path = requireSettled(sPath);
   return withProgress(
       QStringLiteral("Compressione archivio"),
       [&](const store::Progress& progress) { store::CompactInPlace(path, progress); });
+}
+
+void DiGiornale(const QString& sNome) {
+  if (sNome.isEmpty()) return;
+  iMsg(QStringLiteral("Accanto all'archivio c'era un giornale di modifiche interrotte che non e' "
+                      "dello stato attuale dell'archivio. Non e' stato usato, ed e' stato messo "
+                      "da parte con il nome ") +
+           sNome,
+       0);
 }
 
 void TogliResti(const QString& sDir) {

@@ -25,6 +25,9 @@ std::optional<store::RepairReport> RiparaArchivio(const QString& sPath);
 // Writes an archive anew without its free space.
 EsitoFile ComprimiArchivio(const QString& sPath);
 
+// Tells that a journal was set aside under a name; nothing for an empty one.
+void DiGiornale(const QString& sNome);
+
 // Clears a folder of the unfinished files that work cut short has left there.
 void TogliResti(const QString& sDir);
 

@@ -108,7 +108,8 @@ void frmCopieSicurezza::loaded() {
 
 void frmCopieSicurezza::cmdCopiaAutomatica_Click() {
   const bool first = control<QRadioButton>(optionName(0))->isChecked();
-  EseguiCopiaSicur(sPath_, QLatin1String(kDrives[first ? 0 : 1]) + u'\\' + sNomeFile(sPath_), true);
+  EseguiCopiaSicur(sPath_, QLatin1String(kDrives[first ? 0 : 1]) + u'\\' + sNomeArchivio(sPath_),
+                   true);
   Unload();
 }
 
@@ -117,7 +118,7 @@ void frmCopieSicurezza::cmdCopieSicurezzaHD_Click() {
     const QString folder = sCartellaCopie(QStringLiteral(".\\copie"));
     RichiediDisco(folder);
     if (!platform::folderExists(folder)) platform::createFolder(folder);
-    EseguiCopiaSicur(sPath_, folder + sNomeFile(sPath_), true);
+    EseguiCopiaSicur(sPath_, folder + sNomeArchivio(sPath_), true);
     Unload();
   });
 }
@@ -129,6 +130,7 @@ void frmCopieSicurezza::cmdManuale_Click() {
   request.title = QStringLiteral("Copia di sicurezza");
   request.kinds = TipiDiFile(extension);
   request.kind = 2;
+  request.asksToReplace = false;
   const QString copies = sCartellaCopie({});
   request.folder = platform::folderExists(copies) ? copies : QDir::homePath();
   EseguiCopiaSicur(sPath_, platform::saveFile(request), true);

@@ -122,7 +122,7 @@ void frmManArc::RicaricaFiles() {
 void frmManArc::fillList() {
   const QSignalBlocker quiet(lstFile());
   lstFile().clear();
-  for (const QString& name : platform::listFiles(directory_ + u'*' + extension_)) {
+  for (const QString& name : sElencoArchivi(directory_, extension_)) {
     lstFile().addItem(new QListWidgetItem(icon_, name));
   }
   if (lstFile().count() != 0) lstFile().setCurrentRow(0);
@@ -160,10 +160,8 @@ void frmManArc::CreaNuovo() {
       sChiediNomeArchivio(directory_, QStringLiteral("Nome del nuovo archivio"), extension_);
   if (name.isEmpty()) return;
   const bool made = protetto("modManArc!CreaNuovo", [&] {
-    QString source;
-    bLeggiStr(QStringLiteral("db_Source"), source);
-    return CopiaArchivio(sCartellaProgramma() + u'\\' + source, pathOf(name),
-                         QStringLiteral("Nuovo archivio")) == EsitoFile::kFatto;
+    return CopiaArchivio(sModello(), pathOf(name), QStringLiteral("Nuovo archivio")) ==
+           EsitoFile::kFatto;
   });
   if (made) RicaricaFiles();
 }
@@ -185,7 +183,7 @@ void frmManArc::cmdRinominare_Click() {
   const QString from = selectedName();
   if (from.isEmpty()) return;
   const QString name =
-      sChiediNomeArchivio(directory_, QStringLiteral("Nuovo nome arc. ") + from, extension_);
+      sChiediNomeArchivio(directory_, QStringLiteral("Nuovo nome arc. ") + from, extension_, from);
   if (name.isEmpty()) return;
   const bool renamed = protetto("modManArc!cmdRinominare", [&] {
     RinominaArchivio(pathOf(from), pathOf(name));
@@ -252,14 +250,8 @@ void frmManArc::cmdEsci_Click() {
 }
 
 bool frmManArc::keyDown(int key, Qt::KeyboardModifiers) {
-  const bool inList = lstFile().hasFocus();
-  if (inList && key == Qt::Key_F2) {
-    runCommand([this] { cmdRinominare_Click(); });
-  } else if (inList && key == Qt::Key_Delete) {
-    runCommand([this] { cmdEliminare_Click(); });
-  } else {
-    return false;
-  }
+  if (key != Qt::Key_F2 || !lstFile().hasFocus()) return false;
+  runCommand([this] { cmdRinominare_Click(); });
   return true;
 }
 

@@ -83,15 +83,14 @@ void frmManArcCfg::readSettings() {
   }
   QString name;
   if (bLeggiStr(QStringLiteral("db_DefaultNameOpen"), name)) {
-    SelezionaVoceLista(cboArc(), sNomeFile(name));
+    SelezionaVoceLista(cboArc(), sNomeArchivio(name));
   }
 }
 
 void frmManArcCfg::CaricaArchivi() {
   protetto("frmManArcCfg!CaricaArchivi", [&] {
     cboArc().clear();
-    cboArc().addItems(
-        platform::listFiles(typedFolder(box("txtDirArc")) + u'*' + sEstensioneArchivi()));
+    cboArc().addItems(sElencoArchivi(typedFolder(box("txtDirArc")), sEstensioneArchivi()));
     cboArc().setCurrentIndex(cboArc().count() == 0 ? -1 : 0);
   });
 }

@@ -121,16 +121,6 @@ bool accepts(const store::DatabasePtr& db, const QString& sPath, int& iVersione,
   return accepted;
 }
 
-void tellOfJournal(const store::Database& db) {
-  const QString name = db.JournalSetAside();
-  if (name.isEmpty()) return;
-  iMsg(QStringLiteral("Accanto all'archivio c'era un giornale di modifiche interrotte che non e' "
-                      "dello stato attuale dell'archivio. Non e' stato usato, ed e' stato messo "
-                      "da parte con il nome ") +
-           name,
-       0);
-}
-
 Outcome tryArchive(const QString& sPath, store::DatabasePtr& db, int& iVersione,
                    bool bControllaCodice) {
   const auto unopened =
@@ -141,7 +131,7 @@ Outcome tryArchive(const QString& sPath, store::DatabasePtr& db, int& iVersione,
   }
   bool accepted = false;
   const auto failure = fallimentoDi([&] {
-    tellOfJournal(*db);
+    DiGiornale(db->JournalSetAside());
     const bool fits = accepts(db, sPath, iVersione, bControllaCodice);
     if (fits) PreparaArchivio(*db);
     accepted = fits;
@@ -168,7 +158,7 @@ bool openArchive(int iModo, const QString& sFileIni, const QString& sSezione,
       if (sPath.isEmpty()) return false;
     }
     Cedi();
-    TogliResti(sFileEsatto(sPath).chopped(sNomeFile(sPath).size()));
+    TogliResti(sFileEsatto(sPath).chopped(sNomeArchivio(sPath).size()));
     const Outcome outcome = tryArchive(sPath, db, iVersione, bControllaCodice);
     if (outcome == Outcome::Unusable) return false;
     if (outcome == Outcome::Accepted) break;
@@ -185,13 +175,19 @@ bool openArchive(int iModo, const QString& sFileIni, const QString& sSezione,
 bool bConfRead(const store::RecordsetPtr& rs, const QString& sChiave, QString& sVal, double& nVal) {
   sVal.clear();
   nVal = 0;
-  return protetto("modManArc!bConfRead", [&] {
+  bool found = false;
+  const auto failure = fallimentoDi([&] {
     rs->Seek(QStringLiteral("="), {sChiave});
-    if (rs->NoMatch()) return false;
+    if (rs->NoMatch()) return;
     nVal = NullAZero(rs->Value(QStringLiteral("nVal"))).toDouble();
     sVal = NullAStringa(rs->Value(QStringLiteral("sVal")));
-    return true;
+    found = true;
   });
+  if (!failure) return found;
+  Errore(failure->number(), failure->description(), QStringLiteral("modManArc!bConfRead"));
+  // An archive that is damaged is not one without the value.
+  if (isDamage(*failure)) throw *failure;
+  return false;
 }
 
 void ConfWrite(const store::RecordsetPtr& rs, const QString& sChiave, const QString& sVal,

@@ -1,10 +1,10 @@
 #include "archives/nome_archivio.h"
 
-#include <QFileInfo>
 #include <algorithm>
 
 #include "archives/percorsi.h"
 #include "core/modutil.h"
+#include "platform/file_system.h"
 
 namespace tavolix {
 namespace {
@@ -28,7 +28,9 @@ QString sSenzaEstensione(const QString& sDigitato, const QString& sExt) {
   return name;
 }
 
-QString sChiediNomeArchivio(const QString& sDir, const QString& sPrompt, const QString& sExt) {
+QString sChiediNomeArchivio(const QString& sDir, const QString& sPrompt, const QString& sExt,
+                            const QString& sVecchio) {
+  const QString former = sVecchio.isEmpty() ? QString() : sFileEsatto(sDir + sVecchio);
   for (;;) {
     const QString typed = sChiedi(sPrompt, {}, kLongestName).trimmed();
     if (typed.isEmpty()) return {};
@@ -40,7 +42,7 @@ QString sChiediNomeArchivio(const QString& sDir, const QString& sPrompt, const Q
                .arg(sExt),
            0);
     }
-    const bool taken = QFileInfo::exists(sFileEsatto(sDir + name + sExt));
+    const bool taken = platform::isTaken(sFileEsatto(sDir + name + sExt), former);
     if (taken) iMsg(QStringLiteral("Nome archivio gia' esistente!"), 0);
     if (valid && !taken) return name + sExt;
   }

@@ -8,8 +8,9 @@ namespace tavolix {
 bool bNomeArchivioValido(const QString& sNome);
 // What was typed, without blanks around it and without the extension.
 QString sSenzaEstensione(const QString& sDigitato, const QString& sExt);
-// Asks until the name of a new archive in a folder is good; with the extension, empty if the user
-// gave up.
-QString sChiediNomeArchivio(const QString& sDir, const QString& sPrompt, const QString& sExt);
+// Asks until the new name of an archive in a folder is good; with the extension, empty if the user
+// gave up. The archive that is to get it, if it is there already, may have it in another case.
+QString sChiediNomeArchivio(const QString& sDir, const QString& sPrompt, const QString& sExt,
+                            const QString& sVecchio = {});
 
 }  // namespace tavolix

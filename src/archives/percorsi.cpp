@@ -1,9 +1,11 @@
 #include "archives/percorsi.h"
 
 #include <QDir>
+#include <algorithm>
 
 #include "core/modini.h"
 #include "core/modutil.h"
+#include "platform/file_system.h"
 #include "platform/system_path.h"
 #include "store/failure.h"
 
@@ -27,10 +29,16 @@ QString closed(const QString& folder, const QString& separator) {
 }
 
 qsizetype nameAt(const QString& path) {
-  return path.size() - sNomeFile(path).size();
+  return path.size() - sNomeArchivio(path).size();
 }
 
 }  // namespace
+
+QString sNomeArchivio(const QString& sPath) {
+  const bool hasDrive = sPath.size() > 1 && sPath[1] == u':' && sPath[0].isLetter();
+  const qsizetype separator = std::max(sPath.lastIndexOf(u'/'), sPath.lastIndexOf(u'\\'));
+  return sPath.mid(std::max<qsizetype>(separator + 1, hasDrive ? 2 : 0));
+}
 
 QString sCartellaMostrata(const QString& sPath) {
   if (sPath.trimmed().isEmpty()) return {};
@@ -39,9 +47,9 @@ QString sCartellaMostrata(const QString& sPath) {
 }
 
 QString sPercorsoScritto(const QString& sMostrato, const QString& sPrecedente) {
-  const QString name = sNomeFile(sMostrato);
+  const QString name = sNomeArchivio(sMostrato);
   const QString folder = sMostrato.left(nameAt(sMostrato));
-  const bool same = sNomeFile(sPrecedente) == name &&
+  const bool same = sNomeArchivio(sPrecedente) == name &&
                     sCartellaMostrata(sPrecedente.left(nameAt(sPrecedente))) == folder;
   if (same || (name.isEmpty() && sCartellaMostrata(sPrecedente) == folder)) return sPrecedente;
   if (!sPrecedente.contains(u'\\')) return sMostrato;
@@ -52,7 +60,7 @@ QString sFileEsatto(const QString& sPath) {
   const QString folder = sPath.left(nameAt(sPath));
   const QString system = platform::systemPath(folder.isEmpty() ? QStringLiteral(".") : folder);
   if (system.isEmpty()) return {};
-  return closed(system, QStringLiteral("/")) + sNomeFile(sPath);
+  return closed(system, QStringLiteral("/")) + sNomeArchivio(sPath);
 }
 
 void RichiediDisco(const QString& sPath) {
@@ -72,6 +80,19 @@ QString sCartellaArchivi() {
 QString sEstensioneArchivi() {
   QString extension;
   return bLeggiStr(QStringLiteral("db_Ext"), extension) ? extension : QStringLiteral(".mdb");
+}
+
+QString sModello() {
+  QString source;
+  bLeggiStr(QStringLiteral("db_Source"), source);
+  return sCartellaProgramma() + u'\\' + source;
+}
+
+QStringList sElencoArchivi(const QString& sDir, const QString& sExt) {
+  QStringList names = platform::listFiles(sDir + u'*' + sExt);
+  const QString source = sModello();
+  names.removeIf([&](const QString& name) { return platform::isSameFile(sDir + name, source); });
+  return names;
 }
 
 QString sCartellaCopie(const QString& sAltrimenti) {

@@ -97,7 +97,7 @@ void DiRiparazione(const store::RepairReport& report, const QString& sPath) {
   if (report.isSound || result.isEmpty()) return;
   const QString file = sFileEsatto(sPath) + QStringLiteral(".recupero.txt");
   const bool written =
-      ignorando([&] { writeText(file, sRapportoRiparazione(report, sNomeFile(sPath))); });
+      ignorando([&] { writeText(file, sRapportoRiparazione(report, sNomeArchivio(sPath))); });
   const QString list = written ? QStringLiteral("L'elenco e' nel file %1")
                                : QStringLiteral("L'elenco non si e' potuto scrivere nel file %1");
   const QString text = QStringLiteral(

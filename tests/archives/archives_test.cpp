@@ -153,9 +153,17 @@ TEST_F(Archives, AreNotAnyFiles) {
   folder_.writeFile("testo.tvx", "Questo non e' un archivio.\n");
   QDir(folder_.path()).mkdir("cartella.tvx");
   store::CreateDatabase(folder_.path("senza.tvx"), "CREATE TABLE MAIN (ID INTEGER)")->Close();
+  QFile::copy(folder_.path("esempio.tvx"), folder_.path("guasto.tvx"));
+  const int page =
+      folder_.found("SELECT rootpage FROM sqlite_schema WHERE name = 'CFG_1u'").toInt();
+  QFile damaged(folder_.path("guasto.tvx"));
+  ASSERT_TRUE(damaged.open(QIODevice::ReadWrite) && damaged.seek((page - 1) * 4096 + 2000));
+  damaged.write("guasto");
+  damaged.close();
   const char* const cases[][3] = {
       {"testo.tvx", "", "Errore nr.3343:Il file non e' un archivio riconosciuto"},
       {"senza.tvx", " 65552 Si e' verificato un errore", "Errore nr.3078:"},
+      {"guasto.tvx", "Procedura: modManArc!bConfRead", "Errore nr.3428:"},
   };
   for (const auto& [name, told, described] : cases) {
     for (const char* key : {"db_LastOpen", "db_DefaultOpen"}) folder_.set("ManArc", key, "-1");
@@ -216,8 +224,9 @@ TEST_F(Archives, AreMadeReadyForUse) {
 }
 
 TEST_F(Archives, AreAskedForUntilOneFitsOrTheUserGivesUp) {
-  folder_.outside("UPDATE CFG SET nVal = 2 WHERE dsc = 'DB_VERSION'", "modello.tvx");
-  // The list's rows: esempio.tvx, modello.tvx.
+  // The list's rows: esempio.tvx, nuovo.tvx. The template is not there.
+  QFile::copy(folder_.path("modello.tvx"), folder_.path("nuovo.tvx"));
+  folder_.outside("UPDATE CFG SET nVal = 2 WHERE dsc = 'DB_VERSION'", "nuovo.tvx");
   const auto choose = [&](int row) {
     user_.in("frmManArc", [row] {
       for (int i = 0; i < row; ++i) User::press(Qt::Key_Down);
@@ -225,9 +234,9 @@ TEST_F(Archives, AreAskedForUntilOneFitsOrTheUserGivesUp) {
     });
   };
   const std::tuple<int, const char*, std::vector<int>, bool> cases[] = {
-      {1, "modello.tvx", {0}, false},
+      {1, "nuovo.tvx", {0}, false},
       {2, "assente.tvx", {1, 0}, true},
-      {2, "modello.tvx", {}, true},
+      {2, "nuovo.tvx", {}, true},
   };
   for (const auto& [mode, path, rows, tells] : cases) {
     for (const int row : rows) choose(row);

@@ -6,12 +6,15 @@
 #include <QPushButton>
 
 #include "archives/copie_sicurezza.h"
+#include "archives/file_archivio.h"
 #include "archives/frmsceltadir.h"
 #include "archives/modmanarc.h"
 #include "archives/nome_archivio.h"
 #include "archives/percorsi.h"
 #include "archives/rapporto_riparazione.h"
 #include "archives/unita.h"
+#include "core/errore.h"
+#include "core/modini.h"
 #include "core/program_folder.h"
 #include "platform/file_system.h"
 #include "platform/form.h"
@@ -48,6 +51,12 @@ TEST(Percorsi, KeepTheirSpellingInTheSettings) {
   for (const auto& [shown, before, after] : written) {
     EXPECT_EQ(sPercorsoScritto(shown, before), QString(after)) << shown << ' ' << before;
   }
+  const std::pair<const char*, const char*> names[] = {{"/x/a:b.tvx", "a:b.tvx"},
+                                                       {"/x:y/b.tvx", "b.tvx"},
+                                                       {"A:b.tvx", "b.tvx"},
+                                                       {"A:\\x\\b.tvx", "b.tvx"},
+                                                       {"ab:c", "ab:c"}};
+  for (const auto& [path, name] : names) EXPECT_EQ(sNomeArchivio(path), QString(name)) << path;
   EXPECT_EQ(sCartellaMostrata("C:\\media\\x"), QString("/media/x/"));
   EXPECT_EQ(sCartellaMostrata("a:\\copie"), QString("a:\\copie\\"));
   EXPECT_EQ(sCartellaMostrata(" "), QString());
@@ -148,10 +157,13 @@ TEST_F(Files, AskForANameUntilItIsGood) {
     QStringList typed;
     const char* name;
     QString told;
+    const char* former = "";
   } cases[] = {
       {{""}, "", ""},
       {{" Casa "}, "Casa.tvx", ""},
-      {{"Esempio.TVX"}, "Esempio.tvx", ""},  // another name here, as case tells files apart
+      {{"Esempio.TVX", ""}, "", taken},
+      {{"Esempio", "B"}, "B.tvx", taken, "altro.tvx"},
+      {{"esempio", "Esempio"}, "Esempio.tvx", taken, "esempio.tvx"},
       {{"esempio", "a.b", "à", "Casa.tvx"},
        "Casa.tvx",
        taken + '|' + invalid + '|' + invalid + '|' + taken},
@@ -160,7 +172,7 @@ TEST_F(Files, AskForANameUntilItIsGood) {
   for (const auto& c : cases) {
     for (const QString& text : c.typed) user_.types("frmAsk", text);
     answer({1, 1, 1, 1});
-    EXPECT_EQ(sChiediNomeArchivio(folder_.path() + '/', "Nome", ".tvx"), QString(c.name));
+    EXPECT_EQ(sChiediNomeArchivio(folder_.path() + '/', "Nome", ".tvx", c.former), QString(c.name));
     EXPECT_EQ(told(), c.told);
   }
   user_.in("frmAsk", [] {
@@ -227,6 +239,36 @@ TEST_F(Files, AreCopiedOrLeftAsTheyWere) {
     EseguiCopiaSicur(own, folder_.path("copie/tre.tvx"), true);
     EXPECT_EQ(told(), shut + '|' + shut);
   }
+}
+
+// Whatever is done to a file: a log of another one beside it is set aside, and told.
+TEST_F(Files, AreRidOfForeignJournals) {
+  const QString own = folder_.path("esempio.tvx"), other = folder_.path("altro.tvx");
+  const std::function<void()> works[] = {
+      [&] { CopiaArchivio(own, other, "Copia"); }, [&] { CopiaArchivio(other, own, "Copia"); },
+      [&] { RiparaArchivio(own); }, [&] { ComprimiArchivio(own); },
+      [&] { RinominaArchivio(own, folder_.path("nuovo.tvx")); }};
+  for (const auto& work : works) {
+    folder_.writeFile("esempio.tvx-wal", "di un altro");
+    answer({platform::kOk});
+    work();
+    EXPECT_EQ(told(), QString("Accanto all'archivio c'era un gior")) << &work - works;
+    EXPECT_FALSE(QFile::exists(own + "-wal"));
+  }
+  EXPECT_EQ(bytes("esempio.tvx-wal.scartato-5"), "di un altro");
+}
+
+TEST_F(Files, AreNotRepairedWithoutTheTemplate) {
+  QFile file(folder_.path("esempio.tvx"));
+  ASSERT_TRUE(file.open(QIODevice::ReadWrite) && file.seek(5000));
+  file.write("guasto");
+  file.close();
+  QFile::remove(folder_.path("modello.tvx"));
+  ImpostaFileIni(folder_.path("tvx.ini"));
+  ImpostaSezioneIni("ManArc");
+  const auto failure = fallimentoDi([&] { RiparaArchivio(folder_.path("esempio.tvx")); });
+  ASSERT_TRUE(failure);
+  EXPECT_TRUE(failure->description().endsWith("modello.tvx")) << qPrintable(failure->description());
 }
 
 TEST_F(Files, TellHowFarTheyAreAndCanBeBrokenOff) {

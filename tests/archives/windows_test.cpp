@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QLabel>
 #include <QListWidget>
+#include <QMessageBox>
 #include <QRadioButton>
 
 #include "archives/codice_accesso.h"
@@ -135,13 +136,17 @@ TEST_F(Windows, TheManagerMakesNamesCopiesAndDeletesArchives) {
     EXPECT_TRUE(list()->isVisible() && enabled("cmdAprire"));
     EXPECT_EQ(info(), QString(" Archivio selezionato: Casa.tvx (%1 bytes)")
                           .arg(QLocale().toString(platform::fileLength("modello.tvx"))));
-    nameBy("cmdDuplica", "casa", "Nome del nuovo archivio ");
+    nameBy("cmdDuplica", "copia", "Nome del nuovo archivio ");
     nameBy("cmdDuplica", "", "Nome del nuovo archivio ");
-    EXPECT_EQ(names(), QString("[casa.tvx] Casa.tvx"));
-    nameBy("cmdRinominare", "Altra.tvx", "Nuovo nome arc. casa.tvx");
+    EXPECT_EQ(names(), QString("[Casa.tvx] copia.tvx"));
+    list()->setCurrentRow(1);
+    nameBy("cmdRinominare", "altra.tvx", "Nuovo nome arc. copia.tvx");
+    nameBy("cmdRinominare", "Altra", "Nuovo nome arc. altra.tvx");
     EXPECT_EQ(names(), QString("[Altra.tvx] Casa.tvx"));
-    answer(kNo);
     User::press(Qt::Key_Delete);
+    EXPECT_EQ(lastMessage(), QString());
+    answer(kNo);
+    User::click("frmManArc", "cmdEliminare");
     EXPECT_EQ(lastMessage(),
               QString("Sei veramente sicuro di volere eliminare l'archivio Altra.tvx "
                       "con tutti i dati in esso contenuti?"));
@@ -205,6 +210,11 @@ TEST_F(Windows, CopiesAreMadeAndPutBack) {
     EXPECT_EQ(folder_.found("SELECT count(*) FROM CFG", "archivi/Casa.tvx"), QString("3"));
     EXPECT_EQ(restore("copie/altra.tvx", {kOk}), back);
     EXPECT_EQ(inFolder("archivi"), QString("altra.tvx Casa.tvx"));
+    QFile::rename(folder_.path("copie/altra.tvx"), folder_.path("copie/casa.tvx"));
+    folder_.outside("DELETE FROM CFG", "archivi/Casa.tvx");
+    EXPECT_EQ(restore("copie/casa.tvx", {kYes, kOk}), back);
+    EXPECT_EQ(folder_.found("SELECT count(*) FROM CFG", "archivi/Casa.tvx"), QString("3"));
+    EXPECT_EQ(inFolder("archivi"), QString("altra.tvx Casa.tvx"));
     EXPECT_EQ(restore("", {}), QString());
     CommonDialogSeam::setNextPath(folder_.path("archivi/Casa.tvx"));
     answer(kOk);
@@ -223,6 +233,23 @@ TEST_F(Windows, CopiesAreMadeAndPutBack) {
   });
   FrmCopieSicurezza().SetPath(folder_.path("esempio.tvx"));
   FrmCopieSicurezza().ShowModal(nullptr);
+  // Nothing is asked before an older copy is replaced.
+  CommonDialogSeam::reset();
+  user_.clicks("frmCopieSicurezza", "cmdManuale");
+  user_.in("QFileDialog", [&] {
+    auto* dialog = QApplication::activeModalWidget();
+    dialog->findChild<QLineEdit*>("fileNameEdit")->setText(folder_.path("copie/casa.tvx"));
+    QTimer::singleShot(500, dialog, [] {
+      auto* question = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      if (question == nullptr) return;
+      ADD_FAILURE() << qPrintable(question->text());
+      question->reject();
+    });
+    answer(kOk);
+    User::press(Qt::Key_Return);
+  });
+  FrmCopieSicurezza().ShowModal(nullptr);
+  EXPECT_EQ(lastMessage(), QString("Copia di sicurezza eseguita!"));
 }
 
 TEST_F(Windows, CodesAreAskedAndChanged) {

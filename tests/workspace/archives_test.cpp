@@ -28,14 +28,15 @@ TEST_F(ArchiveCommands, CloseTheArchiveAndTakeItUpAgain) {
   EXPECT_EQ(inFile, QString("1"));
   EXPECT_EQ(shown(), before);
   EXPECT_TRUE(dbArc->IsOpen() && list()->RecordCount() > 0);
-  // Another one, then given up.
+  // Another one, then given up. The template is not offered.
+  QFile::copy(folder_.path("modello.tvx"), folder_.path("fine.tvx"));
   inForm(
       "frmManArc", [] { action("mnuGestArc")->trigger(); }, [] { press("End Return"); });
-  EXPECT_EQ(shown(), QString("modello.tvx 0 records"));
+  EXPECT_EQ(shown(), QString("fine.tvx 0 records"));
   inForm(
       "frmManArc", [] { action("mnuGestArc")->trigger(); }, [] { press("Escape"); });
-  EXPECT_EQ(shown(), QString("modello.tvx 0 records"));
-  EXPECT_EQ(folder_.setting("ManArc", "db_LastNameOpen"), folder_.path("modello.tvx"));
+  EXPECT_EQ(shown(), QString("fine.tvx 0 records"));
+  EXPECT_EQ(folder_.setting("ManArc", "db_LastNameOpen"), folder_.path("fine.tvx"));
 }
 
 // Whatever is damaged: an offer to repair it, and a start that asks.
@@ -49,6 +50,7 @@ TEST_F(ArchiveCommands, OfferToRecoverWhatCannotBeOpened) {
     inForm(
         "frmRecupero", [&] { EXPECT_FALSE(start("guasto.tvx")); }, [] {});
     EXPECT_EQ(folder_.setting("ManArc", "db_LastOpen"), QString("0")) << table;
+    EXPECT_TRUE(message().endsWith("Procedura: modMain!bApriDB")) << table;
     end();
   }
 }
