@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
+#include "archives/file_archivio.h"
 #include "core/errore.h"
 #include "core/modutil.h"
 #include "platform/file_system.h"
@@ -34,6 +35,7 @@ constexpr const char* kLaidDown = ".installati";
 constexpr const char* kFiles = "File";
 
 const QString kSettings = QStringLiteral("tvx.ini");
+const QString kTemplate = QStringLiteral("modello.tvx");
 
 // Settings that are the program's, not the user's.
 constexpr const char* kOwnKeys[] = {"db_Ext",         "db_Source", "db_version",
@@ -64,6 +66,20 @@ void renewKeys(const QString& from, const QString& to, bool all) {
   }
 }
 
+// What somebody has written into the template stays, under another name.
+void setAside(const QString& target, const QString& laidDown, const QString& now) {
+  const QString content = contentOf(target);
+  if (content == laidDown || content == now) return;
+  const QFileInfo file(target);
+  const QString name = file.dir().filePath(file.completeBaseName() +
+                                           QStringLiteral(" (vecchio%1).") + file.suffix());
+  QString kept = name.arg(QString());
+  for (int number = 2; QFileInfo::exists(kept); ++number) {
+    kept = name.arg(u' ' + QString::number(number));
+  }
+  RinominaArchivio(target, kept);
+}
+
 void layDown(const QFileInfo& file, const QDir& folder) {
   const QString record = folder.filePath(QString::fromLatin1(kLaidDown));
   const QString section = QString::fromLatin1(kFiles);
@@ -75,9 +91,12 @@ void layDown(const QFileInfo& file, const QDir& folder) {
   const bool isWanted = isUsers(name) ? !isThere && before.isEmpty() : !isThere || before != now;
   // The copy gets its name once it is whole: a start that is cut short leaves nothing that the
   // next one would take for a file of the user.
-  if (isWanted) ignorando([&] { platform::copyFile(file.filePath(), target); });
+  const bool isDone = !isWanted || ignorando([&] {
+    if (isThere && name == kTemplate) setAside(target, before, now);
+    platform::copyFile(file.filePath(), target);
+  });
   if (name == kSettings) renewKeys(file.filePath(), target, before != now);
-  if (before != now) platform::writeString(record, section, name, now);
+  if (isDone && before != now) platform::writeString(record, section, name, now);
 }
 
 }  // namespace

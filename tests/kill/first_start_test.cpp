@@ -83,6 +83,7 @@ TEST(FirstStart, LaysFilesDown) {
   start();
   EXPECT_EQ(contentOf(own("esempio.tvx")), "cambiato");
   EXPECT_EQ(contentOf(own("modello.tvx")), "modello 2");
+  EXPECT_FALSE(QFile::exists(own("modello (vecchio).tvx")));
   EXPECT_TRUE(
       contentOf(own("tvx.ini")).contains("RacAvvio=3\n[ManArc]\ndb_version=2\ndb_Ext=.tvx"));
   for (const char* name : {"esempio.tvx", "modello.tvx", "tvx.ini"}) QFile::remove(own(name));
@@ -91,6 +92,16 @@ TEST(FirstStart, LaysFilesDown) {
   EXPECT_EQ(contentOf(own("modello.tvx")), "modello 2");
   EXPECT_FALSE(contentOf(own("tvx.ini")).contains("RacAvvio"));
   EXPECT_TRUE(contentOf(own("tvx.ini")).contains("db_version=2"));
+  // What was written into the template outlives it.
+  for (const char* number : {"3", "4"}) {
+    write(own("modello.tvx"), QByteArray("libri ") + number);
+    start();
+    write(installed("modello.tvx"), QByteArray("modello ") + number);
+    start();
+    EXPECT_EQ(contentOf(own("modello.tvx")), QByteArray("modello ") + number);
+  }
+  EXPECT_EQ(contentOf(own("modello (vecchio).tvx")), "libri 3");
+  EXPECT_EQ(contentOf(own("modello (vecchio 2).tvx")), "libri 4");
 }
 
 }  // namespace
