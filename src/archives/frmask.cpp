@@ -1,13 +1,13 @@
 #include "archives/frmask.h"
 
 #include <QDialog>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
 
 #include "core/dialogo.h"
 #include "platform/handlers.h"
-#include "platform/push_button.h"
 #include "platform/screen_room.h"
 #include "platform/text_box.h"
 
@@ -34,15 +34,11 @@ QWidget* frmAsk::build() {
   lblAsk->setTextFormat(Qt::PlainText);
   lblAsk->setWordWrap(true);
   lblAsk->setBuddy(txtAsk);
-  auto* buttons = new QHBoxLayout;
-  buttons->addStretch(1);
-  buttons->addWidget(platform::newButton({"cmdConferma", "&Conferma"}, window));
-  buttons->addWidget(platform::newButton({"cmdAnnulla", "&Annulla"}, window));
   auto* column = new QVBoxLayout(window);
   column->addWidget(lblAsk);
   column->addWidget(txtAsk);
   column->addStretch(1);
-  column->addLayout(buttons);
+  column->addLayout(rigaConferma(window));
   return window;
 }
 

@@ -59,12 +59,9 @@ QGroupBox* newOptions(const char* title, const Opzione (&options)[2], QWidget* w
 }
 
 QHBoxLayout* newButtons(QWidget* window) {
-  auto* row = new QHBoxLayout;
-  row->addWidget(
-      platform::newButton({"cmdImpostazioniArchivi", "Configura apertura archivi ..."}, window));
-  row->addStretch(1);
-  row->addWidget(platform::newButton({"cmdConferma", "&Conferma"}, window));
-  row->addWidget(platform::newButton({"cmdAnnulla", "&Annulla"}, window));
+  QHBoxLayout* row = rigaConferma(window);
+  row->insertWidget(
+      0, platform::newButton({"cmdImpostazioniArchivi", "Configura apertura archivi ..."}, window));
   return row;
 }
 

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QDir>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
@@ -43,14 +44,6 @@ QLabel* newLabel(const char* text, QWidget* buddy) {
   return label;
 }
 
-QHBoxLayout* newButtons(QWidget* window) {
-  auto* row = new QHBoxLayout;
-  row->addStretch(1);
-  row->addWidget(platform::newButton({"cmdConferma", "&Conferma"}, window));
-  row->addWidget(platform::newButton({"cmdAnnulla", "&Annulla"}, window));
-  return row;
-}
-
 }  // namespace
 
 QStringList sSottocartelle(const QString& sDir, const QString& sVerso) {
@@ -82,7 +75,7 @@ QWidget* frmSceltaDir::build() {
   column->addWidget(newLabel("&Directory:", lstDir));
   column->addWidget(lstDir, 1);
   column->addWidget(lblDir);
-  column->addLayout(newButtons(window));
+  column->addLayout(rigaConferma(window));
   const QSize wanted(platform::widthOfCharacters(window, kCharacters.width()),
                      window->fontMetrics().lineSpacing() * kCharacters.height());
   window->resize(wanted.boundedTo(platform::roomOnScreen()));

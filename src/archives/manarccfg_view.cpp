@@ -4,10 +4,12 @@
 #include <QDialog>
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
 
+#include "core/dialogo.h"
 #include "platform/drop_down.h"
 #include "platform/fitting_area.h"
 #include "platform/option_button.h"
@@ -85,14 +87,6 @@ QGroupBox* newFolders(QWidget* window) {
   return group;
 }
 
-QHBoxLayout* newButtons(QWidget* window) {
-  auto* row = new QHBoxLayout;
-  row->addStretch(1);
-  row->addWidget(platform::newButton({"cmdConferma", "&Conferma"}, window));
-  row->addWidget(platform::newButton({"cmdAnnulla", "&Annulla"}, window));
-  return row;
-}
-
 }  // namespace
 
 QWidget* buildManArcCfgWindow() {
@@ -111,7 +105,7 @@ QWidget* buildManArcCfgWindow() {
   content->addStretch(1);
   auto* column = new QVBoxLayout(window);
   column->addWidget(area, 1);
-  column->addLayout(newButtons(window));
+  column->addLayout(rigaConferma(window));
   platform::fitToScreen(*window);
   return window;
 }

@@ -1,8 +1,11 @@
 #include "core/dialogo.h"
 
 #include <QAbstractButton>
+#include <QHBoxLayout>
+#include <QPushButton>
 
 #include "core/modutil.h"
+#include "platform/push_button.h"
 
 namespace tavolix {
 
@@ -13,6 +16,14 @@ void PreparaDialogo(platform::Form& form) {
       Qt::SingleShotConnection);
   auto* help = form.Window()->findChild<QAbstractButton*>(QStringLiteral("cmdAiuto"));
   if (help != nullptr) CollegaAiuto(*help);
+}
+
+QHBoxLayout* rigaConferma(QWidget* window) {
+  auto* row = new QHBoxLayout;
+  row->addStretch(1);
+  row->addWidget(platform::newButton({"cmdConferma", "&Conferma"}, window));
+  row->addWidget(platform::newButton({"cmdAnnulla", "&Annulla"}, window));
+  return row;
 }
 
 }  // namespace tavolix

@@ -2,10 +2,15 @@
 
 #include "platform/form.h"
 
+class QHBoxLayout;
+
 namespace tavolix {
 
 // What all dialogs have, once their window is loaded: until it is unloaded it stands in the
 // register of open forms, and its help button, if there is one, asks for the guide.
 void PreparaDialogo(platform::Form& form);
+
+// The row of buttons under what a dialog asks for: cmdConferma and cmdAnnulla, at its right end.
+QHBoxLayout* rigaConferma(QWidget* window);
 
 }  // namespace tavolix
