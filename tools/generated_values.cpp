@@ -64,7 +64,7 @@ RecordMaker::Maker RecordMaker::makerOf(const store::FieldInfo& column) {
         return record.random.between(firstDayOf(1975), firstDayOf(2026) - 1);
       };
     case store::FieldKind::Time:
-      return [](NewRecord& record) { return record.random.between(60, 3 * 3600); };
+      return [](NewRecord& record) { return record.random.between(60, 10800); };
     case store::FieldKind::YesNo:
       return [](NewRecord& record) { return record.random.chance(50) ? -1 : 0; };
     case store::FieldKind::Text:

@@ -20,7 +20,9 @@ class SampleLoader final {
   void loadAll() {
     for (int i = 0; i < kRaccoltePrincipali; ++i) loadRecords(i);
     for (int i = 0; i < kRaccoltePrincipali; ++i) {
-      if (aRaccolte(i).iSottoRaccolta >= 0) loadChildren(aRaccolte(i).iSottoRaccolta, keys_[i]);
+      if (aRaccolte(i).iSottoRaccolta >= 0) {
+        loadChildren(aRaccolte(i).iSottoRaccolta, keys_[static_cast<std::size_t>(i)]);
+      }
     }
     writer_.saveCounter();
   }

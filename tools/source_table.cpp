@@ -114,7 +114,7 @@ QVariant SourceTable::value(qsizetype row, int column, const store::FieldInfo& f
   if (cell.isEmpty()) return field.kind == store::FieldKind::YesNo ? QVariant(0) : QVariant();
   for (const Kind& kind : kKinds) {
     if (kind.kind != field.kind) continue;
-    const QVariant value = kind.convert(cell);
+    QVariant value = kind.convert(cell);
     if (!value.isValid()) {
       reject(row, column, QStringLiteral("%1: %2").arg(QString::fromUtf8(kind.expected), cell));
     }

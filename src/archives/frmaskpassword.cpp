@@ -66,7 +66,7 @@ QString frmAskPassword::sChiediCodice(const QString& sRichiesta, const QString& 
   txtCodice->setAccessibleName(sRichiesta.trimmed());
   txtCodice->clear();
   ShowModal(nullptr);
-  const QString code = txtCodice->text().trimmed().toUpper();
+  QString code = txtCodice->text().trimmed().toUpper();
   Unload();
   return code;
 }

@@ -73,7 +73,7 @@ class Reader final {
     return has(name) ? attributes_.value(QLatin1String(name)).toString() : otherwise;
   }
   QString needed(const char* name) {
-    const QString value = text(name).trimmed();
+    QString value = text(name).trimmed();
     if (value.isEmpty()) fail(QStringLiteral("manca l'attributo \"%1\"").arg(QLatin1String(name)));
     return value;
   }

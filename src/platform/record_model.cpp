@@ -194,7 +194,7 @@ QVariant RecordModel::headerData(int section, Qt::Orientation orientation, int r
 QVariant RecordModel::valueAt(int row, int field) const {
   if (pausing_) return {};
   try {
-    const QVariant value = recordset_->ValueAt(row, field);
+    QVariant value = recordset_->ValueAt(row, field);
     if (locked_ > 0 && row == failedRow_) locked_ = 0;
     readSince_ = true;
     return value;

@@ -43,14 +43,15 @@ class Stream final {
   }
   // Of `size` bytes, with its sign.
   qint64 integer(int size) {
+    if (size < 1 || size > 8) return 0;
     quint64 number = 0;
     for (int i = 0; i < size; ++i) number = number << 8 | next();
     const int free = 64 - 8 * size;
-    return free == 64 ? 0 : static_cast<qint64>(number << free) >> free;
+    return static_cast<qint64>(number << free) >> free;
   }
   QByteArray bytes(qint64 size) {
     const qint64 some = std::min(size, left());
-    const QByteArray found(reinterpret_cast<const char*>(at_), some);
+    QByteArray found(reinterpret_cast<const char*>(at_), some);
     at_ += some;
     return found;
   }
@@ -115,7 +116,7 @@ std::vector<int> PageReader::cells(qint64 page) const {
   const int pointers = isInterior(*found) ? kInteriorHeader : kLeafHeader;
   const int begin = headerAt(page) + pointers + 2 * count;
   std::vector<int> places;
-  for (int i = 0; i < count; ++i) {
+  for (std::ptrdiff_t i = 0; i < count; ++i) {
     const int place = qFromBigEndian<quint16>(header + pointers + 2 * i);
     if (place >= begin && place < image_.usableSize()) places.push_back(place);
   }

@@ -31,7 +31,7 @@ bool PageTrees::takeFreePages() {
     ++found;
     const auto count = qFromBigEndian<quint32>(page + 4);
     if (count > static_cast<quint32>(image_.usableSize()) / 4 - 2) return false;
-    for (quint32 i = 0; i < count; ++i, ++found) {
+    for (std::size_t i = 0; i < count; ++i, ++found) {
       const auto leaf = qFromBigEndian<quint32>(page + 8 + 4 * i);
       if (leaf == 1 || !isFree(leaf)) return false;
       take(leaf);

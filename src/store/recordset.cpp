@@ -32,7 +32,7 @@ bool sameName(const QString& a, const QString& b) {
 
 // The value of a field as lists show it, in the query language.
 QString shownText(const FieldInfo& info) {
-  const QString name = u'[' + QString(info.name).replace(u'.', QStringLiteral("].[")) + u']';
+  QString name = u'[' + QString(info.name).replace(u'.', QStringLiteral("].[")) + u']';
   if (info.kind == FieldKind::YesNo) return QStringLiteral("IIf(%1, 'Sì', '')").arg(name);
   if (info.kind == FieldKind::Date) return QStringLiteral("DateText(%1)").arg(name);
   if (info.kind == FieldKind::Time) {

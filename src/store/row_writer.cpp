@@ -77,7 +77,7 @@ QVariant toKind(const QVariant& value, const FieldInfo& field) {
   if (field.kind == FieldKind::Text) return toText(value, field);
   if (value.typeId() == QMetaType::QString && value.toString().trimmed().isEmpty()) return {};
   if (value.typeId() == QMetaType::Bool) return value.toBool() ? -1LL : 0LL;
-  const QVariant number = toNumber(value, field);
+  QVariant number = toNumber(value, field);
   if (field.kind == FieldKind::YesNo) return number.toDouble() != 0.0 ? -1LL : 0LL;
   return number;
 }

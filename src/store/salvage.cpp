@@ -191,7 +191,8 @@ const Salvage::Entries& Salvage::entries(std::size_t index) const {
     for (const int cell : reader_.cells(page)) {
       auto entry = reader_.row(page, cell);
       if (entry && isEntry(*entry, shape_.indexes[index])) {
-        entries.insert(entry->values.back().integer, std::move(entry->values));
+        const qint64 key = entry->values.back().integer;
+        entries[key] = std::move(entry->values);
       }
     }
   };

@@ -193,11 +193,7 @@ class Parser {
   TableRef table() {
     TableRef result;
     result.name = name();
-    if (takeWord("AS")) {
-      result.alias = name();
-    } else if (isName(peek())) {
-      result.alias = name();
-    }
+    if (takeWord("AS") || isName(peek())) result.alias = name();
     return result;
   }
 

@@ -146,7 +146,7 @@ class PageBuilder {
     limitWidth(widget, box);
     if (box.kind == BoxKind::Check) {
       grid_->addWidget(widget, ++row_, kBox);
-    } else if (sharesRow(campo)) {
+    } else if (line_ != nullptr && sharesRow(campo)) {
       addHiddenLabel(campo, widget);
       addToRow(campo, box, widget);
     } else {
