@@ -5,17 +5,11 @@
 #include "model/campi.h"
 #include "model/raccolte.h"
 
-// The macro declares a function and works outside of namespaces only.
-static void loadSchema() {
-  Q_INIT_RESOURCE(archivio);
-}
-
 namespace tavolix {
 namespace {
 
 QByteArray schema() {
-  loadSchema();
-  QFile file(QStringLiteral(":/archivio/schema.sql"));
+  QFile file(QStringLiteral(":/archivio/archivio.sql"));
   file.open(QIODevice::ReadOnly);
   return file.readAll();
 }

@@ -13,11 +13,6 @@
 
 #include "platform/theme.h"
 
-// The macro declares a function and works outside of namespaces only.
-static void loadIconFiles() {
-  Q_INIT_RESOURCE(icons);
-}
-
 namespace platform {
 namespace {
 
@@ -29,14 +24,8 @@ constexpr double kDisabledOpacity = 0.45;
 constexpr QRgb kTitleBarText = 0xFF7D8794;
 constexpr QRgb kTitleBarAccent = 0xFF4A86C5;
 
-QString iconFolder() {
-  static const bool loaded = (loadIconFiles(), true);
-  Q_UNUSED(loaded)
-  return ":/icons/";
-}
-
 QString fileOf(const QString& name) {
-  return iconFolder() + name + ".svg";
+  return ":/icons/" + name + ".svg";
 }
 
 struct Ink {
@@ -135,7 +124,7 @@ QIcon windowIcon(const QString& name) {
 }
 
 QStringList iconNames() {
-  QStringList names = QDir(iconFolder()).entryList({"*.svg"}, QDir::Files, QDir::Name);
+  QStringList names = QDir(":/icons").entryList({"*.svg"}, QDir::Files, QDir::Name);
   for (QString& name : names) name.chop(4);
   return names;
 }
