@@ -7,6 +7,7 @@
 #include "archives/frmrecupero.h"
 #include "archives/modmanarc.h"
 #include "core/comandi.h"
+#include "core/dialogo.h"
 #include "core/errore.h"
 #include "core/modini.h"
 #include "core/modmain.h"
@@ -15,10 +16,6 @@
 
 namespace tavolix {
 namespace {
-
-platform::Form& FormMain() {
-  return platform::forms()[QStringLiteral("frmMain")];
-}
 
 void archiveSettings() {
   ImpostaFileIni(sCartellaProgramma() + QStringLiteral("\\tvx.ini"));
@@ -49,8 +46,7 @@ void mnuFileCopie_Click() {
   protetto("frmMain!FileCopie", [&] {
     archiveSettings();
     FrmCopieSicurezza().SetPath(former);
-    FrmCopieSicurezza().ShowModal(&FormMain());
-    FormMain().Show();
+    MostraDaMain(FrmCopieSicurezza());
     Cedi();
   });
   goOnOrEnd(bApriDB(2, former, false, false));
@@ -61,8 +57,7 @@ void mnuCodiceAccesso_Click() {
 }
 
 void mnuConfigurazione_Click() {
-  platform::forms()[QStringLiteral("frmConfig")].ShowModal(&FormMain());
-  FormMain().Show();
+  MostraDaMain(platform::forms()[QStringLiteral("frmConfig")]);
 }
 
 // clang-format off

@@ -18,6 +18,15 @@ void PreparaDialogo(platform::Form& form) {
   if (help != nullptr) CollegaAiuto(*help);
 }
 
+platform::Form& FormMain() {
+  return platform::forms()[QStringLiteral("frmMain")];
+}
+
+void MostraDaMain(platform::Form& form) {
+  form.ShowModal(&FormMain());
+  FormMain().Show();
+}
+
 QHBoxLayout* rigaConferma(QWidget* window) {
   auto* row = new QHBoxLayout;
   row->addStretch(1);

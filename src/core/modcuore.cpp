@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QTabWidget>
 
+#include "core/dialogo.h"
 #include "core/errore.h"
 #include "core/modmain.h"
 #include "core/modutil.h"
@@ -21,9 +22,6 @@ namespace {
 
 using platform::forms;
 
-platform::Form& frmMain() {
-  return forms()[QStringLiteral("frmMain")];
-}
 platform::Form& frmGrid() {
   return forms()[QStringLiteral("frmGrid")];
 }
@@ -98,13 +96,13 @@ void AggiornaRecordsetForm() {
 }
 
 void AggiornaBarraStato() {
-  frmMain()
+  FormMain()
       .Control(QStringLiteral("cmdBar(8)"))
       ->setEnabled(!aRaccolte(iRacCorr).sFiltro.isEmpty());
   // Beside a list the filter that it was made with counts, which may not be the one now in force.
   const bool filtered =
       dbElenco().Recordset() != nullptr ? bElencoFiltrato : !aRaccolte(iRacCorr).sFiltro.isEmpty();
-  showCount(*frmMain().control<QLabel>(QStringLiteral("lblStatus")), filtered);
+  showCount(*FormMain().control<QLabel>(QStringLiteral("lblStatus")), filtered);
 }
 
 void CollegaCampi(bool bCollega, int iRac) {

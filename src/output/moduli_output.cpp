@@ -1,6 +1,7 @@
 #include "output/moduli_output.h"
 
 #include "core/comandi.h"
+#include "core/dialogo.h"
 #include "core/errore.h"
 #include "core/modcuore.h"
 #include "core/modmain.h"
@@ -17,9 +18,6 @@ namespace {
 frmReport& FormReport() {
   return platform::forms().as<frmReport>(QStringLiteral("frmReport"));
 }
-platform::Form& FormMain() {
-  return platform::forms()[QStringLiteral("frmMain")];
-}
 
 // The list on the screen becomes the query that the reports of its collection read.
 void mnuFileStampe_Click() {
@@ -31,8 +29,7 @@ void mnuFileStampe_Click() {
     FormReport().ImpostaArchivio(sPathCompleto(sPathArc));
     FormReport().Carica(sPathCompleto(QStringLiteral("tvx.ini")),
                         QStringLiteral("REPORT_%1").arg(iRacCorr));
-    FormReport().ShowModal(&FormMain());
-    FormMain().Show();
+    MostraDaMain(FormReport());
   });
 }
 

@@ -117,7 +117,7 @@ void frmSub::Mostra(int iSub, int iPadre, qint64 lID) {
   const auto back = qScopeGuard([iPadre] { iRacCorr = iPadre; });
   Carica(iSub, iPadre);
   if (lID != 0 && rows()) rows()->FindFirst(QStringLiteral("ID = ") + QString::number(lID));
-  ShowModal(&platform::forms()[QStringLiteral("frmMain")]);
+  ShowModal(&FormMain());
 }
 
 QStackedLayout& frmSub::panels() {

@@ -45,7 +45,7 @@ std::optional<qint64> editTable(int iRac, int iCampo, qint64 lVoce, const QStrin
   form.CaricaTAB(iRac, iCampo);
   form.ImpostaValoreCorrente(lVoce);
   form.ProponiVoce(sDaAggiungere);
-  form.ShowModal(&platform::forms()[QStringLiteral("frmMain")]);
+  form.ShowModal(&FormMain());
   if (form.sValoreCorrente().isEmpty()) return std::nullopt;
   return form.lVoceCorrente();
 }
