@@ -3,6 +3,7 @@
 #include <QIcon>
 #include <cstdio>
 
+#include "analysis/moduli_analysis.h"
 #include "app/command_line.h"
 #include "app/program_folder.h"
 #include "archives/modmanarc.h"
@@ -66,6 +67,7 @@ int run(const QString& commandLine) {
   tavolix::RegistraFormAssist();
   tavolix::RegistraFormWorkspace();
   tavolix::RegistraFormQuery();
+  tavolix::RegistraFormAnalysis();
   tavolix::RegistraFormOutput();
   const bool started = tavolix::bAvvia(commandLine);
   const int result = started ? QApplication::exec() : 1;

@@ -45,6 +45,7 @@ class Verbo<Risultato(Argomenti...)> final {
 struct Verbi {
   Verbi() {
     ChiudiStampe = [] {};
+    MostraSuggerimenti = [](const QString&) {};
   }
 
   // Archives: how a file becomes the open archive. Mode 0 takes the archive from the settings, else
@@ -92,6 +93,8 @@ struct Verbi {
   // Assistance: makes a control blink in a colour of the 16-colour palette; another one stops.
   Verbo<void(QWidget* controllo, int colore, int millisecondi)> Lampeggia{"Lampeggia"};
   Verbo<void()> FermaLampeggio{"FermaLampeggio"};
+  // Shows the tips of a group until they are closed; nothing where there are none.
+  Verbo<void(const QString& sGruppo)> MostraSuggerimenti{"MostraSuggerimenti"};
 };
 
 Verbi& verbi();

@@ -4,6 +4,7 @@
 #include <QKeySequence>
 #include <QTimer>
 
+#include "analysis/moduli_analysis.h"
 #include "archives/modmanarc.h"
 #include "assist/frmbasic.h"
 #include "core/modmain.h"
@@ -52,6 +53,7 @@ void Desk::end() {
   RegistraFormAssist();
   RegistraFormWorkspace();
   RegistraFormQuery();
+  RegistraFormAnalysis();
   RegistraFormOutput();
 }
 

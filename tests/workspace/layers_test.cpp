@@ -11,7 +11,7 @@ namespace {
 // What a folder may include besides itself. The areas know nothing of each other; tests know what
 // they test and what lies below it.
 const QString kCore = "store platform model core";
-const QString kAll = kCore + " archives workspace query output assist";
+const QString kAll = kCore + " archives workspace query analysis output assist";
 const QMap<QString, QString> kUses = {{"src/store", ""},
                                       {"src/platform", "store"},
                                       {"src/model", "store"},
@@ -32,6 +32,7 @@ const QMap<QString, QString> kUses = {{"src/store", ""},
                                       {"tests/archives", kCore},
                                       {"tests/output", kCore},
                                       {"tests/workspace", kAll},
+                                      {"tests/analysis", kAll},
                                       {"tests/kill", kAll + " app harm"},
                                       {"tests/tools", "store model harm"},
                                       {"tests/harm", "store model tools"},

@@ -1,0 +1,7 @@
+#include "analysis/moduli_analysis.h"
+
+namespace tavolix {
+
+void RegistraFormAnalysis() {}
+
+}  // namespace tavolix
