@@ -156,8 +156,10 @@ void CompactInPlace(const QString& path, const Progress& progress) {
   UnfinishedFile compact(path);
   const qint64 total = archive.size();
   guarded([&] {
-    writeAnew(path, compact.path(),
-              [&] { return !progress || progress(std::min(compact.size(), total) / 2, total); });
+    writeAnew(path, compact.path(), [&] {
+      compact.startSync();
+      return !progress || progress(std::min(compact.size(), total) / 2, total);
+    });
   });
   compact.sync();
   verifyAnew(compact.path(), [&](qint64 done, qint64 size) {
