@@ -4,11 +4,11 @@
 #include <QTemporaryDir>
 #include <QThread>
 
+#include "archives/file_archivio.h"
 #include "child.h"
 #include "core/program_folder.h"
 #include "harm/chance.h"
 #include "store/database.h"
-#include "store/unfinished_file.h"
 #include "store/whole_file.h"
 
 namespace tavolix {
@@ -19,15 +19,15 @@ QByteArray contentOf(const QString& path) {
   return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-// A program that is killed while it copies, compacts or repairs leaves a whole archive, the old one
-// or the new one, and nothing that the next start does not clear.
+// A program that is killed while it does something to files leaves a whole archive, the old one or
+// the new one, and nothing that the next start does not clear.
 class KilledWork : public ::testing::Test {
  protected:
   QString path(const QString& name) const { return folder_.filePath(name); }
 
   void SetUp() override {
     const QString data = qEnvironmentVariable("TAVOLIX_DATA");
-    QFile::copy(data + "/modello.tvx", path("modello.tvx"));
+    for (const char* name : {"modello.tvx", "tvx.ini"}) QFile::copy(data + u'/' + name, path(name));
     for (const char* name : {"uno.tvx", "due.tvx"}) {
       QFile::copy(data + "/esempio.tvx", path(name));
       store::Outside file(path(name));
@@ -42,6 +42,10 @@ class KilledWork : public ::testing::Test {
     QFile file(path("guasto"));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write(damaged);
+    QDir(folder_.path()).mkdir("una");
+    QDir(folder_.path()).mkdir("altra");
+    ASSERT_TRUE(QFile::copy(path("uno.tvx"), path("una/casa.tvx")));
+    ASSERT_TRUE(QFile::copy(path("due.tvx"), path("altra/casa.tvx")));
     ASSERT_TRUE(QFile::copy(path("uno.tvx"), path("casa.tvx")));
   }
 
@@ -50,6 +54,18 @@ class KilledWork : public ::testing::Test {
     ASSERT_TRUE(child.waitForLines(1));
     QThread::usleep(static_cast<unsigned>(harm::below(random_, 300000)));
     ASSERT_TRUE(child.kill());
+  }
+
+  // A duplicate is as the archive; one that is renamed has either name.
+  void checkOther(const QString& work) {
+    if (!QFile::exists(path("altro.tvx"))) return;
+    EXPECT_EQ(QFile::exists(path("casa.tvx")), work == "duplicate");
+    if (work == "duplicate") {
+      EXPECT_TRUE(contentOf(path("altro.tvx")) == contentOf(path("casa.tvx")));
+      QFile::remove(path("altro.tvx"));
+    } else {
+      QFile::rename(path("altro.tvx"), path("casa.tvx"));
+    }
   }
 
   void checkArchive() {
@@ -80,17 +96,19 @@ class KilledWork : public ::testing::Test {
 
 TEST_F(KilledWork, LeavesAWholeArchive) {
   const int cases = harm::casesWanted(30);
-  int unfinished = 0;
+  const QStringList works{"backup", "restore", "duplicate", "rename", "compact", "repair"};
+  qsizetype unfinished = 0;
   for (int i = 0; i < cases; ++i) {
-    const QString work = QStringList{"copy", "compact", "repair"}[i % 3];
+    const QString& work = works[i % works.size()];
     SCOPED_TRACE(work.toStdString());
     ASSERT_NO_FATAL_FAILURE(killOnce(work));
-    unfinished += static_cast<int>(store::ClearLeftovers(folder_.path()).size());
+    unfinished += QDir(folder_.path()).entryList({"*.parziale-tvx"}, QDir::Files).size();
+    TogliResti(folder_.path());
+    checkOther(work);
     ASSERT_NO_FATAL_FAILURE(checkArchive());
     QFile::remove(path("posto"));
     const QStringList left = QDir(folder_.path()).entryList(QDir::Files | QDir::Hidden);
-    EXPECT_EQ(left, QStringList({"casa.tvx", "due.tvx", "guasto", "modello.tvx", "uno.tvx"}))
-        << qPrintable(left.join(' '));
+    EXPECT_EQ(left.join(' '), QString("casa.tvx due.tvx guasto modello.tvx tvx.ini uno.tvx"));
   }
   std::cout << cases << " kills, " << unfinished << " files left unfinished\n";
   EXPECT_GT(unfinished, 0);
