@@ -7,7 +7,7 @@ namespace tavolix {
 // The access code of an archive: a gate of the program, no encryption.
 
 // The code in capital letters, kSenzaCodice for an archive without one, empty if the archive holds
-// none of both or cannot be read (the user has been told). `sPwdDB` is the store's own password.
+// none of both or cannot be read (the user has been told).
 QString sLeggiCodiceAccesso(const QString& sPath);
 // Asks for the code, where the archive has one, at most twice. True if the archive may be opened.
 bool bRichiediPWD(const QString& sPath);

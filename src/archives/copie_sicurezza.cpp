@@ -1,5 +1,7 @@
 #include "archives/copie_sicurezza.h"
 
+#include <QFileInfo>
+
 #include "archives/file_archivio.h"
 #include "archives/percorsi.h"
 #include "archives/unita.h"
@@ -8,6 +10,7 @@
 #include "core/modmain.h"
 #include "core/modutil.h"
 #include "platform/file_system.h"
+#include "platform/system_path.h"
 
 namespace tavolix {
 namespace {
@@ -29,6 +32,17 @@ bool isReady(const QString& drive) {
   if (iMsg(text.arg(drive), 2) != 1) return false;
   AggiornaUnita(sPathCompleto(QStringLiteral("tvx.ini")));
   return true;
+}
+
+// Where a copy goes to: one that differs in the case of its name alone is the older copy of the
+// archive, unless beside that lies one of this very name.
+QString placeOfCopy(const QString& source, const QString& destination) {
+  const QString exact = sFileEsatto(destination);
+  QString found = platform::systemPath(exact);
+  const QString name = sNomeArchivio(found);
+  if (name == sNomeArchivio(exact) || bStessoFile(found, source)) return found;
+  const QString folder = source.chopped(sNomeArchivio(source).size());
+  return QFileInfo::exists(folder + name) ? exact : found;
 }
 
 // What became of an attempt.
@@ -100,7 +114,8 @@ void EseguiCopiaSicur(QString sOrigine, QString sDestinazione, bool bAvvisi) {
   sOrigine = sOrigine.trimmed();
   sDestinazione = sDestinazione.trimmed();
   if (sOrigine.isEmpty() || sDestinazione.isEmpty()) return;
-  if (bStessoFile(sFileEsatto(sDestinazione), sFileEsatto(sOrigine))) {
+  const QString source = sFileEsatto(sOrigine);
+  if (bStessoFile(placeOfCopy(source, sDestinazione), source)) {
     iMsg(QStringLiteral("Impossibile eseguire copie di sicurezza nella stessa directory del file "
                         "originale!"),
          0);
@@ -108,7 +123,9 @@ void EseguiCopiaSicur(QString sOrigine, QString sDestinazione, bool bAvvisi) {
   }
   const QString drive = sDestinazione.left(2).trimmed().toUpper();
   if (isFloppy(drive) && bAvvisi && !isReady(drive)) return;
-  if (copied(sOrigine, sDestinazione) && bAvvisi) {
+  // On a disk that may just have been put in.
+  const QString place = placeOfCopy(source, sDestinazione);
+  if (copied(sOrigine, place.isEmpty() ? sDestinazione : place) && bAvvisi) {
     iMsg(QStringLiteral("Copia di sicurezza eseguita!"), 0);
   }
 }

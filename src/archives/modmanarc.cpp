@@ -29,8 +29,6 @@
 namespace tavolix {
 namespace {
 
-QString sPwdDB;  // password of the record store; empty today
-
 // What became of a file that was tried.
 enum class Outcome { Accepted, Refused, Unusable };
 
@@ -143,13 +141,14 @@ Outcome tryArchive(const QString& sPath, store::DatabasePtr& db, int& iVersione,
   return Outcome::Unusable;
 }
 
+// The record store has no passwords: that of the call is left alone.
 bool openArchive(int iModo, const QString& sFileIni, const QString& sSezione,
-                 store::DatabasePtr& db, QString& sPath, int& iVersione, const QString& sCodiceDB,
+                 store::DatabasePtr& db, QString& sPath, int& iVersione, const QString&,
                  bool bControllaCodice) {
   ImpostaFileIni(sFileIni);
   ImpostaSezioneIni(sSezione);
-  sPwdDB = sCodiceDB;
   AggiornaUnita(sFileIni);
+  TogliResti(sCartellaCopie(QStringLiteral(".\\copie")));
   if (iModo != 2) sPath.clear();
   if (iModo == 0) sPath = nameFromSettings();
   for (;;) {

@@ -201,13 +201,15 @@ TEST_F(Files, KnowOneFileByAllItsNames) {
 // Each way that a copy may end, told by messages and by what lies there afterwards.
 TEST_F(Files, AreCopiedOrLeftAsTheyWere) {
   const QString drive = "Inserire un dischetto formattato n", done = "Copia di sicurezza eseguita!";
-  const QString full = "Impossibile eseguire la copia: dis",
-                shut = "Disco protetto da scrittura: per s";
   const QString here = "Impossibile eseguire copie di sicu",
                 failed = "Si e' verificato un errore durante";
   folder_.writeFile("disco/vecchia.tvx", "vecchia");
-  QFile::link("/dev/full", folder_.path("pieno.tvx"));
   const QString own = folder_.path("esempio.tvx");
+  QFile::link(own, folder_.path("legame.tvx"));
+  ASSERT_EQ(::link(qPrintable(own), qPrintable(folder_.path("duro.tvx"))), 0);
+  // The backup of another archive, whose name differs in case.
+  folder_.writeFile("altro.tvx", "");
+  folder_.writeFile("disco/altro.tvx", "altro");
   using platform::kNo, platform::kYes, platform::kOk;
   const struct {
     QString from, to;
@@ -217,6 +219,11 @@ TEST_F(Files, AreCopiedOrLeftAsTheyWere) {
   } cases[] = {
       {own, folder_.path("copie/uno.tvx"), {kOk}, done, "copie/uno.tvx"},
       {own, folder_.path("disco/vecchia.tvx"), {kOk}, done, "disco/vecchia.tvx"},
+      {own, folder_.path("copie/UNO.tvx"), {kOk}, done, "copie/uno.tvx"},
+      {own, folder_.path("Esempio.tvx"), {kOk}, here, ""},
+      {own, folder_.path("legame.tvx"), {kOk}, here, ""},
+      {own, folder_.path("duro.tvx"), {kOk}, here, ""},
+      {own, folder_.path("disco/ALTRO.tvx"), {kOk}, done, "disco/ALTRO.tvx"},
       {own, "A:\\due.tvx", {kNo}, drive, ""},
       {own, "A:\\due.tvx", {kYes, kOk}, drive + '|' + done, "disco/due.tvx"},
       {own, "b:\\due.tvx", {kYes, kOk}, drive + '|' + failed, ""},
@@ -233,12 +240,24 @@ TEST_F(Files, AreCopiedOrLeftAsTheyWere) {
     EXPECT_TRUE(*c.copy == 0 || bytes(c.copy) == bytes("esempio.tvx")) << c.copy;
   }
   EXPECT_EQ(QDir(folder_.path("copie")).entryList(QDir::Files).join(' '), QString("uno.tvx"));
-  if (::geteuid() != 0) {
-    QFile::setPermissions(folder_.path("copie"), QFile::ReadOwner | QFile::ExeOwner);
-    answer({kOk, kOk});
-    EseguiCopiaSicur(own, folder_.path("copie/tre.tvx"), true);
-    EXPECT_EQ(told(), shut + '|' + shut);
-  }
+  EXPECT_EQ(bytes("disco/altro.tvx"), "altro");
+}
+
+// Root may write anywhere: for a moment the test is somebody else.
+TEST_F(Files, AreNotCopiedWhereNobodyMayWrite) {
+  const auto everybody = QFile::Permissions(0x5555);
+  QFile::setPermissions(folder_.path(), everybody);
+  QFile::setPermissions(folder_.path("copie"), everybody);
+  QFile::setPermissions(folder_.path("esempio.tvx"), everybody | QFile::Permissions(0x2222));
+  constexpr uid_t kNobody = 65534;
+  const bool isRoot = ::geteuid() == 0;
+  ASSERT_TRUE(!isRoot || ::seteuid(kNobody) == 0);
+  answer({platform::kOk, platform::kOk});
+  EseguiCopiaSicur(folder_.path("esempio.tvx"), folder_.path("copie/tre.tvx"), true);
+  ASSERT_TRUE(!isRoot || ::seteuid(0) == 0);
+  EXPECT_EQ(told(),
+            QString("Disco protetto da scrittura: per s|Disco protetto da scrittura: per s"));
+  EXPECT_TRUE(QDir(folder_.path("copie")).isEmpty());
 }
 
 // Whatever is done to a file: a log of another one beside it is set aside, and told.
