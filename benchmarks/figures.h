@@ -17,6 +17,7 @@ QVector<Figure> memoryFigures();
 QVector<Figure> listFigures();
 QVector<Figure> queryFigures();
 QVector<Figure> fileFigures();
+QVector<Figure> exportFigures();
 QVector<Figure> managerFigures();
 // Their scenes write to copies of the archive: one for the program, one for the plain engine, so
 // that neither makes the other read its pages again.

@@ -13,7 +13,8 @@ using namespace bench;
 
 QVector<Figure> allFigures() {
   return windowFigures() + rowFigures() + fieldFigures() + newRecordFigures() + deletionFigures() +
-         listFigures() + queryFigures() + fileFigures() + managerFigures() + memoryFigures();
+         listFigures() + queryFigures() + fileFigures() + exportFigures() + managerFigures() +
+         memoryFigures();
 }
 
 QVector<Figure> chosen(const QString& name) {

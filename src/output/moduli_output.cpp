@@ -8,6 +8,7 @@
 #include "core/modutil.h"
 #include "core/verbi.h"
 #include "model/raccolte.h"
+#include "output/frmexport.h"
 #include "output/frmreport.h"
 #include "output/modcrystal32.h"
 #include "platform/data_control.h"
@@ -33,6 +34,13 @@ void mnuFileStampe_Click() {
   });
 }
 
+void mnuFileEsporta_Click() {
+  // What could not be written stays in its box: it would be missing from the file.
+  if (!verbi().bSalvato()) return;
+  platform::forms()[QStringLiteral("frmExport")].ShowModal(&FormMain());
+  FormMain().Show();
+}
+
 void runReport(const QString& sReport, const QString& sArchivio, bool bAnteprima) {
   frmReport& form = FormReport();
   form.ImpostaArchivio(sArchivio);
@@ -47,6 +55,7 @@ void runReport(const QString& sReport, const QString& sArchivio, bool bAnteprima
 
 // clang-format off
 constexpr Comando kComandi[] = {
+    {"mnuFile", 40, "mnuFileEsporta", "Es&portazioni", "", 3, mnuFileEsporta_Click, Quando::kRaccolta},
     {"mnuFile", 70, "mnuFileStampe", "&Stampe", "", 16, mnuFileStampe_Click, Quando::kRaccolta, {6, 13, "stampa", "Stampa"}},
 };
 // clang-format on
@@ -55,6 +64,7 @@ constexpr Comando kComandi[] = {
 
 void RegistraFormOutput() {
   RegistraFormReport();
+  RegistraFormExport();
   RegistraComandi(kComandi);
   verbi().EseguiReport = runReport;
   verbi().ChiudiStampe = ChiudiMotoreReport;

@@ -2,7 +2,8 @@
 
 namespace tavolix {
 
-// Adds the reports to the program's forms, with their command and what they do for other areas.
+// Adds reports and export to the program's forms, with their commands and what they do for other
+// areas.
 void RegistraFormOutput();
 
 }  // namespace tavolix

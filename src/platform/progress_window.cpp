@@ -21,7 +21,7 @@ constexpr int kSteps = 1000;
 constexpr int kCharacters = 52;
 constexpr int kBetweenPaints = 50;  // milliseconds
 
-QString bytes(qint64 number) {
+QString grouped(qint64 number) {
   return QLocale().toString(number);
 }
 
@@ -29,7 +29,7 @@ QString bytes(qint64 number) {
 
 class ProgressWindow::Window final : public QDialog {
  public:
-  Window(const QString& what, QWidget* front) : QDialog(front) {
+  Window(const QString& what, const QString& unit, QWidget* front) : QDialog(front), unit_(unit) {
     setObjectName(QStringLiteral("progress"));
     setWindowTitle(what);
     setWindowModality(Qt::ApplicationModal);
@@ -51,7 +51,7 @@ class ProgressWindow::Window final : public QDialog {
   }
 
   void tell(qint64 done, qint64 total) {
-    amount_->setText(QStringLiteral("%1 di %2 byte").arg(bytes(done), bytes(total)));
+    amount_->setText(QStringLiteral("%1 di %2 %3").arg(grouped(done), grouped(total), unit_));
     bar_->setValue(total > 0 ? static_cast<int>(done * kSteps / total) : 0);
   }
   bool isStopped() const { return stopped_; }
@@ -66,14 +66,15 @@ class ProgressWindow::Window final : public QDialog {
 
  private:
   const Commands::Question question_;  // its button works while a command is at work
+  QString unit_;
   QLabel* amount_ = nullptr;
   QProgressBar* bar_ = nullptr;
   QPushButton* stop_ = nullptr;
   bool stopped_ = false;
 };
 
-ProgressWindow::ProgressWindow(const QString& what, int patience)
-    : what_(what), patience_(patience) {
+ProgressWindow::ProgressWindow(const QString& what, int patience, const QString& unit)
+    : what_(what), patience_(patience), unit_(unit) {
   since_.start();
 }
 
@@ -82,7 +83,7 @@ ProgressWindow::~ProgressWindow() = default;
 bool ProgressWindow::report(qint64 done, qint64 total) {
   if (!window_) {
     if (since_.elapsed() < patience_) return true;
-    window_ = std::make_unique<Window>(what_, windowInFront());
+    window_ = std::make_unique<Window>(what_, unit_, windowInFront());
     window_->show();
     window_->activateWindow();
   } else if (sinceShown_.isValid() && sinceShown_.elapsed() < kBetweenPaints) {
