@@ -86,7 +86,6 @@ void frmManArc::connectCommands() {
   for (const auto& [name, procedure] : commands) {
     platform::onClick(this, name, [this, procedure = procedure] { (this->*procedure)(); });
   }
-  CollegaAiuto(*control<QPushButton>(QStringLiteral("cmdAiuto")));
   platform::onCommand(&lstFile(), &QListWidget::itemDoubleClicked, this,
                       &frmManArc::cmdAprire_Click);
   platform::onSignal(&lstFile(), &QListWidget::currentRowChanged, this, [this] {

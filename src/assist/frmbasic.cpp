@@ -1,5 +1,6 @@
 #include "assist/frmbasic.h"
 
+#include "assist/frmguida.h"
 #include "core/verbi.h"
 
 namespace tavolix {
@@ -41,6 +42,7 @@ void frmBasic::tim_Timer() {
 }
 
 void RegistraFormAssist() {
+  RegistraFormGuida();
   platform::forms().add<frmBasic>(QStringLiteral("frmBasic"));
   const auto basic = []() -> frmBasic& {
     return platform::forms().as<frmBasic>(QStringLiteral("frmBasic"));

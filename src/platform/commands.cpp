@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QScopeGuard>
 #include <QTimer>
+#include <QWindow>
 #include <deque>
 #include <utility>
 #include <vector>
@@ -33,11 +34,18 @@ State& state() {
   return only;
 }
 
+// What was opened out of a question works on with it.
+bool standsOver(const QWidget& window, const QWidget& question) {
+  const QWindow* above = window.window()->windowHandle();
+  const QWindow* below = question.windowHandle();
+  return above != nullptr && below != nullptr &&
+         below->isAncestorOf(above, QWindow::IncludeTransients);
+}
+
 bool isHeld(const QWidget* window) {
   const QWidget* question = QApplication::activeModalWidget();
   if (question == nullptr || window == nullptr) return false;
-  return window != question && !question->isAncestorOf(window) &&
-         !question->isAncestorOf(window->window());
+  return window != question && !question->isAncestorOf(window) && !standsOver(*window, *question);
 }
 
 bool mustWait(const QWidget* window) {

@@ -13,6 +13,7 @@
 
 #include "platform/commands.h"
 #include "platform/handlers.h"
+#include "platform/help_key.h"
 #include "platform/icons.h"
 #include "platform/key_handover.h"
 #include "platform/key_sender.h"
@@ -207,6 +208,7 @@ bool Form::takesShortcut(QKeyEvent& key) {
 }
 
 bool Form::pressKey(QKeyEvent& key) {
+  if (HelpKey::press(QApplication::focusWidget(), key)) return true;
   QAbstractButton* button = key.modifiers() == Qt::AltModifier ? buttonOf(*window_, key) : nullptr;
   if (button == nullptr) return pressDialogKey(key.key()) || keyDown(key.key(), key.modifiers());
   button->click();

@@ -73,7 +73,6 @@ constexpr Comando kSenzaFinestra[] = {
     {"mnuImportazioni", 10, "mnuImportaRubKPZ3", "Importa rubrica Velmar Casaro 3/3.5", "", 14},
     {"mnuRaccolte", 100, "mnuAnalisiInfoAcc", "Analisi elenchi multiraccolta", "", 7, nullptr, {}, {10, 32, "multiraccolta", "Analisi elenchi multiraccolta"}},
     {"mnuRacCorrente", 50, "mnuAnalisiRaggruppamenti", "Analisi &raggruppamenti", "", 6, nullptr, {}, {1, 31, "raggruppamenti", "Analisi raggruppamenti"}},
-    {"mnuAiuto", 10, "mnuGuida", "Guida in linea", "", 0, nullptr, {}, {4, 42, "guida", "Guida in linea"}},
     {"mnuAiuto", 20, "mnuSuggerimenti", "Suggerimenti", "", 0, nullptr, {}, {2, 41, "suggerimenti", "Suggerimenti..."}},
     {"mnuAiuto", 30, "mnuInfo", "Informazioni sul sistema"},
     {"mnuAiuto", 50, "mnuMyInfo", "Informazioni sul programma..."},

@@ -419,7 +419,7 @@ TEST_F(Query, LeavesOpenListsByTheirKeys) {
     // What is for the window closes the list, which is not opened again by it.
     for (const char* name : {"cboCondizione(0)", "cboAltro(1)"}) {
       auto* combo = static_cast<QComboBox*>(part("frmFiltro", name));
-      for (const char* key : {"F1", "F2", "F9", "F12", "Ctrl+C", "Ctrl+L", "Ctrl+1", "Alt+X"}) {
+      for (const char* key : {"F2", "F9", "F12", "Ctrl+C", "Ctrl+L", "Ctrl+1", "Alt+X"}) {
         combo->setFocus();
         press(Qt::Key_F4);
         EXPECT_TRUE(combo->view()->isVisible());
