@@ -6,7 +6,7 @@ set -euo pipefail
 packages=(
   g++ cmake ninja-build ccache
   qt6-base-dev qt6-svg-dev qt6-translations-l10n libxcb1-dev
-  libsqlite3-dev libsqlitecpp-dev libsimpleini-dev libxxhash-dev
+  libsqlite3-dev libsqlitecpp-dev libsimpleini-dev libxxhash-dev pkgconf mdbtools-dev
   fonts-dejavu-core
   "$@"
 )

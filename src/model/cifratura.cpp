@@ -97,4 +97,12 @@ QString sCodiceDecifrato(const QString& sVal) {
   return text;
 }
 
+QString sCodiceInLettere(const QString& sVal) {
+  QString text = sVal;
+  for (QChar& letter : text) {
+    if (letter.unicode() <= 0xFF) letter = letterOf(letter.unicode());
+  }
+  return text;
+}
+
 }  // namespace tavolix

@@ -20,6 +20,10 @@ QString sCodiceCifrato(const QString& sCodice);
 // may hold.
 QString sCodiceDecifrato(const QString& sVal);
 
+// The same text with the codes 128 to 159 as the letters of Windows-1252: some files hold them as
+// control characters of the same numbers.
+QString sCodiceInLettere(const QString& sVal);
+
 // Mixed case, so that no typed code can equal it.
 inline constexpr const char* kSenzaCodice = "Rosa Di Sole: Lupo 42";
 
