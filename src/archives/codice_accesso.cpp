@@ -70,22 +70,24 @@ QString sLeggiCodiceAccesso(const QString& sPath) {
   return code;
 }
 
-bool bRichiediPWD(const QString& sPath) {
-  return protetto("modManArc!bRichiediPWD", [&] {
-    const QString code = sLeggiCodiceAccesso(sPath);
-    if (code == QLatin1String(kSenzaCodice)) return true;
-    if (code.isEmpty()) {
-      iMsg(QStringLiteral("Codice d'accesso manomesso dall'esterno!"), 0);
-      return false;
-    }
-    const QString request =
-        QStringLiteral(" Digitare codice di accesso archivio: ") + sPath + QStringLiteral(" ");
-    for (int attempt = 0; attempt < kAttempts; ++attempt) {
-      if (FrmAskPassword().sChiediCodice(request) == code) return true;
-      wrongCode();
-    }
+bool bRichiediCodice(const QString& sCodice, const QString& sPath) {
+  if (sCodice == QLatin1String(kSenzaCodice)) return true;
+  if (sCodice.isEmpty()) {
+    iMsg(QStringLiteral("Codice d'accesso manomesso dall'esterno!"), 0);
     return false;
-  });
+  }
+  const QString request =
+      QStringLiteral(" Digitare codice di accesso archivio: ") + sPath + QStringLiteral(" ");
+  for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    if (FrmAskPassword().sChiediCodice(request) == sCodice) return true;
+    wrongCode();
+  }
+  return false;
+}
+
+bool bRichiediPWD(const QString& sPath) {
+  return protetto("modManArc!bRichiediPWD",
+                  [&] { return bRichiediCodice(sLeggiCodiceAccesso(sPath), sPath); });
 }
 
 bool bModificaCodiceAccesso(const store::RecordsetPtr& rsCfg, const QString& sPath) {

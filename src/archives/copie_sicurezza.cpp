@@ -4,11 +4,13 @@
 
 #include "archives/file_archivio.h"
 #include "archives/percorsi.h"
+#include "archives/trasporto.h"
 #include "archives/unita.h"
 #include "core/errore.h"
 #include "core/modini.h"
 #include "core/modmain.h"
 #include "core/modutil.h"
+#include "model/vecchio_archivio.h"
 #include "platform/file_system.h"
 #include "platform/system_path.h"
 
@@ -141,6 +143,9 @@ bool bRecuperaCopia(const QString& sDir, const QString& sExt) {
     if (platform::folderExists(copies)) request.folder = copies;
     const QString chosen = chooseCopy(sDir, request);
     if (chosen.isEmpty()) return false;
+    if (bVecchioArchivio(platform::systemPath(chosen))) {
+      return bPortaInCartella(chosen, sDir, sExt);
+    }
     // An archive of that name in another case is the one to be replaced.
     const QString target = platform::systemPath(sFileEsatto(sDir + sNomeArchivio(chosen)));
     if (platform::exists(target) && !mayReplace(sNomeArchivio(target))) return false;

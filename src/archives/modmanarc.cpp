@@ -17,6 +17,7 @@
 #include "archives/frmsceltadir.h"
 #include "archives/percorsi.h"
 #include "archives/preparazione.h"
+#include "archives/trasporto.h"
 #include "archives/unita.h"
 #include "core/errore.h"
 #include "core/modini.h"
@@ -158,7 +159,11 @@ bool openArchive(int iModo, const QString& sFileIni, const QString& sSezione,
     }
     Cedi();
     TogliResti(sFileEsatto(sPath).chopped(sNomeArchivio(sPath).size()));
-    const Outcome outcome = tryArchive(sPath, db, iVersione, bControllaCodice);
+    const Portato current = ArchivioAttuale(sPath);
+    sPath = current.sPath;
+    if (sPath.isEmpty()) continue;
+    const Outcome outcome =
+        tryArchive(sPath, db, iVersione, bControllaCodice && !current.bCodiceNoto);
     if (outcome == Outcome::Unusable) return false;
     if (outcome == Outcome::Accepted) break;
     sPath.clear();
