@@ -10,6 +10,7 @@
 #include "model/raccolte.h"
 #include "output/frmexport.h"
 #include "output/frmreport.h"
+#include "output/importazione.h"
 #include "output/modcrystal32.h"
 #include "platform/data_control.h"
 
@@ -56,6 +57,7 @@ void runReport(const QString& sReport, const QString& sArchivio, bool bAnteprima
 // clang-format off
 constexpr Comando kComandi[] = {
     {"mnuFile", 40, "mnuFileEsporta", "Es&portazioni", "", 3, mnuFileEsporta_Click, Quando::kRaccolta},
+    {"mnuImportazioni", 10, "mnuImportaRubKPZ3", "Importa rubrica Velmar Casaro 3/3.5", "", 14, mnuImportaRubKPZ3_Click, Quando::kRaccolta},
     {"mnuFile", 70, "mnuFileStampe", "&Stampe", "", 16, mnuFileStampe_Click, Quando::kRaccolta, {6, 13, "stampa", "Stampa"}},
 };
 // clang-format on

@@ -163,10 +163,8 @@ QVariant JetTable::value(const QString& name) const {
 }
 
 bool JetTable::nextPage() {
-  MdbTableDef* table = work_->table;
-  // The library reads what was cut off as zeros, and would go on beyond the end.
-  if (mdb_read_next_dpg(table) == 0) return false;
-  const std::optional<JetPage> page = library_->page(table->cur_phys_pg);
+  if (mdb_read_next_dpg(work_->table) == 0) return false;
+  const std::optional<JetPage> page = library_->page(library_->handle()->cur_pg);
   if (!page) return false;
   work_->page = *page;
   work_->rows = library_->rowsIn(*page);

@@ -70,7 +70,6 @@ constexpr Comando kComandi[] = {
 
 // Those whose windows the program does not have: each goes to the table of its area with them.
 constexpr Comando kSenzaFinestra[] = {
-    {"mnuImportazioni", 10, "mnuImportaRubKPZ3", "Importa rubrica Velmar Casaro 3/3.5", "", 14},
     {"mnuRaccolte", 100, "mnuAnalisiInfoAcc", "Analisi elenchi multiraccolta", "", 7, nullptr, {}, {10, 32, "multiraccolta", "Analisi elenchi multiraccolta"}},
     {"mnuRacCorrente", 50, "mnuAnalisiRaggruppamenti", "Analisi &raggruppamenti", "", 6, nullptr, {}, {1, 31, "raggruppamenti", "Analisi raggruppamenti"}},
     {"mnuAiuto", 20, "mnuSuggerimenti", "Suggerimenti", "", 0, nullptr, {}, {2, 41, "suggerimenti", "Suggerimenti..."}},
