@@ -1,7 +1,6 @@
 #include "archives/comandi_archivi.h"
 
 #include "archives/codice_accesso.h"
-#include "archives/frmask.h"
 #include "archives/frmcopiesicurezza.h"
 #include "archives/frmmanarc.h"
 #include "archives/frmrecupero.h"
@@ -78,7 +77,6 @@ void RegistraComandiArchivi() {
     archiveSettings();
     ArchivioInservibile(failure, sProc, sPath);
   };
-  verbi().ChiediTesto = sChiediTesto;
 }
 
 }  // namespace tavolix

@@ -58,7 +58,7 @@ void frmAsk::cmdAnnulla_Click() {
   Hide();
 }
 
-QString sChiediTesto(const QString& sEtichetta, const QString& sValore, int iLunghezza) {
+QString sChiedi(const QString& sEtichetta, const QString& sValore, int iLunghezza) {
   platform::Form& form = platform::forms()[QStringLiteral("frmAsk")];
   form.control<QLabel>(QStringLiteral("lblAsk"))->setText(sEtichetta);
   auto* txtAsk = form.control<QLineEdit>(QStringLiteral("txtAsk"));

@@ -21,8 +21,8 @@ class frmAsk final : public platform::Form {
   EntryFocus focus_;
 };
 
-// Asks for a text of at most so many characters.
-QString sChiediTesto(const QString& sEtichetta, const QString& sValore, int iLunghezza);
+// Asks for a text of at most `iLunghezza` characters.
+QString sChiedi(const QString& sEtichetta, const QString& sValore, int iLunghezza);
 void RegistraFormAsk();
 
 }  // namespace tavolix

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "archives/frmask.h"
 #include "archives/percorsi.h"
 #include "core/modutil.h"
 #include "platform/file_system.h"

@@ -6,7 +6,6 @@
 #include <array>
 
 #include "core/errore.h"
-#include "core/verbi.h"
 #include "platform/clock.h"
 #include "platform/commands.h"
 #include "platform/data_combo.h"
@@ -52,10 +51,6 @@ int iMsg(const QString& sTesto, int iTipo) {
   const int answer = platform::MsgBox(sTesto, style, QStringLiteral("Attenzione!"));
   if (answer == platform::kYes) return 1;
   return answer == platform::kNo ? 0 : -1;
-}
-
-QString sChiedi(const QString& sEtichetta, const QString& sValore, int iLunghezza) {
-  return verbi().ChiediTesto(sEtichetta, sValore, iLunghezza);
 }
 
 bool bRecordValido(const store::RecordsetPtr& rs) {

@@ -27,8 +27,6 @@ void Cedi();
 
 // Message box under "Attenzione!". Type 0 warns, 2 asks yes or no. 1 yes, 0 no, -1 anything else.
 int iMsg(const QString& sTesto, int iTipo);
-// Asks for a text of at most `iLunghezza` characters in frmAsk.
-QString sChiedi(const QString& sEtichetta, const QString& sValore, int iLunghezza);
 
 void CaricaAnni(QComboBox& lista);
 void CaricaMesi(QComboBox& lista);

@@ -57,9 +57,6 @@ struct Verbi {
   // does not end the same way. The archive is closed; `sProc` is the procedure that failed.
   Verbo<void(const store::Failure& failure, const char* sProc, const QString& sPath)>
       ArchivioInservibile{"ArchivioInservibile"};
-  // Asks for a text of at most `iLunghezza` characters; empty if it was given up.
-  Verbo<QString(const QString& sEtichetta, const QString& sValore, int iLunghezza)> ChiediTesto{
-      "ChiediTesto"};
 
   // Workspace: writes what was typed in the current record. True if nothing of it had to stay in
   // its box.
