@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
+#include <QFile>
 #include <QLabel>
 
 #include "archives/modmanarc.h"
@@ -245,6 +246,41 @@ TEST_F(Archives, AreAskedForUntilOneFitsOrTheUserGivesUp) {
     EXPECT_EQ(path_, rows.empty() ? QString() : folder_.path("esempio.tvx"));
     EXPECT_EQ(told_.isEmpty(), !tells);
     EXPECT_EQ(user_.left(), 0U);
+  }
+}
+
+// The old file is left alone; the new one beside it is what the program goes on with.
+TEST_F(Archives, OfTheOldEngineAreBroughtOver) {
+  struct Case {
+    const char* file;
+    std::vector<int> answers;
+    const char* code;  // typed, where it is asked for
+    bool opens;
+    const char* told;
+  };
+  const Case cases[] = {
+      {"casa.mdb", {platform::kNo}, "", false, "Vuoi portarne i dati"},
+      {"casa.mdb", {platform::kYes, platform::kOk}, "", true, "MAIN: 620 di 620"},
+      {"casa.mdb", {platform::kYes}, "", true, "vuoi aprire quello"},
+      {"casa-codice.mdb", {platform::kYes, platform::kOk}, "pane e vino", true, "MAIN: 620 di 620"},
+  };
+  for (const Case& each : cases) {
+    SCOPED_TRACE(each.told);
+    const QString old = folder_.path(each.file);
+    const QString source = qEnvironmentVariable("TAVOLIX_SOURCE") + "/tests/data/jet/" + each.file;
+    QFile::copy(source, old);
+    for (const int answer : each.answers) MessageBoxSeam::setNextAnswer(answer);
+    if (*each.code != '\0') user_.types("frmAskPassword", each.code);
+    if (!each.opens) user_.clicks("frmManArc", "cmdEsci");
+    EXPECT_EQ(open(2, old), each.opens);
+    EXPECT_TRUE(told_.contains(each.told)) << qPrintable(told_);
+    EXPECT_EQ(user_.left(), 0U);
+    QFile left(old);
+    QFile given(source);
+    ASSERT_TRUE(left.open(QIODevice::ReadOnly) && given.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(left.readAll() == given.readAll());
+    if (!each.opens) continue;
+    EXPECT_EQ(lastName(), QString(old).replace(".mdb", ".tvx"));
   }
 }
 
