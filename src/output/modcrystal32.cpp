@@ -5,8 +5,8 @@
 #include "core/errore.h"
 #include "core/modutil.h"
 #include "output/print_engine.h"
-#include "output/printer_dialog.h"
 #include "platform/message_box.h"
+#include "platform/printer_dialog.h"
 
 namespace tavolix {
 namespace {
@@ -62,7 +62,7 @@ bool bAnteprima(int job) {
 
 bool bStampante(int job) {
   const auto stampante = std::make_shared<QPrinter>(QPrinter::HighResolution);
-  const bool bScelta = report::choosePrinter(*stampante, QStringLiteral("Selezione stampante"));
+  const bool bScelta = platform::choosePrinter(*stampante, QStringLiteral("Selezione stampante"));
   Cedi();
   if (!bScelta) return false;
   if (!motore().OutputToPrinter(job, stampante)) ErroreReport(job);

@@ -11,12 +11,13 @@
 #include <QToolButton>
 #include <cmath>
 
-#include "output/printer_dialog.h"
+#include "output/pdf_dialog.h"
 #include "output/report_output.h"
 #include "output/work_window.h"
 #include "platform/handlers.h"
 #include "platform/icons.h"
 #include "platform/message_box.h"
+#include "platform/printer_dialog.h"
 #include "platform/screen_reader.h"
 
 namespace tavolix::report {
@@ -244,7 +245,7 @@ bool PreviewWindow::searchPage(int page) {
 
 void PreviewWindow::printAll() {
   QPrinter printer(QPrinter::HighResolution);
-  if (!choosePrinter(printer, QStringLiteral("Selezione stampante"))) return;
+  if (!platform::choosePrinter(printer, QStringLiteral("Selezione stampante"))) return;
   WorkWindow window(QStringLiteral("Stampa in corso..."));
   print(*document_, printer, window.progress());
 }

@@ -6,8 +6,8 @@
 
 #include "core/errore.h"
 #include "output/filter_words.h"
+#include "output/pdf_dialog.h"
 #include "output/preview_window.h"
-#include "output/printer_dialog.h"
 #include "output/report_output.h"
 #include "output/report_reader.h"
 #include "output/work_window.h"

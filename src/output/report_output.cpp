@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cerrno>
 
+#include "platform/printer_dialog.h"
 #include "platform/system_path.h"
 #include "store/file_failure.h"
 
@@ -54,10 +55,6 @@ bool drawPages(Document& document, Sheets& sheets, QPainter& painter, int first,
   return true;
 }
 
-[[noreturn]] void failAtPrinter() {
-  throw store::Failure(kNoPrinter, QStringLiteral("La stampante non accetta la stampa"));
-}
-
 }  // namespace
 
 bool writePdf(Document& document, const QString& path, const store::Progress& progress) {
@@ -82,7 +79,7 @@ bool print(Document& document, QPrinter& printer, const store::Progress& progres
   printer.setPageLayout(sheetOf(document.definition()));
   printer.setDocName(document.title());
   QPainter painter;
-  if (!printer.isValid() || !painter.begin(&printer)) failAtPrinter();
+  if (!printer.isValid() || !painter.begin(&printer)) platform::failAtPrinter();
   painter.scale(printer.logicalDpiX() / kUnitsPerInch, printer.logicalDpiY() / kUnitsPerInch);
   const int last =
       printer.toPage() > 0 ? std::min(printer.toPage(), document.pages()) : document.pages();
@@ -91,7 +88,7 @@ bool print(Document& document, QPrinter& printer, const store::Progress& progres
     printer.abort();
     return false;
   }
-  if (!painter.end() || printer.printerState() == QPrinter::Error) failAtPrinter();
+  if (!painter.end() || printer.printerState() == QPrinter::Error) platform::failAtPrinter();
   return true;
 }
 

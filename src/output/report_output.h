@@ -13,9 +13,8 @@ namespace tavolix::report {
 // thousandths. False if it was broken off. Fails with 61 (disk full), 70, 76.
 bool writePdf(Document& document, const QString& path, const store::Progress& progress = {});
 
-// The pages that the printer's dialog has chosen. False if it was broken off. Fails with kNoPrinter
-// if the printer takes none.
-inline constexpr int kNoPrinter = 530;
+// The pages that the printer's dialog has chosen. False if it was broken off. Fails with
+// platform::kNoPrinter if the printer takes none.
 bool print(Document& document, QPrinter& printer, const store::Progress& progress = {});
 
 }  // namespace tavolix::report

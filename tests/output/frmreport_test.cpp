@@ -12,9 +12,9 @@
 #include "core/program_folder.h"
 #include "output/modcrystal32.h"
 #include "output/preview_window.h"
-#include "output/printer_dialog.h"
 #include "platform/form.h"
 #include "platform/message_box.h"
+#include "platform/printer_dialog.h"
 #include "store/database.h"
 
 namespace tavolix {
@@ -42,7 +42,7 @@ class Catalogue : public ::testing::Test {
     platform::forms().clear();
     store::CloseWorkspace();
     MessageBoxSeam::reset();
-    report::PrinterDialogSeam::reset();
+    platform::PrinterDialogSeam::reset();
   }
 
   static frmReport& form() { return platform::forms().as<frmReport>("frmReport"); }
@@ -127,9 +127,9 @@ TEST_F(Catalogue, ShowsOnePreviewUntilItIsClosed) {
 TEST_F(Catalogue, PrintsWithThePrinterOfItsDialog) {
   load(2);
   form().Show();
-  report::PrinterDialogSeam::setNextFile({});
+  platform::PrinterDialogSeam::setNextFile({});
   EXPECT_EQ(messageOf([] { click("cmdStampa"); }), QString("-"));
-  report::PrinterDialogSeam::setNextFile(folder_.path("stampa.pdf"));
+  platform::PrinterDialogSeam::setNextFile(folder_.path("stampa.pdf"));
   EXPECT_EQ(messageOf([] { click("cmdStampa"); }), QString("-"));
   EXPECT_GT(QFileInfo(folder_.path("stampa.pdf")).size(), 5000);
 }

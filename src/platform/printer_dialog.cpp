@@ -1,4 +1,4 @@
-#include "output/printer_dialog.h"
+#include "platform/printer_dialog.h"
 
 #include <QApplication>
 #include <QPrintDialog>
@@ -7,11 +7,11 @@
 #include <utility>
 
 #include "platform/commands.h"
-#include "platform/common_dialogs.h"
 #include "platform/form.h"
 #include "platform/key_handover.h"
+#include "store/failure.h"
 
-namespace tavolix::report {
+namespace platform {
 namespace {
 
 std::optional<QString>& nextFile() {
@@ -27,25 +27,22 @@ bool takeAnswer(QPrinter& printer) {
 
 }  // namespace
 
-bool choosePrinter(QPrinter& printer, const QString& title) {
+bool choosePrinter(QPrinter& printer, const QString& title, PageRange range) {
   if (nextFile()) return takeAnswer(printer);
-  QPrintDialog dialog(&printer, platform::windowInFront());
+  QPrintDialog dialog(&printer, windowInFront());
   dialog.setWindowTitle(title);
   dialog.setOption(QAbstractPrintDialog::PrintSelection, false);
   dialog.setOption(QAbstractPrintDialog::PrintToFile, false);
-  dialog.setOption(QAbstractPrintDialog::PrintPageRange, true);
-  const platform::Commands::Question question;
-  platform::KeyHandover::to(&dialog);
+  dialog.setOption(QAbstractPrintDialog::PrintPageRange, range == PageRange::Chosen);
+  const Commands::Question question;
+  KeyHandover::to(&dialog);
   const int answer = dialog.exec();
-  if (QWidget* front = platform::windowInFront()) platform::KeyHandover::to(front);
+  if (QWidget* front = windowInFront()) KeyHandover::to(front);
   return answer == QDialog::Accepted;
 }
 
-QString choosePdf(const QString& title) {
-  platform::FileRequest request;
-  request.title = title;
-  request.kinds = {{QStringLiteral("Documenti PDF"), QStringLiteral("*.pdf")}};
-  return platform::saveFile(request);
+void failAtPrinter() {
+  throw store::Failure(kNoPrinter, QStringLiteral("La stampante non accetta la stampa"));
 }
 
 void PrinterDialogSeam::setNextFile(const QString& path) {
@@ -56,4 +53,4 @@ void PrinterDialogSeam::reset() {
   nextFile().reset();
 }
 
-}  // namespace tavolix::report
+}  // namespace platform
