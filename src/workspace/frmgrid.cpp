@@ -1,7 +1,10 @@
 #include "workspace/frmgrid.h"
 
+#include <QAbstractScrollArea>
+#include <QLabel>
 #include <QMenu>
 #include <QSignalBlocker>
+#include <QVBoxLayout>
 #include <functional>
 
 #include "core/errore.h"
@@ -39,6 +42,18 @@ constexpr Tab kTabs[] = {
 
 constexpr int kTop = 6;  // twips
 
+// Stands where the rows would.
+void addAdvice(QAbstractScrollArea& list) {
+  auto* lblVuoto = new QLabel(list.viewport());
+  lblVuoto->setObjectName(QStringLiteral("lblVuoto"));
+  lblVuoto->setAlignment(Qt::AlignCenter);
+  lblVuoto->setWordWrap(true);
+  lblVuoto->setAttribute(Qt::WA_TransparentForMouseEvents);
+  lblVuoto->hide();
+  auto* place = new QVBoxLayout(list.viewport());
+  place->addWidget(lblVuoto);
+}
+
 }  // namespace
 
 frmGrid::frmGrid() : platform::Form(QStringLiteral("frmGrid")) {}
@@ -66,7 +81,14 @@ QWidget* frmGrid::build() {
   grd->setObjectName(QStringLiteral("grd"));
   grd->setAccessibleName(QStringLiteral("Elenco dei record"));
   grd->SetDataSource(dbCurr);
+  addAdvice(*grd);
   return form;
+}
+
+void frmGrid::MostraConsiglio(const QString& sTesto) {
+  auto* lblVuoto = control<QLabel>(QStringLiteral("lblVuoto"));
+  lblVuoto->setText(sTesto);
+  lblVuoto->setVisible(!sTesto.isEmpty());
 }
 
 void frmGrid::loaded() {

@@ -10,6 +10,9 @@ class frmGrid final : public platform::Form {
  public:
   frmGrid();
 
+  // What is to be done where the list has no rows; empty where it has.
+  void MostraConsiglio(const QString& sTesto);
+
  private:
   void loadOwner() override;
   QWidget* build() override;

@@ -58,6 +58,14 @@ platform::DataGrid* grd() {
   return Griglia().control<platform::DataGrid>(QStringLiteral("grd"));
 }
 
+// What an empty list says.
+constexpr const char* kVuota =
+    "Questa raccolta è ancora vuota.\nCon \"Nuovo\" si scrive il primo record; F1 apre la guida "
+    "alla "
+    "pagina \"Cominciare\".";
+constexpr const char* kFiltrato =
+    "Nessun record risponde al filtro.\nCon \"Elimina filtro\" tornano tutti.";
+
 void applicationSettings() {
   ImpostaFileIni(sPathCompleto(QStringLiteral("tvx.ini")));
   ImpostaSezioneIni(QStringLiteral("Application"));
@@ -141,6 +149,7 @@ void frmMain::AbilitaControlli(bool bAbilita) {
 }
 
 void frmMain::PermettiInput(bool bPermetti) {
+  if (!bPermetti) platform::forms().as<frmGrid>(QStringLiteral("frmGrid")).MostraConsiglio({});
   Control(QStringLiteral("panCrea"))->setVisible(bPermetti);
   Griglia().Control(QStringLiteral("tabSelez"))->setEnabled(bPermetti);
   Control(QStringLiteral("panBar"))->setEnabled(bPermetti);
@@ -297,6 +306,11 @@ void frmMain::AbilitazionePannello(bool bAbilita) {
       Control(QString::fromLatin1(name))->setEnabled(bAbilita);
     }
     QWidget* cmdAddNew = Control(QStringLiteral("cmdAddNew"));
+    const bool filtered = !aRaccolte(iRacCorr).sFiltro.isEmpty();
+    platform::forms()
+        .as<frmGrid>(QStringLiteral("frmGrid"))
+        .MostraConsiglio(bAbilita ? QString() : QString::fromUtf8(filtered ? kFiltrato : kVuota));
+    cmdAddNew->setProperty("HelpPage", bAbilita || filtered ? "" : "cominciare");
     if (bAbilita) {
       FermaLampeggio();
     } else {
