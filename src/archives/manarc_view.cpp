@@ -46,7 +46,8 @@ constexpr const char* kWithoutArchives =
     "Con \"Crea nuovo\" si sceglie un nome e si ottiene un archivio vuoto, che con \"Apri\" "
     "diventa "
     "quello in uso. Con \"Directory...\" si cercano archivi altrove, con \"Recupera copie\" si "
-    "riprende una copia di sicurezza.";
+    "riprende una copia di sicurezza.\n\n"
+    "Con F1 si apre la guida, alla pagina \"Cominciare\".";
 
 QListWidget* newList(QWidget* parent) {
   auto* lstFile = new QListWidget(parent);
@@ -143,6 +144,8 @@ QWidget* buildManArcWindow() {
 void showArchives(QWidget& window, bool any) {
   auto* place = window.findChild<QWidget*>(QStringLiteral("archives"));
   static_cast<QStackedLayout*>(place->layout())->setCurrentIndex(any ? 0 : 1);
+  window.findChild<QWidget*>(QStringLiteral("cmdCreare"))
+      ->setProperty("HelpPage", any ? "" : "cominciare");
 }
 
 }  // namespace tavolix

@@ -215,6 +215,8 @@ QString frmGuida::pageOf(QWidget* at) const {
     if (!name.isEmpty()) return name;
   }
   for (; at != nullptr; at = at->parentWidget()) {
+    const QString wanted = at->property("HelpPage").toString();
+    if (!wanted.isEmpty()) return wanted;
     const QString number = pagine_->PerContesto(at->property("HelpContextID").toInt());
     const QString name = number.isEmpty() ? pagine_->PerNome(at->objectName()) : number;
     if (!name.isEmpty()) return name;

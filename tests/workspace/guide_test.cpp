@@ -1,5 +1,6 @@
 // The guide: its pages against the program that they tell about, and the key that opens them.
 
+#include <QCryptographicHash>
 #include <QDirIterator>
 #include <QRegularExpression>
 #include <QTextBrowser>
@@ -59,6 +60,27 @@ TEST_F(Guide, PagesLeadToPagesAndPictures) {
   }
   known.sort();
   EXPECT_EQ(QDir(help_, "*.html").entryList(), known);
+}
+
+// A picture is as old as the texts of its window that it was taken of.
+TEST_F(Guide, PicturesShowTheWindowsOfToday) {
+  const QString folder = help_ + "/immagini/";
+  QStringList listed;
+  for (const QString& row : contentOf(folder + "immagini.tsv").split('\n').mid(1)) {
+    const QStringList cells = row.split('\t');
+    if (cells.size() != 3) continue;
+    listed << cells[0];
+    QString source = contentOf(sourceFolder() + '/' + cells[1]);
+    source.remove(QRegularExpression("^#include.*\n", QRegularExpression::MultilineOption));
+    const QString texts = captures("\"((?:[^\"\\\\]|\\\\.)*)\"", source).join('\n');
+    const auto hash = QCryptographicHash::hash(texts.toUtf8(), QCryptographicHash::Sha1).toHex();
+    EXPECT_EQ(hash.left(12), cells[2].toLatin1())
+        << qPrintable(cells[1]) << " has changed: tools/pictures.py help";
+    EXPECT_LE(QFileInfo(folder + cells[0]).size(), 60 * 1024) << qPrintable(cells[0]);
+  }
+  listed.sort();
+  EXPECT_FALSE(listed.isEmpty());
+  EXPECT_EQ(QDir(folder, "*.png").entryList(), listed);
 }
 
 TEST_F(Guide, EachCommandAndWindowHasItsPage) {
