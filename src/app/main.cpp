@@ -17,6 +17,7 @@
 #include "platform/key_handover.h"
 #include "platform/message_box.h"
 #include "platform/screen_reader.h"
+#include "platform/session_end.h"
 #include "platform/single_instance.h"
 #include "platform/theme.h"
 #include "query/moduli_query.h"
@@ -61,6 +62,11 @@ int tellOfFirst(const platform::SingleInstance& instance) {
   return 1;
 }
 
+// What was typed is written as if its box had been left; what cannot be is told.
+void saveTyped() {
+  if (QWidget* focus = QApplication::focusWidget()) focus->clearFocus();
+}
+
 int run(const QString& commandLine) {
   tavolix::RegistraArchivi();
   tavolix::RegistraFormArchivi();
@@ -95,5 +101,6 @@ int main(int argc, char** argv) {
   applyLooks(application);
   const platform::FocusTeller focusTeller;
   platform::KeyHandover::watch();
+  platform::onSessionEnd(saveTyped, [] { QCoreApplication::exit(0); });
   return instance.isFirst() ? run(commandLine) : tellOfFirst(instance);
 }

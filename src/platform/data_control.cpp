@@ -170,9 +170,20 @@ void DataControl::UpdateRecord() {
   const auto giveUp = qScopeGuard([&rows, ownEdit] {
     if (ownEdit && rows->IsOpen()) rows->CancelUpdate();
   });
+  QVector<Replaced> replaced;
+  for (BoundControl* control : changed) replaced.append({control, storedValue(*control)});
   rows->Edit();
   rows->Update();
+  replaced_ = replaced;
   for (BoundControl* control : changed) accept(*control);
+}
+
+bool DataControl::UndoWrite() {
+  if (replaced_.isEmpty() || Pending() || isAdding()) return false;
+  const QVector<Replaced> back = std::exchange(replaced_, {});
+  for (const Replaced& old : back) old.control->SetValue(old.value);
+  back.first().control->widget()->setFocus(Qt::ShortcutFocusReason);
+  return writePending();
 }
 
 bool DataControl::writePending() {
@@ -233,6 +244,7 @@ void DataControl::bind(BoundControl* control) {
 
 void DataControl::unbind(BoundControl* control) {
   controls_.removeOne(control);
+  replaced_.removeIf([control](const Replaced& old) { return old.control == control; });
 }
 
 // True if the value could be read; else the control is empty, and takes none.
@@ -265,6 +277,7 @@ void DataControl::accept(BoundControl& control) {
 
 void DataControl::UpdateControls() {
   adding_ = isAdding();
+  replaced_.clear();
   release();
   bool readable = true;
   for (BoundControl* control : std::as_const(controls_)) {

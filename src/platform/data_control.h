@@ -41,6 +41,9 @@ class DataControl final : public QObject {
   // The same, but a failure is told by writeFailed; false if there was one. What was typed for a
   // row that is gone is told and given up.
   bool writePending();
+  // Writes back what the last write into the current row has replaced, and goes to its control; a
+  // second call undoes the first. False if there is nothing of that kind.
+  bool UndoWrite();
   // Why what was typed is not written yet; nothing if no write has failed since.
   const std::optional<store::Failure>& Kept() const { return kept_; }
   // True while the current row, or a text of its lists, cannot be read.
@@ -67,6 +70,11 @@ class DataControl final : public QObject {
   void readFailed(int number, const QString& description);
 
  private:
+  // What stood in a control's field before it was written.
+  struct Replaced {
+    BoundControl* control;
+    QVariant value;
+  };
   enum class Reminder { No, Yes };
   bool write(Reminder reminder);
   void keep(const store::Failure& failure);
@@ -94,6 +102,7 @@ class DataControl final : public QObject {
   store::DatabasePtr database_;
   store::RecordsetPtr recordset_;
   QVector<BoundControl*> controls_;
+  QVector<Replaced> replaced_;  // by the last write, in the current row
   QVector<QMetaObject::Connection> connections_;
   bool adding_ = false;  // the controls show a row being added
   bool writing_ = false;

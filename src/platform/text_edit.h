@@ -54,6 +54,16 @@ class TextEdit : public Box {
   void paste() { pasteFrom(QClipboard::Clipboard); }
 
  protected:
+  // A key that undoes nothing here is left to the window.
+  bool event(QEvent* event) override {
+    if (event->type() == QEvent::ShortcutOverride && !canUndo(*this) &&
+        static_cast<QKeyEvent*>(event)->matches(QKeySequence::Undo)) {
+      event->ignore();
+      return false;
+    }
+    return Box::event(event);
+  }
+
   // Puts a text in at the cursor, as if typed.
   virtual void putText(const QString& text) = 0;
 

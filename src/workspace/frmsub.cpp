@@ -2,6 +2,7 @@
 
 #include <QPushButton>
 #include <QScopeGuard>
+#include <QShortcut>
 #include <QStackedLayout>
 
 #include "core/dialogo.h"
@@ -60,6 +61,8 @@ void frmSub::loaded() {
   iSubCorrente_ = -1;
   dbSubCurr().SetDatabaseName(platform::systemPath(sPathArc));
   focus_.watch(Window());
+  auto* undo = new QShortcut(QKeySequence::Undo, Window());
+  platform::onCommand(undo, &QShortcut::activated, this, [this] { dbSubCurr().UndoWrite(); });
   connectControls();
 }
 

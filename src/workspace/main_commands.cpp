@@ -13,6 +13,7 @@
 #include "core/comandi.h"
 #include "core/modcuore.h"
 #include "core/modutil.h"
+#include "platform/data_control.h"
 #include "platform/handlers.h"
 #include "platform/icons.h"
 #include "platform/push_button.h"
@@ -66,6 +67,7 @@ constexpr Comando kComandi[] = {
     {"mnuRacCorrente", 80, "mnuVarieSalva", "&Salva disposizione elenco", "", 17, run<&frmMain::mnuVarieSalva_Click>, kRaccolta},
     {"", 50, "mnuAiuto", "&?"},
     {"mnuAiuto", 40, "mnuAiuto2", "-"},
+    {nullptr, 0, "", "", "Ctrl+Z", 0, [] { dbForm(iRacCorr).UndoWrite(); }, kRaccolta},
 };
 
 // Those whose windows the program does not have: each goes to the table of its area with them.

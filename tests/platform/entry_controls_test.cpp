@@ -14,6 +14,7 @@
 #include "platform/key_sender.h"
 #include "platform/masked_box.h"
 #include "platform/memo_box.h"
+#include "platform/session_end.h"
 #include "platform/text_box.h"
 #include "platform/time_box.h"
 #include "platform/x11_keys.h"
@@ -301,6 +302,15 @@ TEST(X11KeysTest, WaitForAWindowAndBehindLettersAtTheReader) {
     keys.SendTo(window);
     EXPECT_FALSE(isKept(code, modifiers));
   }
+}
+
+TEST(SessionEnd, SavesBeforeItEnds) {
+  QStringList done;
+  onSessionEnd([&done] { done << "save"; }, [&done] { done << "end"; });
+  ASSERT_EQ(std::raise(SIGTERM), 0);
+  EXPECT_TRUE(done.isEmpty()) << "nothing is done while the signal is handled";
+  EXPECT_TRUE(QTest::qWaitFor([&done] { return done.size() > 1; }));
+  EXPECT_EQ(done, QStringList({"save", "end"}));
 }
 
 }  // namespace platform

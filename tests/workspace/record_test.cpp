@@ -79,6 +79,28 @@ TEST_F(Record, BeginsWithStartValuesOrAsACopy) {
   }
 }
 
+TEST_F(Record, GetsItsOldTextBack) {
+  ASSERT_TRUE(start());
+  goTo(5, "Titolo");
+  const QString before = stored("Titolo");
+  box("txtTitolo")->setFocus();
+  fill("txtTitolo", "Altro titolo");
+  press("Tab");
+  EXPECT_EQ(stored("Titolo"), QString("Altro titolo"));
+  press("Ctrl+Z");
+  EXPECT_EQ(stored("Titolo"), before);
+  EXPECT_TRUE(box("txtTitolo")->hasFocus());
+  // What is being typed comes first; the key again brings back what it has taken.
+  press("Ctrl+Z");
+  EXPECT_EQ(boxText("txtTitolo"), QString("Altro titolo"));
+  EXPECT_EQ(stored("Titolo"), QString("Altro titolo"));
+  // Of another record there is nothing to bring back.
+  goTo(6);
+  press("Ctrl+Z");
+  goTo(5);
+  EXPECT_EQ(stored("Titolo"), QString("Altro titolo"));
+}
+
 TEST_F(Record, IsDeletedAfterAQuestion) {
   ASSERT_TRUE(start());
   goTo(5);
