@@ -17,7 +17,7 @@ import time
 
 ROOT = os.path.dirname(os.path.dirname(os.path.abspath(__file__)))
 PICTURES = os.path.join(ROOT, "data", "help", "immagini")
-WIDEST = 600  # pixels, of a picture in the guide
+WIDEST = 520  # pixels, of a picture in the guide: its page has room for them
 
 # Window, keys that open it from the main window, keys back, the source that says what it shows.
 WINDOWS = [
