@@ -134,6 +134,9 @@ JetTable::JetTable(std::shared_ptr<JetLibrary> library, quint32 page)
   if (!library_->page(page)) damaged();
   work_->table = mdb_read_table(&work_->entry);
   if (work_->table == nullptr || work_->table->num_cols > kMostColumns) damaged();
+  // The library takes the head of the map of pages for granted.
+  constexpr std::size_t kMapHead = 5;
+  if (work_->table->map_sz < kMapHead) damaged();
   if (mdb_read_columns(work_->table) == nullptr) damaged();
   if (work_->table->columns->len != work_->table->num_cols) damaged();
   for (unsigned i = 0; i < work_->table->num_cols; ++i) {
