@@ -9,6 +9,8 @@
 #include <utility>
 #include <vector>
 
+#include "platform/yielding.h"
+
 namespace platform {
 namespace {
 
@@ -72,16 +74,24 @@ void runWaiting() {
   }
 }
 
-}  // namespace
-
-void yieldToPaint() {
+void yield(QEventLoop::ProcessEventsFlags events) {
   const std::size_t level = state().levels.size() - 1;
   ++state().levels[level].yields;
-  QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+  QCoreApplication::processEvents(events);
   --state().levels[level].yields;
   // The loop does not see by itself what has been left waiting.
   if (auto* dispatcher = QAbstractEventDispatcher::instance()) dispatcher->wakeUp();
   if (state().levels[level].atWork == 0) QTimer::singleShot(0, qApp, runWaiting);
+}
+
+}  // namespace
+
+void yieldToPaint() {
+  yield(QEventLoop::ExcludeUserInputEvents);
+}
+
+void yieldToInput() {
+  yield(QEventLoop::AllEvents);
 }
 
 void Commands::run(QWidget* window, std::function<void()> work) {
