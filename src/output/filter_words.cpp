@@ -42,16 +42,27 @@ QString listText(store::Database& database, const QString& key) {
   return rows->RecordCount() == 0 ? QStringLiteral("nessuno") : rows->ValueAt(0, 0).toString();
 }
 
-QString valueText(store::Database& database, const tCampo& campo, const QString& value) {
+// A text as the user typed it: a pattern without its stars at the ends, and its signs unprotected.
+QString typedText(const QString& value, bool isPattern) {
+  static const QRegularExpression protectedSign(QStringLiteral("\\[(.)\\]"));
+  QString text = value.mid(1, value.size() - 2);
+  text.replace(QLatin1String("''"), QLatin1String("'"));
+  if (!isPattern) return text;
+  if (text.startsWith(u'*')) text.remove(0, 1);
+  if (text.endsWith(u'*')) text.chop(1);
+  return text.replace(protectedSign, QStringLiteral("\\1"));
+}
+
+QString valueText(store::Database& database, const tCampo& campo, const QString& sign,
+                  const QString& value) {
   if (campo.sTipo == QLatin1String(CBO)) return listText(database, value);
   if (campo.sTipo == QLatin1String(CHK)) return value == u'0' ? "No" : "Sì";
   if (campo.sTipo == QLatin1String(TXTDTA)) {
     return QLocale().toString(store::dateOfDay(value.toLongLong()), QStringLiteral("dd/MM/yyyy"));
   }
-  if (!value.startsWith(u'\'')) return value;
-  QString text = value.mid(1, value.size() - 2);
-  text.replace(QLatin1String("''"), QLatin1String("'")).remove(u'*');
-  return u'"' + text + u'"';
+  if (!value.startsWith(u'\'')) return QString(value).replace(u'.', QLocale().decimalPoint());
+  const bool isPattern = sign.compare(QLatin1String("Like"), Qt::CaseInsensitive) == 0;
+  return u'"' + typedText(value, isPattern) + u'"';
 }
 
 }  // namespace
@@ -59,7 +70,7 @@ QString valueText(store::Database& database, const tCampo& campo, const QString&
 QString filterInWords(store::Database& database, const QString& query) {
   static const QRegularExpression number(QStringLiteral("^Q_REP_([0-7])$"));
   static const QRegularExpression where(
-      QStringLiteral("\\bWHERE\\b(.*?)(\\bORDER BY\\b.*)?;?\\s*$"),
+      QStringLiteral("\\bWHERE\\b((?:[^']|'(?:[^']|'')*')*?)(\\bORDER BY\\b.*)?;?\\s*$"),
       QRegularExpression::DotMatchesEverythingOption);
   static const QRegularExpression test(
       QStringLiteral("(\\w+\\.\\w+)\\s*(=|<>|>=|<=|>|<|Like)\\s*('(?:[^']|'')*'|-?[\\d.]+)"
@@ -77,7 +88,8 @@ QString filterInWords(store::Database& database, const QString& query) {
     const int field = fieldOf(collection, part.captured(1));
     if (field < 0) return filter.captured(1).trimmed();
     const tCampo& campo = aCampi(collection, field);
-    told += campo.sTitolo + words(part.captured(2)) + valueText(database, campo, part.captured(3));
+    told += campo.sTitolo + words(part.captured(2)) +
+            valueText(database, campo, part.captured(2), part.captured(3));
   }
   return told;
 }

@@ -11,4 +11,13 @@ QString choosePdf(const QString& title) {
   return platform::saveFile(request);
 }
 
+QString chooseExport(const QString& title) {
+  platform::FileRequest request;
+  request.title = title;
+  request.kinds = {{QStringLiteral("Documenti PDF"), QStringLiteral("*.pdf")},
+                   {QStringLiteral("Testo delimitato"), QStringLiteral("*.csv")},
+                   {QStringLiteral("Pagine HTML"), QStringLiteral("*.html")}};
+  return platform::saveFile(request);
+}
+
 }  // namespace tavolix::report

@@ -86,6 +86,7 @@ QPoint PreviewPage::origin() const {
 }
 
 void PreviewPage::draw() {
+  page_ = std::min(page_, document_->pages() - 1);
   const double ratio = devicePixelRatioF();
   picture_ = QPixmap((QSizeF(pageSize()) * ratio).toSize());
   picture_.fill(Qt::white);

@@ -171,7 +171,26 @@ void PreviewWindow::keyPressEvent(QKeyEvent* event) {
   }
 }
 
+// The user comes back from where the archive may have been changed.
+void PreviewWindow::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() != QEvent::ActivationChange || !isActiveWindow()) return;
+  platform::guarded([this] { renew(); });
+}
+
+void PreviewWindow::renew() {
+  if (!document_->isOld()) return;
+  const int page = page_->page();
+  document_->layOutPage();
+  while (!document_->isComplete() && document_->pages() <= page) document_->layOutPage();
+  found_ = -1;
+  page_->showPage(page);
+  layout_.start(0);
+  showStatus();
+}
+
 void PreviewWindow::goTo(int page) {
+  renew();
   if (page < 0 || page == page_->page()) return;
   page_->showPage(page);
   showStatus();
@@ -186,6 +205,7 @@ void PreviewWindow::layOutSome() {
   time.start();
   // A failure is told once: what is there stays to be read.
   auto stop = qScopeGuard([this] { layout_.stop(); });
+  renew();
   while (!document_->isComplete() && time.elapsed() < kSliceMilliseconds) document_->layOutPage();
   if (!document_->isComplete()) {
     stop.dismiss();

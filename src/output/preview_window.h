@@ -30,6 +30,8 @@ class PreviewWindow final : public QWidget {
   void addKeys();
   void goTo(int page);
   void layOutSome();
+  // Lays out anew, as far as the page that is shown, what no longer is the archive's.
+  void renew();
   void showStatus();
   void startSearch(Direction direction);
   void searchSome();
@@ -38,6 +40,7 @@ class PreviewWindow final : public QWidget {
   void printAll();
   void savePdf();
   void keyPressEvent(QKeyEvent* event) override;
+  void changeEvent(QEvent* event) override;
 
   std::shared_ptr<Document> document_;
   PreviewPage* page_;

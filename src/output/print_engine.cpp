@@ -8,6 +8,7 @@
 #include "output/filter_words.h"
 #include "output/pdf_dialog.h"
 #include "output/preview_window.h"
+#include "output/report_export.h"
 #include "output/report_output.h"
 #include "output/report_reader.h"
 #include "output/work_window.h"
@@ -41,6 +42,18 @@ std::function<QString(qint64)> listTexts(const store::DatabasePtr& database) {
     rows->Seek(QStringLiteral("="), {key});
     return rows->NoMatch() ? QString() : rows->Value(QStringLiteral("Desc")).toString();
   };
+}
+
+// What a file's name ends with says what it is to hold.
+void exportTo(Document& document, const QString& path, const store::Progress& progress) {
+  const QString ending = QFileInfo(path).suffix().toLower();
+  if (ending == QLatin1String("csv") || ending == QLatin1String("txt")) {
+    writeRows(document, path, RowFormat::Delimited, progress);
+  } else if (ending == QLatin1String("html") || ending == QLatin1String("htm")) {
+    writeRows(document, path, RowFormat::Html, progress);
+  } else {
+    writePdf(document, path, progress);
+  }
 }
 
 }  // namespace
@@ -182,11 +195,11 @@ bool PrintEngine::OutputToPrinter(int number, std::shared_ptr<QPrinter> printer)
 bool PrintEngine::ExportTo(int number) {
   Job* job = find(number);
   if (job == nullptr) return false;
-  const QString path = choosePdf(QStringLiteral("Esporta"));
+  const QString path = chooseExport(QStringLiteral("Esporta"));
   if (path.isEmpty()) return false;
   job->output = [job, path] {
     WorkWindow window(QStringLiteral("Esportazione in corso..."));
-    writePdf(*job->document, path, window.progress());
+    exportTo(*job->document, path, window.progress());
   };
   return true;
 }

@@ -39,7 +39,7 @@ class PrintEngine final {
 
   bool OutputToWindow(int job, const QString& title);
   bool OutputToPrinter(int job, std::shared_ptr<QPrinter> printer);
-  // Asks for the name of a PDF. False if given up.
+  // Asks for the name of a PDF, or of a file for the rows alone. False if given up.
   bool ExportTo(int job);
   // Runs the job; the window stays when it has ended.
   bool StartPrintJob(int job);

@@ -8,17 +8,31 @@ Document::Document(store::DatabasePtr database, Definition definition, Names nam
     : database_(std::move(database)),
       definition_(std::move(definition)),
       names_(std::move(names)),
-      fonts_(definition_.styles),
-      walk_(*database_, definition_, names_),
-      next_(walk_.start()) {
+      fonts_(definition_.styles) {
+  begin();
+}
+
+void Document::begin() {
+  snapshot_ = store::takeSnapshot(*database_);
+  laidOutAt_ = store::writesOf(*database_);
+  walk_.emplace(*database_, definition_, names_);
+  starts_.clear();
+  next_ = walk_->start();
+  complete_ = false;
   layOutPage();
 }
 
-void Document::layOutPage() {
-  if (complete_) return;
+Document::Layout Document::layOutPage() {
+  if (isOld()) {
+    begin();
+    return Layout::BegunAnew;
+  }
+  if (complete_) return Layout::GoesOn;
   starts_.push_back(next_);
   compose(next_, nullptr, pages());
   complete_ = next_.step == Step::End;
+  if (complete_) snapshot_.reset();
+  return Layout::GoesOn;
 }
 
 void Document::layOutAll() {
@@ -39,6 +53,14 @@ std::vector<Drawn> Document::texts(int page) {
   return drawn;
 }
 
+Facts Document::rowFacts(qint64 row) const {
+  Place place = walk_->start();
+  place.row = row;
+  Facts facts = walk_->pageFacts(place);
+  facts.totals = nullptr;  // the place goes, and with it what it has counted
+  return facts;
+}
+
 Facts Document::numbered(Facts facts, int page) const {
   facts.page = page;
   facts.pages = complete_ ? pages() : 0;
@@ -46,7 +68,7 @@ Facts Document::numbered(Facts facts, int page) const {
 }
 
 LaidBand Document::laid(const Place& place, const Band& band, int page) {
-  return LaidBand(band, definition_.styles, fonts_, numbered(walk_.facts(place), page));
+  return LaidBand(band, definition_.styles, fonts_, numbered(walk_->facts(place), page));
 }
 
 double Document::heightOf(const Bands& bands) const {
@@ -75,7 +97,7 @@ double Document::drawBands(const Bands& bands, const Facts& facts, const Canvas*
 
 void Document::compose(Place& place, const Canvas* canvas, int page) {
   const double bottom = definition_.height - definition_.bottom - heightOf(definition_.pageFoot);
-  const Facts facts = numbered(walk_.pageFacts(place), page);
+  const Facts facts = numbered(walk_->pageFacts(place), page);
   if (canvas != nullptr) {
     drawBands(definition_.pageFoot, facts, canvas, {definition_.left, bottom});
   }
@@ -93,20 +115,20 @@ void Document::compose(Place& place, const Canvas* canvas, int page) {
 // The report's head stands above all else on the first page.
 double Document::reportHead(Place& place, const Canvas* canvas, int page) {
   if (place.step != Step::ReportHead) return 0;
-  const double height = drawBands(definition_.main.head, numbered(walk_.facts(place), page), canvas,
-                                  {definition_.left, definition_.top});
-  walk_.advance(place);
+  const double height = drawBands(definition_.main.head, numbered(walk_->facts(place), page),
+                                  canvas, {definition_.left, definition_.top});
+  walk_->advance(place);
   return height;
 }
 
 // The heads of the groups that go on; nothing where they would leave no room for the rows.
 double Document::repeatHeads(const Place& place, const Canvas* canvas, const Column& column,
                              int page) {
-  if (!walk_.isInGroups(place)) return 0;
+  if (!walk_->isInGroups(place)) return 0;
   double height = 0;
   for (const Group& group : definition_.groups) {
     if (!group.repeatsHead || heightOf(group.head) > (column.bottom - column.top) / 4) continue;
-    height += drawBands(group.head, numbered(walk_.groupFacts(place), page), canvas,
+    height += drawBands(group.head, numbered(walk_->groupFacts(place), page), canvas,
                         {column.x, column.top + height});
   }
   return height;
@@ -117,13 +139,13 @@ double Document::heightNeeded(Place place, double own, double room) {
   constexpr int kMostBands = 40;
   double height = own;
   for (int i = 0; i < kMostBands && height <= room; ++i) {
-    if (!walk_.bands(place)[place.band].keepsWithNext) break;
+    if (!walk_->bands(place)[place.band].keepsWithNext) break;
     ++place.band;
-    while (place.step != Step::End && place.band >= walk_.bands(place).size()) {
-      walk_.advance(place);
+    while (place.step != Step::End && place.band >= walk_->bands(place).size()) {
+      walk_->advance(place);
     }
     if (place.step == Step::End) break;
-    const Band& band = walk_.bands(place)[place.band];
+    const Band& band = walk_->bands(place)[place.band];
     if (band.startsPage) break;
     height += LaidBand::isFixed(band) ? band.height : laid(place, band, 0).height();
   }
@@ -133,8 +155,8 @@ double Document::heightNeeded(Place place, double own, double room) {
 Document::End Document::fill(Place& place, const Canvas* canvas, const Column& column, int page) {
   double y = column.top + repeatHeads(place, canvas, column, page);
   bool isFresh = true;
-  for (; place.step != Step::End; walk_.advance(place)) {
-    const Bands& bands = walk_.bands(place);
+  for (; place.step != Step::End; walk_->advance(place)) {
+    const Bands& bands = walk_->bands(place);
     for (; place.band < bands.size(); ++place.band, place.from = 0) {
       const Band& band = bands[place.band];
       if (band.startsPage && place.from == 0 && !isFresh) return End::Page;

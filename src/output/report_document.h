@@ -2,6 +2,7 @@
 
 #include "output/report_band.h"
 #include "output/report_walk.h"
+#include "store/snapshot.h"
 
 namespace tavolix::report {
 
@@ -19,15 +20,26 @@ class Document final {
   // The pages that are known: all of them once the layout is complete, at least one from the start.
   int pages() const { return static_cast<int>(starts_.size()); }
   bool isComplete() const { return complete_; }
-  double progress() const { return complete_ ? 1 : walk_.progress(next_); }
-  // Finds the beginning of one more page.
-  void layOutPage();
+  double progress() const { return complete_ ? 1 : walk_->progress(next_); }
+  // Finds the beginning of one more page. Until the last one is known the archive is held as it
+  // was at the first: other programs wait. What this process has written, or another one since,
+  // begins the layout anew, which is told.
+  enum class Layout { GoesOn, BegunAnew };
+  Layout layOutPage();
+  // While it lives, the archive is held in the same way.
+  std::shared_ptr<const void> hold() const { return store::takeSnapshot(*database_); }
   void layOutAll();
+  // True if something was written to the archive since the layout began.
+  bool isOld() const { return store::writesOf(*database_) != laidOutAt_; }
   // Draws a page from 0; the painter's unit is the report's, its origin the corner of the sheet.
   void paint(QPainter& painter, int page);
   std::vector<Drawn> texts(int page);
+  // The rows of the report's source.
+  qint64 rowCount() const { return walk_->rowCount(); }
+  Facts rowFacts(qint64 row) const;
 
  private:
+  void begin();
   enum class End { Column, Page, Report };
   struct Column {
     double x, top, bottom;
@@ -47,7 +59,9 @@ class Document final {
   const Definition definition_;
   const Names names_;
   Fonts fonts_;
-  Walk walk_;
+  std::optional<Walk> walk_;
+  std::shared_ptr<const void> snapshot_;  // while pages are laid out
+  quint64 laidOutAt_ = 0;
   std::vector<Place> starts_;
   Place next_;
   bool complete_ = false;

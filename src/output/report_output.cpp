@@ -36,6 +36,7 @@ bool goesOn(const store::Progress& progress, double done) {
 
 // The layout is the first half of the work, the drawing the second.
 bool layOut(Document& document, const store::Progress& progress) {
+  if (document.isOld()) document.layOutPage();
   while (!document.isComplete()) {
     document.layOutPage();
     if (!goesOn(progress, document.progress() / 2)) return false;
@@ -58,6 +59,7 @@ bool drawPages(Document& document, Sheets& sheets, QPainter& painter, int first,
 }  // namespace
 
 bool writePdf(Document& document, const QString& path, const store::Progress& progress) {
+  const auto held = document.hold();
   if (!layOut(document, progress)) return false;
   QSaveFile file(platform::fullPath(path));
   if (!file.open(QIODevice::WriteOnly)) failAt(file, path);
@@ -74,6 +76,7 @@ bool writePdf(Document& document, const QString& path, const store::Progress& pr
 }
 
 bool print(Document& document, QPrinter& printer, const store::Progress& progress) {
+  const auto held = document.hold();
   if (!layOut(document, progress)) return false;
   printer.setFullPage(true);
   printer.setPageLayout(sheetOf(document.definition()));

@@ -150,6 +150,13 @@ QString formatted(const QVariant& value, Format format, int decimals) {
   }
 }
 
+QString usualText(const Facts& facts, int field) {
+  Piece piece;
+  piece.quantity = Quantity::Field;
+  piece.field = field;
+  return fieldText(piece, facts);
+}
+
 QString textOf(const std::vector<Run>& runs, const Facts& facts, bool* isEmpty) {
   QString all;
   for (const Run& run : runs) {

@@ -29,6 +29,8 @@ struct Names {
 QString textOf(const std::vector<Run>& runs, const Facts& facts, bool* isEmpty = nullptr);
 bool holds(const Condition& condition, const Facts& facts);
 
+// A field's text where nothing is said of its format.
+QString usualText(const Facts& facts, int field);
 // A value in a format, as the user's country writes it; empty for Null.
 QString formatted(const QVariant& value, Format format, int decimals);
 

@@ -1,7 +1,5 @@
 #include "output/report_walk.h"
 
-#include "model/testi.h"
-
 namespace tavolix::report {
 namespace {
 
@@ -13,11 +11,6 @@ void go(Place& place, Step step, std::size_t level = 0) {
   place.from = 0;
 }
 
-QString literal(const QVariant& value) {
-  if (value.typeId() == QMetaType::QString) return sApici(value.toString());
-  return QString::number(value.toDouble(), 'f', 0);
-}
-
 QString sourceOf(const Definition& definition) {
   const QString& source = definition.main.source;
   if (definition.order.isEmpty()) return source;
@@ -27,13 +20,12 @@ QString sourceOf(const Definition& definition) {
 }  // namespace
 
 Walk::Walk(store::Database& database, const Definition& definition, const Names& names)
-    : database_(database),
-      definition_(definition),
+    : definition_(definition),
       names_(names),
-      rows_(database, sourceOf(definition), definition.main),
-      subs_(definition.subreports.size()) {
-  // A subreport that cannot be read is told before the first page.
-  for (Level sub = 0; sub < subs_.size(); ++sub) openSub(sub, 0);
+      rows_(database, sourceOf(definition), definition.main) {
+  for (const Subreport& subreport : definition.subreports) {
+    subs_.push_back({-1, std::make_unique<LinkedRows>(database, subreport)});
+  }
   if (definition_.usesWhole) whole_ = wholeTotals();
 }
 
@@ -65,7 +57,7 @@ void Walk::advance(Place& place) {
     case Step::SubHead:
       return goToSubRow(place, 0);
     case Step::SubDetail:
-      if (place.subRow + 1 < subRows(place).count()) return goToSubRow(place, place.subRow + 1);
+      if (subRows(place).has(place.subRow + 1)) return goToSubRow(place, place.subRow + 1);
       return go(place, Step::SubFoot, place.level);
     case Step::SubFoot:
       return beginSub(place, place.level + 1);
@@ -116,7 +108,7 @@ void Walk::beginSub(Place& place, Level sub) {
     place.subRow = 0;
     place.subTotals =
         Totals(static_cast<std::size_t>(definition_.subreports[next].rows.sums.size()));
-    if (subRows(place).count() > 0) return;
+    if (subRows(place).has(0)) return;
   }
   endRow(place);
 }
@@ -132,19 +124,10 @@ void Walk::goToSubRow(Place& place, qint64 subRow) {
   go(place, Step::SubDetail, place.level);
 }
 
-std::unique_ptr<Rows> Walk::openSub(Level sub, const QVariant& link) const {
-  const Subreport& subreport = definition_.subreports[sub];
-  QString sql = QStringLiteral("SELECT * FROM %1 WHERE %2 = %3")
-                    .arg(subreport.rows.source, subreport.key, literal(link));
-  if (!subreport.order.isEmpty()) sql += QStringLiteral(" ORDER BY ") + subreport.order;
-  return std::make_unique<Rows>(database_, sql, subreport.rows);
-}
-
-const Rows& Walk::subRows(const Place& place) {
+const LinkedRows& Walk::subRows(const Place& place) {
   SubRows& sub = subs_[place.level];
-  if (sub.rows == nullptr || sub.row != place.row) {
-    const QVariant link = rows_.field(place.row, definition_.subreports[place.level].link);
-    sub.rows = openSub(place.level, link);
+  if (sub.row != place.row) {
+    sub.rows->goTo(rows_.field(place.row, definition_.subreports[place.level].link));
     sub.row = place.row;
   }
   return *sub.rows;

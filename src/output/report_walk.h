@@ -36,6 +36,7 @@ class Walk final {
   Walk(store::Database& database, const Definition& definition, const Names& names);
 
   Place start() const;
+  qint64 rowCount() const { return rows_.count(); }
   // Goes on to the next step's first band.
   void advance(Place& place);
   const Bands& bands(const Place& place) const;
@@ -58,20 +59,18 @@ class Walk final {
   void endRow(Place& place) const;
   void goToSubRow(Place& place, qint64 subRow);
   Level firstChanged(qint64 row) const;
-  const Rows& subRows(const Place& place);
+  const LinkedRows& subRows(const Place& place);
   Totals wholeTotals() const;
 
-  // The rows of a subreport below the row that was asked for last.
+  // The rows of a subreport, and the row of the report that they belong to.
   struct SubRows {
     qint64 row = -1;
-    std::unique_ptr<Rows> rows;
+    std::unique_ptr<LinkedRows> rows;
   };
-  std::unique_ptr<Rows> openSub(Level sub, const QVariant& link) const;
 
-  store::Database& database_;
   const Definition& definition_;
   const Names& names_;
-  Rows rows_;
+  ListRows rows_;
   std::vector<SubRows> subs_;
   std::optional<Totals> whole_;
 };

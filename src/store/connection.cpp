@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include "store/open_snapshot.h"
 #include "store/page_checksum.h"
 #include "store/sqlite_language.h"
 #include "store/text_bytes.h"
@@ -173,6 +174,7 @@ void Connection::requireTransaction() const {
 
 void Connection::begin() {
   requireTransaction();
+  if (depth_ == 0) endSnapshot(*this);
   control(depth_ == 0 ? QByteArray("BEGIN IMMEDIATE") : "SAVEPOINT " + savepoint(depth_));
   ++depth_;
 }

@@ -7,6 +7,7 @@
 
 #include "store/cursor.h"
 #include "store/journal.h"
+#include "store/open_snapshot.h"
 #include "store/page_checksum.h"
 #include "store/query.h"
 #include "store/sql_parser.h"
@@ -119,6 +120,12 @@ Database::~Database() {
   openDatabases().removeOne(this);
 }
 
+// Handles on one file share its connection.
+std::shared_ptr<Connection> connectionOf(const Database& database) {
+  if (!database.IsOpen()) throw Failure(failure::kClosed, QStringLiteral("L'archivio e' chiuso"));
+  return sharedConnection(database.Name());
+}
+
 Connection& Database::connection() const {
   if (!connection_) throw Failure(failure::kClosed, QStringLiteral("L'archivio e' chiuso"));
   return *connection_;
@@ -143,6 +150,7 @@ void Database::Close() {
   recordsets_.clear();
   clones_->clear();
   while (transactions_ > 0) Rollback();
+  if (connection_) endSnapshot(*connection_);
   connection_.reset();
 }
 

@@ -271,8 +271,7 @@ int Query::keyTableOf(int field) const {
   return table >= 0 && isKeyOf(expr, *keyTables_[static_cast<std::size_t>(table)]) ? table : -1;
 }
 
-sql::Statement Query::rowByKeys(const QVector<int>& fields) const {
-  sql::Printer printer;
+void Query::printFields(sql::Printer& printer, const QVector<int>& fields) const {
   bool first = true;
   for (const int field : fields) {
     printer.text(first ? "SELECT " : ", ");
@@ -283,6 +282,11 @@ sql::Statement Query::rowByKeys(const QVector<int>& fields) const {
       printer.value(*resolved_->columns[static_cast<std::size_t>(field)].expr);
     }
   }
+}
+
+sql::Statement Query::rowByKeys(const QVector<int>& fields) const {
+  sql::Printer printer;
+  printFields(printer, fields);
   if (keyTables_.empty()) {
     return printer.text(" FROM ")
         .text(sql::quoteName(resultName()))
@@ -292,6 +296,39 @@ sql::Statement Query::rowByKeys(const QVector<int>& fields) const {
   printer.text(" FROM ").sources(*resolved_);
   printKeyTests(printer, true);
   return printer.take();
+}
+
+sql::Statement Query::rowsByValue(const ExprPtr& column, const QVector<int>& fields,
+                                  int& place) const {
+  sql::Printer printer;
+  printFields(printer, fields);
+  printer.text(" FROM ");
+  if (keyTables_.empty()) {
+    printer.text(sql::quoteName(resultName())).text(" WHERE ");
+  } else {
+    printer.sources(*resolved_).where(resolved_->where, nullptr);
+    printer.text(resolved_->where ? " AND " : " WHERE ");
+  }
+  sql::Statement rows = printer.expression(*column).text(" = ?").take();
+  rows.values.append(QVariant());
+  place = static_cast<int>(rows.values.size());
+  const sql::Statement order = rowOrder();
+  rows.text += order.text;
+  rows.values += order.values;
+  return rows;
+}
+
+// The whole order, that of keys() and sortTerms() together.
+sql::Statement Query::rowOrder() const {
+  if (keyTables_.empty()) return {" ORDER BY rowid", {}};
+  sql::Printer printer;
+  printer.text(" ORDER BY ");
+  for (const sql::OrderTerm& term : resolved_->orderBy) {
+    const bool made = term.expr->kind != ExprKind::Column && kindOf(*term.expr) == FieldKind::Text;
+    printer.value(*term.expr).text(made ? " COLLATE ITALIANO" : "");
+    printer.text(term.descending ? " DESC, " : ", ");
+  }
+  return printer.text(sql::quoteName(keyTables_.front()->alias)).text(".rowid").take();
 }
 
 sql::Statement Query::everything() const {

@@ -55,6 +55,10 @@ class Query final {
   bool listsByRow() const;
   // Some fields of one row by its keys, which are the statement's values behind those given.
   sql::Statement rowByKeys(const QVector<int>& fields) const;
+  // Some fields of the rows whose column equals a value, in the query's order. The value is given
+  // when the statement is run, as its value at `place`.
+  sql::Statement rowsByValue(const sql::ExprPtr& column, const QVector<int>& fields,
+                             int& place) const;
   // Place in keyTables() of the table whose key a field is, -1 if it is none.
   int keyTableOf(int field) const;
   sql::ExprPtr condition(const QString& text, const Catalog& catalog) const;
@@ -78,6 +82,8 @@ class Query final {
   sql::ExprPtr orderColumn() const;
   sql::Resolved sourcesOf(const std::vector<sql::ExprPtr>& conditions) const;
   void printKeys(sql::Printer& printer) const;
+  sql::Statement rowOrder() const;
+  void printFields(sql::Printer& printer, const QVector<int>& fields) const;
   void printKeyTests(sql::Printer& printer, bool first) const;
   sql::Statement pointersOf(const sql::Source& first, const QString& pointer) const;
   bool fixesColumn() const;

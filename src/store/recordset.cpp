@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "store/field_names.h"
 #include "store/row_writer.h"
 
 namespace store {
@@ -25,10 +26,6 @@ class RowTransaction {
   Connection& connection_;
   bool done_ = false;
 };
-
-bool sameName(const QString& a, const QString& b) {
-  return a.compare(b, Qt::CaseInsensitive) == 0;
-}
 
 // The value of a field as lists show it, in the query language.
 QString shownText(const FieldInfo& info) {
@@ -210,28 +207,12 @@ const QVector<FieldInfo>& Recordset::Fields() const {
 
 int Recordset::FindField(const QString& name) const {
   requireOpen();
-  const QVector<FieldInfo>& fields = cursor_->fields();
-  for (int i = 0; i < fields.size(); ++i) {
-    if (sameName(fields[i].name, name)) return i;
-  }
-  const qsizetype dot = name.indexOf(u'.');
-  if (dot < 0) return -1;
-  for (int i = 0; i < fields.size(); ++i) {
-    if (sameName(fields[i].table, name.left(dot)) &&
-        sameName(fields[i].column, name.mid(dot + 1))) {
-      return i;
-    }
-  }
-  return -1;
+  return findField(cursor_->fields(), name);
 }
 
 int Recordset::FieldIndex(const QString& name) const {
-  const int field = FindField(name);
-  if (field < 0) {
-    throw Failure(failure::kItemNotFound,
-                  QStringLiteral("Campo '%1' non presente nell'elenco").arg(name));
-  }
-  return field;
+  requireOpen();
+  return fieldIndex(cursor_->fields(), name);
 }
 
 QVariant Recordset::Value(int field) const {

@@ -12,6 +12,7 @@
 #include "core/program_folder.h"
 #include "output/modcrystal32.h"
 #include "output/preview_window.h"
+#include "platform/common_dialogs.h"
 #include "platform/form.h"
 #include "platform/message_box.h"
 #include "platform/printer_dialog.h"
@@ -43,6 +44,7 @@ class Catalogue : public ::testing::Test {
     store::CloseWorkspace();
     MessageBoxSeam::reset();
     platform::PrinterDialogSeam::reset();
+    platform::CommonDialogSeam::reset();
   }
 
   static frmReport& form() { return platform::forms().as<frmReport>("frmReport"); }
@@ -132,6 +134,44 @@ TEST_F(Catalogue, PrintsWithThePrinterOfItsDialog) {
   platform::PrinterDialogSeam::setNextFile(folder_.path("stampa.pdf"));
   EXPECT_EQ(messageOf([] { click("cmdStampa"); }), QString("-"));
   EXPECT_GT(QFileInfo(folder_.path("stampa.pdf")).size(), 5000);
+}
+
+TEST_F(Catalogue, ExportsByTheEndingOfTheName) {
+  folder_.outside(
+      "UPDATE MAIN SET Titolo = 'a \"b\"; <c>', Anno = 1980 WHERE ID = (SELECT min(ID) FROM MAIN "
+      "WHERE TipoRac = 0)");
+  folder_.writeFile(
+      "prova.rpt",
+      "<stampa titolo='P &amp; Q' origine='SELECT * FROM Q_LIB ORDER BY MAIN.ID'>"
+      "<dettaglio alto='4'><testo>{Titolo}{Anno}{Assente}</testo></dettaglio></stampa>");
+  const auto run = [&](const QString& name) {
+    return messageOf([&] {
+      platform::CommonDialogSeam::setNextPath(name.isEmpty() ? name : folder_.path(name));
+      bEseguiReport(kReportEsporta, folder_.path("prova.rpt"), folder_.path("esempio.tvx"));
+    });
+  };
+  const auto content = [&](const char* name) {
+    QFile file(folder_.path(name));
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString("-");
+  };
+  EXPECT_EQ(run("x.csv").left(23), QString("Errore report: 3265 - C"));
+  EXPECT_EQ(content("x.csv"), QString("-"));
+  folder_.writeFile("prova.rpt",
+                    "<stampa titolo='P &amp; Q' origine='SELECT * FROM Q_LIB ORDER BY MAIN.ID'>"
+                    "<dettaglio alto='4'><testo>{Titolo}{Anno}</testo></dettaglio></stampa>");
+  const int books = folder_.found("SELECT count(*) FROM LIB").toInt();
+  EXPECT_EQ(run("x.csv"), QString("-"));
+  EXPECT_EQ(content("x.csv").section("\r\n", 0, 1),
+            QChar(0xfeff) + QString("\"Titolo\";\"Anno\"\r\n\"a \"\"b\"\"; <c>\";\"1980\""));
+  EXPECT_EQ(content("x.csv").count("\r\n"), books + 1);
+  EXPECT_EQ(run("x.HTML"), QString("-"));
+  EXPECT_TRUE(content("x.HTML").contains("<title>P &amp; Q</title>"));
+  EXPECT_TRUE(content("x.HTML").contains("<tr><td>a &quot;b&quot;; &lt;c&gt;</td><td>1980</td>"));
+  EXPECT_EQ(content("x.HTML").count("<tr>"), books + 1);
+  EXPECT_EQ(run("x.pdf"), QString("-"));
+  EXPECT_TRUE(content("x.pdf").startsWith("%PDF"));
+  EXPECT_EQ(run({}), QString("-"));
+  EXPECT_EQ(run("assente/x.csv").left(19), QString("Errore report: 76 -"));
 }
 
 TEST_F(Catalogue, TellsWhatIsWrongWithAReport) {

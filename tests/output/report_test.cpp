@@ -4,6 +4,7 @@
 
 #include "core/program_folder.h"
 #include "model/raccolte.h"
+#include "output/filter_words.h"
 #include "output/report_document.h"
 #include "output/report_output.h"
 #include "output/report_reader.h"
@@ -215,6 +216,92 @@ TEST_F(Reports, GroupCountAndSum) {
   }
   wanted << wanted[0] + ' ' + number(whole) + " 100%";
   EXPECT_EQ(pages(*grouped).join('|'), wanted.join('|'));
+}
+
+// The rows below each disc are those of its own query, in its order, with their count.
+TEST_F(Reports, HaveSubreportsBelowTheirRows) {
+  const auto laid = document(
+      report("Q_AUD",
+             "<dettaglio alto='4'><testo largo='90' alto='4'>{Titolo}</testo></dettaglio>"
+             "<sottostampa origine='Q_AUDSUB' chiave='AUDSUB.AudID' legame='RacID' "
+             "ordine='AUDSUB.NrBrano DESC'><dettaglio alto='4'><testo largo='90' alto='4'>{NrBrano}"
+             "</testo></dettaglio><coda alto='4'><testo largo='90' alto='4'>{@conta} {@somma "
+             "Durata:numero}"
+             "</testo></coda></sottostampa>",
+             "ordine='MAIN.ID DESC'"));
+  QStringList wanted;
+  for (const QString& disc :
+       folder_.found("SELECT RacID, Titolo FROM MAIN WHERE TipoRac = 2 ORDER BY ID DESC")
+           .split('\n')) {
+    wanted << disc.section('|', 1);
+    const QString where = " FROM AUDSUB WHERE AudID = " + disc.section('|', 0, 0);
+    const QString pieces =
+        folder_.found("SELECT CAST(NrBrano AS INT)" + where + " ORDER BY NrBrano DESC, ID");
+    if (pieces.isEmpty()) continue;
+    wanted << pieces.split('\n')
+           << folder_.found("SELECT count(*) || ' ' || CAST(total(Durata) AS INT)" + where);
+  }
+  const QString all = pages(*laid).join('|').remove('.');
+  EXPECT_EQ(all, wanted.join('|').remove('.'));
+  EXPECT_GT(wanted.size(), 50);
+}
+
+TEST_F(Reports, AreLaidOutFromOneMomentOfTheArchive) {
+  Outside other(folder_.path("esempio.tvx"));
+  other.setBusyTimeout(0);
+  const auto isFree = [&other] {
+    const bool free = other.tryExec("BEGIN EXCLUSIVE") == 0;
+    if (free) other.exec("ROLLBACK");
+    return free;
+  };
+  const auto laid = document(report(
+      "Q_LIB", "<dettaglio alto='20'><testo largo='90' alto='4'>{Titolo}</testo></dettaglio>"));
+  EXPECT_FALSE(isFree());
+  // What this program writes is not held up, and is seen.
+  const auto rows = db_->OpenRecordset("Q_LIB", store::RecordsetType::Dynaset);
+  rows->Edit();
+  rows->SetValue("Titolo", "Appena scritto");
+  rows->Update();
+  EXPECT_TRUE(isFree());
+  EXPECT_EQ(laid->layOutPage(), Document::Layout::BegunAnew);
+  EXPECT_TRUE(texts(*laid, 0).startsWith("Appena scritto"));
+  EXPECT_FALSE(isFree());
+  laid->layOutAll();
+  EXPECT_TRUE(isFree());
+  EXPECT_FALSE(laid->isOld());
+  other.exec("UPDATE MAIN SET Titolo = 'Altrui' WHERE Titolo = 'Appena scritto'");
+  EXPECT_TRUE(laid->isOld());
+}
+
+TEST_F(Reports, TellTheFilterInWords) {
+  const QString genre = folder_.found(
+      "SELECT ID || '|' || \"Desc\" FROM TAB WHERE TipoTab = 'GENERE' AND TipoRac = 0 LIMIT 1");
+  const std::pair<QString, QString> cases[] = {
+      {"", ""},
+      {" WHERE (MAIN.Titolo Like '*l''ora*')", "Titolo contiene \"l'ora\""},
+      {" WHERE (MAIN.Cod = 'A[*]')", "Codice uguale a \"A[*]\""},
+      {" WHERE (MAIN.Cod Like '*A[*]b*')", "Codice contiene \"A*b\""},
+      {" WHERE ((MAIN.Cod <> '' and MAIN.Cod Is Not Null) )", "Codice diverso da \"\""},
+      {" WHERE ((MAIN.Cod = '' or MAIN.Cod Is Null) )", "Codice uguale a \"\""},
+      {" WHERE (MAIN.TABGenereID = " + genre.section('|', 0, 0) + ")",
+       "Genere uguale a " + genre.section('|', 1)},
+      {" WHERE (MAIN.TABGenereID = 0)", "Genere uguale a nessuno"},
+      {" WHERE (MAIN.Valore >= 12.5)", "Valore maggiore o uguale a 12,5"},
+      {" WHERE ((MAIN.Anno > 1980) AND MAIN.Anno < 1990)",
+       "Anno maggiore di 1980 e Anno minore di 1990"},
+      {" WHERE ((MAIN.Anno = 1980) OR MAIN.Anno <= 1900)",
+       "Anno uguale a 1980 oppure Anno minore o uguale a 1900"},
+      {" WHERE (MAIN.DtaAcq > 35000)", "Data di acquisto maggiore di 28/10/1995"},
+      {" WHERE (MAIN.Titolo Like '*WHERE*') ORDER BY MAIN.Cod", "Titolo contiene \"WHERE\""},
+      {" WHERE (MAIN.Titolo Like '* ORDER BY x*') ORDER BY MAIN.Cod",
+       "Titolo contiene \" ORDER BY x\""},
+  };
+  for (const auto& [filter, words] : cases) {
+    db_->DeleteQueryDef("Q_REP_0");
+    db_->CreateQueryDef("Q_REP_0", "SELECT * FROM Q_LIB" + filter);
+    EXPECT_EQ(filterInWords(*db_, "Q_REP_0"), words);
+  }
+  EXPECT_EQ(filterInWords(*db_, "Q_LIB"), QString());
 }
 
 TEST_F(Reports, TellWhatTheArchiveDoesNotHave) {
