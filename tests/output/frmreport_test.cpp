@@ -152,7 +152,10 @@ TEST_F(Catalogue, ExportsByTheEndingOfTheName) {
   };
   const auto content = [&](const char* name) {
     QFile file(folder_.path(name));
-    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString("-");
+    if (!file.open(QIODevice::ReadOnly)) return QString("-");
+    const QByteArray bytes = file.readAll();
+    EXPECT_EQ(bytes.startsWith("\xef\xbb\xbf"), QString(name).endsWith("csv"));
+    return QString::fromUtf8(bytes);
   };
   EXPECT_EQ(run("x.csv").left(23), QString("Errore report: 3265 - C"));
   EXPECT_EQ(content("x.csv"), QString("-"));
@@ -162,7 +165,7 @@ TEST_F(Catalogue, ExportsByTheEndingOfTheName) {
   const int books = folder_.found("SELECT count(*) FROM LIB").toInt();
   EXPECT_EQ(run("x.csv"), QString("-"));
   EXPECT_EQ(content("x.csv").section("\r\n", 0, 1),
-            QChar(0xfeff) + QString("\"Titolo\";\"Anno\"\r\n\"a \"\"b\"\"; <c>\";\"1980\""));
+            QString("\"Titolo\";\"Anno\"\r\n\"a \"\"b\"\"; <c>\";\"1980\""));
   EXPECT_EQ(content("x.csv").count("\r\n"), books + 1);
   EXPECT_EQ(run("x.HTML"), QString("-"));
   EXPECT_TRUE(content("x.HTML").contains("<title>P &amp; Q</title>"));
