@@ -222,7 +222,7 @@ TEST_F(Reports, GroupCountAndSum) {
 TEST_F(Reports, HaveSubreportsBelowTheirRows) {
   const auto laid = document(
       report("Q_AUD",
-             "<dettaglio alto='4'><testo largo='90' alto='4'>{Titolo}</testo></dettaglio>"
+             "<dettaglio alto='4'><testo largo='90' alto='4' corpo='5'>{Titolo}</testo></dettaglio>"
              "<sottostampa origine='Q_AUDSUB' chiave='AUDSUB.AudID' legame='RacID' "
              "ordine='AUDSUB.NrBrano DESC'><dettaglio alto='4'><testo largo='90' alto='4'>{NrBrano}"
              "</testo></dettaglio><coda alto='4'><testo largo='90' alto='4'>{@conta} {@somma "
