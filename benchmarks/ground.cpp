@@ -91,8 +91,11 @@ void Ground::prepareProgramFolder(int collection) const {
   QDir().mkpath(folder);
   QFile::remove(settings);
   const bool made = QFile::copy(besideProgram("share/tavolix/tvx.ini"), settings);
-  if (!made || !platform::writeString(settings, QStringLiteral("Application"),
-                                      QStringLiteral("RacAvvio"), QString::number(collection))) {
+  if (!made ||
+      !platform::writeString(settings, QStringLiteral("Application"), QStringLiteral("RacAvvio"),
+                             QString::number(collection)) ||
+      !platform::writeString(settings, QStringLiteral("Application"), QStringLiteral("SuggAvvio"),
+                             QStringLiteral("0"))) {
     qFatal("%s cannot be written", qPrintable(settings));
   }
 }

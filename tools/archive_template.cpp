@@ -136,13 +136,21 @@ void moveInto(const QString& from, const QString& to) {
 void buildArchive(const QString& dataFolder, const QString& out,
                   const std::function<void(store::Database&)>& fill) {
   const QDir data(dataFolder);
+  buildDatabase(data.filePath(QStringLiteral("schema/archivio.sql")), out,
+                [&](store::Database& database) {
+                  fillTemplate(database, data);
+                  if (fill) fill(database);
+                });
+}
+
+void buildDatabase(const QString& schema, const QString& out,
+                   const std::function<void(store::Database&)>& fill) {
   const QString part = out + QStringLiteral(".part");
-  const QByteArray schema = contentOf(data.filePath(QStringLiteral("schema/archivio.sql")));
+  const QByteArray statements = contentOf(schema);
   QFile::remove(part);
   const auto cleanup = qScopeGuard([&] { QFile::remove(part); });
-  const store::DatabasePtr database = store::CreateDatabase(part, schema);
-  fillTemplate(*database, data);
-  if (fill) fill(*database);
+  const store::DatabasePtr database = store::CreateDatabase(part, statements);
+  fill(*database);
   database->Close();
   moveInto(part, out);
 }

@@ -14,4 +14,9 @@ namespace tavolix::builder {
 void buildArchive(const QString& dataFolder, const QString& out,
                   const std::function<void(store::Database&)>& fill = {});
 
+// Makes a database of the store at `out` from a file of schema statements; `fill` puts in what it
+// holds. The same holds for a file at `out` as above.
+void buildDatabase(const QString& schema, const QString& out,
+                   const std::function<void(store::Database&)>& fill);
+
 }  // namespace tavolix::builder

@@ -7,7 +7,7 @@
 #include "app/command_line.h"
 #include "app/program_folder.h"
 #include "archives/modmanarc.h"
-#include "assist/frmbasic.h"
+#include "assist/moduli_assist.h"
 #include "core/modini.h"
 #include "core/modmain.h"
 #include "core/modutil.h"

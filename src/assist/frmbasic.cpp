@@ -1,8 +1,5 @@
 #include "assist/frmbasic.h"
 
-#include "assist/frmguida.h"
-#include "core/verbi.h"
-
 namespace tavolix {
 
 using platform::FlashTarget;
@@ -39,18 +36,6 @@ void frmBasic::tim_Timer() {
   if (!control_) return;
   const bool normal = FlashTarget::ForeColor(control_) == normal_;
   FlashTarget::SetForeColor(control_, normal ? flash_ : normal_);
-}
-
-void RegistraFormAssist() {
-  RegistraFormGuida();
-  platform::forms().add<frmBasic>(QStringLiteral("frmBasic"));
-  const auto basic = []() -> frmBasic& {
-    return platform::forms().as<frmBasic>(QStringLiteral("frmBasic"));
-  };
-  verbi().Lampeggia = [basic](QWidget* controllo, int colore, int millisecondi) {
-    basic().StartFlash(controllo, colore, millisecondi);
-  };
-  verbi().FermaLampeggio = [basic] { basic().StopFlash(); };
 }
 
 }  // namespace tavolix

@@ -30,6 +30,4 @@ class frmBasic final : public platform::Form {
   platform::BgrColor flash_ = 0;
 };
 
-void RegistraFormAssist();
-
 }  // namespace tavolix

@@ -149,6 +149,8 @@ bool bAvvia(const QString& rigaComando) {
     forms()[kMain].Show();
     Cedi();
     if (forms().isLoaded(kSplash)) forms()[kSplash].Unload();
+    Cedi();
+    if (readNumber("SuggAvvio") == 1) verbi().MostraSuggerimenti(QStringLiteral("MAIN"));
     return true;
   });
 }

@@ -38,8 +38,7 @@ void mnuFileStampe_Click() {
 void mnuFileEsporta_Click() {
   // What could not be written stays in its box: it would be missing from the file.
   if (!verbi().bSalvato()) return;
-  platform::forms()[QStringLiteral("frmExport")].ShowModal(&FormMain());
-  FormMain().Show();
+  MostraDaMain(platform::forms()[QStringLiteral("frmExport")]);
 }
 
 void runReport(const QString& sReport, const QString& sArchivio, bool bAnteprima) {

@@ -10,6 +10,7 @@
 #include "core/dialogo.h"
 #include "core/modcuore.h"
 #include "core/modutil.h"
+#include "core/verbi.h"
 #include "model/raccolte.h"
 #include "platform/data_grid.h"
 #include "platform/drop_down.h"
@@ -113,8 +114,7 @@ void frmOrdina::loaded() {
   }
   platform::onClick(this, "cmdElabora", &frmOrdina::cmdElabora_Click);
   platform::onClick(this, "cmdEsci", [this] { Unload(); });
-  // The tips have no window yet.
-  Control(QStringLiteral("cmdIdea"))->setEnabled(platform::forms().has(QStringLiteral("frmSin")));
+  platform::onClick(this, "cmdIdea", [] { verbi().MostraSuggerimenti(QStringLiteral("ORDINE")); });
   focus_.watch(Window());
   cboCampo(0).setFocus();
 }

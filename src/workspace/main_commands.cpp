@@ -74,9 +74,6 @@ constexpr Comando kComandi[] = {
 constexpr Comando kSenzaFinestra[] = {
     {"mnuRaccolte", 100, "mnuAnalisiInfoAcc", "Analisi elenchi multiraccolta", "", 7, nullptr, {}, {10, 32, "multiraccolta", "Analisi elenchi multiraccolta"}},
     {"mnuRacCorrente", 50, "mnuAnalisiRaggruppamenti", "Analisi &raggruppamenti", "", 6, nullptr, {}, {1, 31, "raggruppamenti", "Analisi raggruppamenti"}},
-    {"mnuAiuto", 20, "mnuSuggerimenti", "Suggerimenti", "", 0, nullptr, {}, {2, 41, "suggerimenti", "Suggerimenti..."}},
-    {"mnuAiuto", 30, "mnuInfo", "Informazioni sul sistema"},
-    {"mnuAiuto", 50, "mnuMyInfo", "Informazioni sul programma..."},
 };
 // clang-format on
 

@@ -25,10 +25,11 @@ class ProgramFolder final {
  public:
   ProgramFolder() {
     const QString installed = qEnvironmentVariable("TAVOLIX_DATA");
-    for (const char* name : {"tvx.ini", "esempio.tvx", "modello.tvx"}) {
+    for (const char* name : {"tvx.ini", "esempio.tvx", "modello.tvx", "SIN.SIN"}) {
       QFile::copy(installed + '/' + name, path(name));
       QFile::setPermissions(path(name), QFile::ReadOwner | QFile::WriteOwner);
     }
+    set("Application", "SuggAvvio", "0");
     ImpostaCartellaProgramma(folder_.path());
     platform::setCurrentDirectory(folder_.path());
   }

@@ -6,7 +6,7 @@
 
 #include "analysis/moduli_analysis.h"
 #include "archives/modmanarc.h"
-#include "assist/frmbasic.h"
+#include "assist/moduli_assist.h"
 #include "core/modmain.h"
 #include "output/moduli_output.h"
 #include "query/moduli_query.h"
