@@ -68,6 +68,7 @@ QWidget* frmAbout::build() {
 }
 
 void frmAbout::loaded() {
+  hasHadFocus_ = false;
   Window()->adjustSize();
   CentraForm(*this);
   auto* picture = control<platform::Picture>(QStringLiteral("Picture1"));
@@ -82,11 +83,14 @@ bool frmAbout::keyDown(int, Qt::KeyboardModifiers) {
   return true;
 }
 
-// It has had the focus, or a window of the program takes it while it is shown.
+// It has had the focus, or a dialog takes it as the program starts.
 void frmAbout::focusWent(const QWindow* to) {
   const QWindow* own = Window()->windowHandle();
-  if (own == nullptr || to == own) return;
-  Unload();
+  if (to == own) {
+    hasHadFocus_ = own != nullptr;
+  } else if (hasHadFocus_ || (to != nullptr && to == QGuiApplication::modalWindow())) {
+    Unload();
+  }
 }
 
 void RegistraFormAbout() {

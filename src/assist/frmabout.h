@@ -16,6 +16,8 @@ class frmAbout final : public platform::Form {
   void loaded() override;
   bool keyDown(int key, Qt::KeyboardModifiers modifiers) override;
   void focusWent(const QWindow* to);
+
+  bool hasHadFocus_ = false;
 };
 
 void RegistraFormAbout();
