@@ -78,11 +78,6 @@ void frmAbout::loaded() {
                      [this](const QWindow* to) { focusWent(to); });
 }
 
-bool frmAbout::keyDown(int, Qt::KeyboardModifiers) {
-  Unload();
-  return true;
-}
-
 // It has had the focus, or a dialog takes it as the program starts.
 void frmAbout::focusWent(const QWindow* to) {
   const QWindow* own = Window()->windowHandle();

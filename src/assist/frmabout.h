@@ -14,7 +14,6 @@ class frmAbout final : public platform::Form {
  private:
   QWidget* build() override;
   void loaded() override;
-  bool keyDown(int key, Qt::KeyboardModifiers modifiers) override;
   void focusWent(const QWindow* to);
 
   bool hasHadFocus_ = false;
