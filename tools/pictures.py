@@ -69,6 +69,7 @@ class Desktop:
         with open(os.path.join(build, "share", "tavolix", "tvx.ini"), encoding="utf-8") as file:
             settings = file.read()
         with open(os.path.join(folder, "tvx.ini"), "w", encoding="utf-8") as file:
+            settings = re.sub("(?m)^SuggAvvio=.*$", "SuggAvvio=0", settings)
             file.write(re.sub("(?m)^Aspetto=.*$", "Aspetto=" + theme, settings))
 
     def start(self, command, env, **more):
