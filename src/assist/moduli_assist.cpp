@@ -1,5 +1,7 @@
 #include "assist/moduli_assist.h"
 
+#include <QApplication>
+
 #include "assist/frmabout.h"
 #include "assist/frmbasic.h"
 #include "assist/frmguida.h"
@@ -19,6 +21,8 @@ void showTips(const QString& sGruppo) {
   forms()
       .as<frmSin>(QStringLiteral("frmSin"))
       .Carica(sPathCompleto(QStringLiteral("SIN.SIN")), sGruppo, &FormMain());
+  // Where they were asked for over a dialog, that one is in front again.
+  if (QApplication::activeModalWidget() == nullptr) FormMain().Show();
 }
 
 void mnuSuggerimenti_Click() {
