@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QDialog>
 #include <QLabel>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <QWindow>
 
@@ -78,13 +79,15 @@ void frmAbout::loaded() {
                      [this](const QWindow* to) { focusWent(to); });
 }
 
-// It has had the focus, or a dialog takes it as the program starts.
+// It has had the focus, or a dialog takes it as the program starts. The focus also goes while the
+// window is being unloaded.
 void frmAbout::focusWent(const QWindow* to) {
+  if (!IsLoaded()) return;
   const QWindow* own = Window()->windowHandle();
   if (to == own) {
     hasHadFocus_ = own != nullptr;
   } else if (hasHadFocus_ || (to != nullptr && to == QGuiApplication::modalWindow())) {
-    Unload();
+    QTimer::singleShot(0, Window(), [this] { Unload(); });
   }
 }
 
