@@ -48,7 +48,10 @@ void addVersion(QWidget& picture) {
 
 }  // namespace
 
-frmAbout::frmAbout() : platform::Form(QStringLiteral("frmAbout"), {.icon = "tavolix"}) {}
+frmAbout::frmAbout() : platform::Form(QStringLiteral("frmAbout"), {.icon = "tavolix"}) {
+  platform::onSignal(qApp, &QGuiApplication::focusWindowChanged, this,
+                     [this](const QWindow* to) { focusWent(to); });
+}
 
 QWidget* frmAbout::build() {
   auto* window = new QDialog(nullptr, Qt::Dialog | Qt::FramelessWindowHint);
@@ -74,9 +77,7 @@ void frmAbout::loaded() {
   CentraForm(*this);
   auto* picture = control<platform::Picture>(QStringLiteral("Picture1"));
   picture->setFocus();
-  platform::onSignal(picture, &platform::Picture::pressed, Window(), [this] { Unload(); });
-  platform::onSignal(qApp, &QGuiApplication::focusWindowChanged, Window(),
-                     [this](const QWindow* to) { focusWent(to); });
+  platform::onSignal(picture, &platform::Picture::pressed, this, [this] { Unload(); });
 }
 
 // It has had the focus, or a dialog takes it as the program starts. The focus also goes while the
@@ -87,7 +88,7 @@ void frmAbout::focusWent(const QWindow* to) {
   if (to == own) {
     hasHadFocus_ = own != nullptr;
   } else if (hasHadFocus_ || (to != nullptr && to == QGuiApplication::modalWindow())) {
-    QTimer::singleShot(0, Window(), [this] { Unload(); });
+    QTimer::singleShot(0, this, [this] { Unload(); });
   }
 }
 
