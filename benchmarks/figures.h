@@ -19,6 +19,7 @@ QVector<Figure> queryFigures();
 QVector<Figure> fileFigures();
 QVector<Figure> exportFigures();
 QVector<Figure> managerFigures();
+QVector<Figure> chartFigures();
 // Their scenes write to copies of the archive: one for the program, one for the plain engine, so
 // that neither makes the other read its pages again.
 QVector<Figure> fieldFigures();

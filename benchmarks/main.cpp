@@ -14,7 +14,7 @@ using namespace bench;
 QVector<Figure> allFigures() {
   return windowFigures() + rowFigures() + fieldFigures() + newRecordFigures() + deletionFigures() +
          listFigures() + queryFigures() + fileFigures() + exportFigures() + managerFigures() +
-         memoryFigures();
+         chartFigures() + memoryFigures();
 }
 
 QVector<Figure> chosen(const QString& name) {

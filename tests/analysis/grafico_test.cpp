@@ -20,7 +20,6 @@ class Grafico : public Desk {
     folder_.outside(
         "INSERT INTO TAB (ID, TipoTab, TipoRac, \"Desc\") VALUES (91001, 'PROVA', 1500, 'uno'),"
         " (91002, 'PROVA', 0, 'nulla'), (91003, 'PROVA', 250, ''), (91004, 'PROVA', 250, NULL)");
-    RegistraFormGrafico();
     start();
   }
   ~Grafico() override {
