@@ -69,12 +69,6 @@ constexpr Comando kComandi[] = {
     {"mnuAiuto", 40, "mnuAiuto2", "-"},
     {nullptr, 0, "", "", "Ctrl+Z", 0, [] { dbForm(iRacCorr).UndoWrite(); }, kRaccolta},
 };
-
-// Those whose windows the program does not have: each goes to the table of its area with them.
-constexpr Comando kSenzaFinestra[] = {
-    {"mnuRaccolte", 100, "mnuAnalisiInfoAcc", "Analisi elenchi multiraccolta", "", 7, nullptr, {}, {10, 32, "multiraccolta", "Analisi elenchi multiraccolta"}},
-    {"mnuRacCorrente", 50, "mnuAnalisiRaggruppamenti", "Analisi &raggruppamenti", "", 6, nullptr, {}, {1, 31, "raggruppamenti", "Analisi raggruppamenti"}},
-};
 // clang-format on
 
 constexpr QSize kIcon(24, 24);
@@ -166,7 +160,6 @@ void buildBar(Rows rows, QMainWindow* window, QWidget* panBar) {
 
 void RegistraComandiWorkspace() {
   RegistraComandi(kComandi);
-  RegistraComandi(kSenzaFinestra);
 }
 
 void buildCommands(QWidget* widget, QWidget* panBar) {
