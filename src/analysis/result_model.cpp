@@ -1,25 +1,21 @@
 #include "analysis/result_model.h"
 
-#include <QLocale>
-#include <cmath>
-
 #include "core/errore.h"
+#include "platform/number_format.h"
 
 namespace tavolix {
 namespace {
 
 constexpr int kClosingRows = 2;
-constexpr double kTenths = 1000;  // of a percent, in all
 
 }  // namespace
 
 QString sIntero(double valore) {
-  const double intero = std::round(valore);
-  return QLocale().toString(intero == 0 ? 0.0 : intero, 'f', 0);
+  return platform::formatNumber(valore, QStringLiteral("#,##0"));
 }
 
 QString sPercento(double quota) {
-  return QLocale().toString(std::round(quota * kTenths) / (kTenths / 100), 'f', 1) + u'%';
+  return platform::formatNumber(quota, QStringLiteral("##0.0%"));
 }
 
 ResultModel::ResultModel(QStringList headings, QList<int> numbers)

@@ -7,8 +7,7 @@
 
 namespace tavolix {
 
-// A number as "#,##0" and a share of 1 as "##0.0%" show it, by the user's separators. Halves are
-// rounded away from zero.
+// A number as "#,##0" and a share of 1 as "##0.0%" show it.
 QString sIntero(double valore);
 QString sPercento(double quota);
 

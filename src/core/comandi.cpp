@@ -1,7 +1,6 @@
 #include "core/comandi.h"
 
 #include <algorithm>
-#include <string_view>
 
 #include "model/raccolte.h"
 
@@ -11,20 +10,6 @@ namespace {
 std::vector<std::span<const Comando>>& tabelle() {
   static std::vector<std::span<const Comando>> tutte;
   return tutte;
-}
-
-bool isSame(const Comando* one, const Comando& other) {
-  return *one->nome != '\0' && std::string_view(one->nome) == other.nome;
-}
-
-void add(std::vector<const Comando*>& rows, const Comando& row) {
-  const auto same = std::find_if(rows.begin(), rows.end(),
-                                 [&](const Comando* other) { return isSame(other, row); });
-  if (same == rows.end()) {
-    rows.push_back(&row);
-  } else if ((*same)->esegui == nullptr) {
-    *same = &row;
-  }
 }
 
 }  // namespace
@@ -38,7 +23,7 @@ void RegistraComandi(std::span<const Comando> tabella) {
 std::vector<const Comando*> Comandi() {
   std::vector<const Comando*> rows;
   for (const auto& tabella : tabelle()) {
-    for (const Comando& row : tabella) add(rows, row);
+    for (const Comando& row : tabella) rows.push_back(&row);
   }
   std::stable_sort(rows.begin(), rows.end(), [](const Comando* one, const Comando* other) {
     return one->posto < other->posto;

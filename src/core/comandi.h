@@ -34,8 +34,7 @@ struct Comando {
   bool spunta = false;  // the entry can be checked
 };
 
-// Adds an area's table, which lives as long as the program; once, however often it is called. A
-// row that can be run takes the place of one of that name that cannot.
+// Adds an area's table, which lives as long as the program; once, however often it is called.
 void RegistraComandi(std::span<const Comando> tabella);
 
 // All commands in the order of their places, whichever menu they stand in.

@@ -42,6 +42,12 @@ constexpr Tab kTabs[] = {
 
 constexpr int kTop = 6;  // twips
 
+constexpr const char* kVuota =
+    "Questa raccolta è ancora vuota.\nCon \"Nuovo\" si scrive il primo record; F1 apre la guida "
+    "alla pagina \"Cominciare\".";
+constexpr const char* kFiltrato =
+    "Nessun record risponde al filtro.\nCon \"Elimina filtro\" tornano tutti.";
+
 // Stands where the rows would.
 void addAdvice(QAbstractScrollArea& list) {
   auto* lblVuoto = new QLabel(list.viewport());
@@ -85,10 +91,16 @@ QWidget* frmGrid::build() {
   return form;
 }
 
-void frmGrid::MostraConsiglio(const QString& sTesto) {
+void frmGrid::MostraConsiglio(bool bFiltrato) {
   auto* lblVuoto = control<QLabel>(QStringLiteral("lblVuoto"));
-  lblVuoto->setText(sTesto);
-  lblVuoto->setVisible(!sTesto.isEmpty());
+  lblVuoto->setText(QString::fromUtf8(bFiltrato ? kFiltrato : kVuota));
+  lblVuoto->show();
+}
+
+void frmGrid::NascondiConsiglio() {
+  auto* lblVuoto = control<QLabel>(QStringLiteral("lblVuoto"));
+  lblVuoto->clear();
+  lblVuoto->hide();
 }
 
 void frmGrid::loaded() {

@@ -10,8 +10,9 @@ class frmGrid final : public platform::Form {
  public:
   frmGrid();
 
-  // What is to be done where the list has no rows; empty where it has.
-  void MostraConsiglio(const QString& sTesto);
+  // Says in place of the rows what is to be done where there are none.
+  void MostraConsiglio(bool bFiltrato);
+  void NascondiConsiglio();
 
  private:
   void loadOwner() override;

@@ -51,20 +51,12 @@ constexpr QSize kFirstSize(1200, 780);
 
 constexpr const char* kMenus[] = {"mnuFile", "mnuRaccolte", "mnuRacCorrente", "mnuModifica"};
 
-platform::Form& Griglia() {
-  return forms()[QStringLiteral("frmGrid")];
+frmGrid& Griglia() {
+  return forms().as<frmGrid>(QStringLiteral("frmGrid"));
 }
 platform::DataGrid* grd() {
   return Griglia().control<platform::DataGrid>(QStringLiteral("grd"));
 }
-
-// What an empty list says.
-constexpr const char* kVuota =
-    "Questa raccolta è ancora vuota.\nCon \"Nuovo\" si scrive il primo record; F1 apre la guida "
-    "alla "
-    "pagina \"Cominciare\".";
-constexpr const char* kFiltrato =
-    "Nessun record risponde al filtro.\nCon \"Elimina filtro\" tornano tutti.";
 
 void applicationSettings() {
   ImpostaFileIni(sPathCompleto(QStringLiteral("tvx.ini")));
@@ -149,7 +141,7 @@ void frmMain::AbilitaControlli(bool bAbilita) {
 }
 
 void frmMain::PermettiInput(bool bPermetti) {
-  if (!bPermetti) platform::forms().as<frmGrid>(QStringLiteral("frmGrid")).MostraConsiglio({});
+  if (!bPermetti) Griglia().NascondiConsiglio();
   Control(QStringLiteral("panCrea"))->setVisible(bPermetti);
   Griglia().Control(QStringLiteral("tabSelez"))->setEnabled(bPermetti);
   Control(QStringLiteral("panBar"))->setEnabled(bPermetti);
@@ -307,9 +299,7 @@ void frmMain::AbilitazionePannello(bool bAbilita) {
     }
     QWidget* cmdAddNew = Control(QStringLiteral("cmdAddNew"));
     const bool filtered = !aRaccolte(iRacCorr).sFiltro.isEmpty();
-    platform::forms()
-        .as<frmGrid>(QStringLiteral("frmGrid"))
-        .MostraConsiglio(bAbilita ? QString() : QString::fromUtf8(filtered ? kFiltrato : kVuota));
+    bAbilita ? Griglia().NascondiConsiglio() : Griglia().MostraConsiglio(filtered);
     cmdAddNew->setProperty("HelpPage", bAbilita || filtered ? "" : "cominciare");
     if (bAbilita) {
       FermaLampeggio();

@@ -26,7 +26,7 @@ TEST(Verbs, AreFailuresWithTheirNameWhereNobodyFillsThem) {
 int runs = 0;
 
 TEST(Commands, StandInTheirPlacesAndRunWhenTheyCan) {
-  static constexpr Comando later[] = {{"mnuA", 20, "mnuDue", "Due"}, {"mnuA", 30, "mnuTre", "Tre"}};
+  static constexpr Comando later[] = {{"mnuA", 30, "mnuTre", "Tre"}};
   static constexpr Comando area[] = {
       {"mnuA", 25, "mnuDue", "Due", "", 0, [] { ++runs; }, Quando::kRaccolta},
       {"mnuA", 10, "mnuUno", "Uno"},
